@@ -1,0 +1,31 @@
+/* The device runtime's wide functions, for toolchains whose own wide functions work on other units.
+ * They have the device runtime's meaning: text is made of 16-bit units, in formats a plain %s is wide text
+ * and %I64d a 64-bit integer, and paths are the device's. */
+#pragma once
+
+#include <stdarg.h>
+#include <stddef.h>
+#include <stdio.h>
+#include <windows.h>
+
+extern "C++" {
+/* Opens a file of the device; modes "rb", "wb", "r" and "w". Null on failure. */
+FILE* _wfopen(const WCHAR* path, const WCHAR* mode);
+
+/* Formats into at most `count` units. The number of units, the terminator not counted; when they are exactly
+ * `count`, no terminator is written. -1 when they are more: the first `count` are there, without terminator. */
+int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list arguments);
+
+/* Reads fields out of `text`: the number of fields assigned, or EOF when the text ends before the first. */
+int swscanf(const WCHAR* text, const WCHAR* format, ...);
+
+/* Formats to a file, each unit as one byte, as the runtime's text mode does in the "C" locale: the first unit
+ * above U+00FF stops the output with the result -1. Otherwise the number of units. */
+int fwprintf(FILE* file, const WCHAR* format, ...);
+
+/* Copies at most `count` units and fills up with 0; no terminator when `source` has `count` or more. */
+WCHAR* wcsncpy(WCHAR* destination, const WCHAR* source, size_t count);
+
+/* The number of units before the terminator. */
+size_t wcslen(const WCHAR* text);
+}
