@@ -1,0 +1,93 @@
+/* Orvande Online: the online services of the mapping application, as OrvandeOnline.dll exports them.
+ *
+ * Conventions
+ *   - Every function is a plain C function with the platform's C calling convention (LM_CALL), exported under
+ * its undecorated name.
+ *   - All functions are called from the application's user-interface thread. They run to their end before
+ * they return, and block while the network is waited for; the library has no threads of its own.
+ *   - Text is NUL-terminated UTF-16. Sizes are bytes unless "code units" are named.
+ *   - Failure shows in the result alone, as each function states. Nothing is thrown, and no message is shown.
+ *   - Buffers of the caller are not kept after a function has returned. What the library hands out is given
+ * back through the function named for it.
+ *
+ * One search:
+ *
+ *     LMMapShopHandle search = LMMapShopSearch(items, count);
+ *     LMMapShopResult map;
+ *     while (LMMapShopGetNext(search, &map)) show(&map);
+ *     mapsInShop = LMMapShopClose(search);
+ */
+#ifndef LM_ONLINE_H
+#define LM_ONLINE_H
+
+#include <stddef.h>
+#include <stdint.h>
+#include <wchar.h>
+
+#ifdef _WIN32
+#define LM_CALL __cdecl
+#else
+#define LM_CALL
+#endif
+
+/* One UTF-16 code unit: wchar_t where that has 16 bits. */
+#if WCHAR_MAX <= 0xFFFF
+typedef wchar_t LMChar;
+#elif defined(__cplusplus) && __cplusplus >= 201103L
+typedef char16_t LMChar;
+#else
+typedef uint16_t LMChar;
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- The map shop ---- */
+
+/* One map of the shop: 2604 bytes, packed, little-endian. What the fields mean is the service's business;
+ * each text ends with a NUL, one that does not fit having been cut, and what follows the NUL has no meaning.
+ */
+typedef struct LMMapShopResult {
+    int32_t number;     /* offset 0 */
+    LMChar text1[200];  /* offset 4: at most 199 code units */
+    LMChar text2[100];  /* offset 404: at most 99 code units */
+    LMChar text3[1000]; /* offset 604: at most 999 code units */
+} LMMapShopResult;
+
+/* A search that has been made. It belongs to the library, from LMMapShopSearch until LMMapShopClose. */
+typedef struct LMMapShop* LMMapShopHandle;
+
+/* Searches the map shop: brings up the device's data connection (which may take 30 s), sends the query, and
+ * takes in the whole answer under a wait cursor. items   `count` query items of 16 bytes each, one after the
+ * other; the service defines what is in them and they are passed on as they are. May be NULL when `count` is
+ * 0. count   number of items; 0 asks for everything that the shop has. A handle, to be closed with
+ * LMMapShopClose; NULL only when there is no memory for one, and then nothing is sent.
+ *
+ * A failure leaves a handle without results: a negative `count`, or NULL items with a positive one, or more
+ * than 268435455 items (nothing is sent then), no connection, no answer, or a status of the service other
+ * than success. When the answer breaks off or memory runs out, the handle has the results that had come
+ * whole. */
+LMMapShopHandle LM_CALL LMMapShopSearch(const void* items, int32_t count);
+
+/* Copies the next result into `record` (2604 bytes), in the order of the service's answer. Each result is
+ * delivered once. 1   copied. 0   there are no more; `record` stays as it was. Also for a NULL handle or
+ * record, which takes no result. */
+int32_t LM_CALL LMMapShopGetNext(LMMapShopHandle search, LMMapShopResult* record);
+
+/* Frees a search, whether or not all its results were read; the handle is invalid afterwards.
+ * The number with which the service's answer ended; 0 when there was none, and for a NULL handle. */
+int32_t LM_CALL LMMapShopClose(LMMapShopHandle search);
+
+#ifdef __cplusplus
+}
+#endif
+
+/* The layout is part of the interface: a compiler that sees it otherwise stops here. */
+typedef char LMAssertRecordSize[sizeof(LMMapShopResult) == 2604 ? 1 : -1];
+typedef char LMAssertNumberOffset[offsetof(LMMapShopResult, number) == 0 ? 1 : -1];
+typedef char LMAssertText1Offset[offsetof(LMMapShopResult, text1) == 4 ? 1 : -1];
+typedef char LMAssertText2Offset[offsetof(LMMapShopResult, text2) == 404 ? 1 : -1];
+typedef char LMAssertText3Offset[offsetof(LMMapShopResult, text3) == 604 ? 1 : -1];
+
+#endif

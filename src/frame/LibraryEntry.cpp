@@ -1,0 +1,14 @@
+#include "frame/LibraryEntry.h"
+
+#include "frame/Contained.h"
+#include "ui/MessageBoxes.h"
+#include "ui/TranslationCatalogue.h"
+
+bool AttachLibrary(HINSTANCE instance, DWORD reason, LPVOID reserved) noexcept {
+    SHInitExtraControls(instance, reason, reserved);
+    // No language is loaded yet: the caption stays English, and translators find the title in the harvest.
+    RunContained([] { SetMessageBoxCaption(translationCatalogue.Translate(TEXT("Orvande Online"))); });
+    ownModule = instance;
+    RunContained([&] { translationCatalogue.InitTranslation(instance); });
+    return true;
+}

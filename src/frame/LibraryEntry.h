@@ -1,0 +1,15 @@
+/* What happens when the library is loaded. DllMain calls it in the DLL; a program that links the library
+ * into itself calls it at its start. */
+#pragma once
+
+#include "Platform.h"
+
+/* The module that the library's own resources come from; null until AttachLibrary. */
+extern HINSTANCE ownModule;
+
+/* Gets the library ready: prepares the shell's controls, makes the caption of the message boxes, keeps
+ * `instance` as `ownModule` and loads the user's language file. `instance` is the library's module, or the
+ * program's own where the library is linked into it; `reason` and `reserved` are DllMain's
+ * (DLL_PROCESS_ATTACH and null in a program). Always true: what cannot be done for lack of memory leaves the
+ * texts English. */
+bool AttachLibrary(HINSTANCE instance, DWORD reason, LPVOID reserved) noexcept;

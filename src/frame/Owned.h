@@ -1,0 +1,49 @@
+/* Owner of one platform handle: closes it when it goes out of scope. */
+#pragma once
+
+#include "Platform.h"
+
+#include <utility>
+
+/* `Kind` describes a kind of handle:
+ *   Handle          its type
+ *   none            the value that means "no handle"
+ *   Close(Handle)   gives a handle back
+ * Closing leaves the thread's last error as it was, so that an early return still reports the real failure.
+ */
+template <class Kind>
+class Owned {
+public:
+    using Handle = typename Kind::Handle;
+
+    Owned() noexcept = default;
+    explicit Owned(Handle handle) noexcept : handle_(handle) {}
+    Owned(Owned&& other) noexcept : handle_(other.Release()) {}
+    Owned& operator=(Owned&& other) noexcept {
+        Reset(other.Release());
+        return *this;
+    }
+    Owned(const Owned&) = delete;
+    Owned& operator=(const Owned&) = delete;
+    ~Owned() { Reset(); }
+
+    explicit operator bool() const noexcept { return handle_ != Kind::none; }
+
+    /* Lends the handle. */
+    [[nodiscard]] Handle Get() const noexcept { return handle_; }
+
+    /* Gives the handle up without closing it. */
+    [[nodiscard]] Handle Release() noexcept { return std::exchange(handle_, Kind::none); }
+
+    /* Closes the handle, if there is one, and takes `handle` instead. */
+    void Reset(Handle handle = Kind::none) noexcept {
+        const Handle old = std::exchange(handle_, handle);
+        if (old == Kind::none || old == handle) return;
+        const DWORD error = GetLastError();
+        Kind::Close(old);
+        SetLastError(error);
+    }
+
+private:
+    Handle handle_ = Kind::none;
+};

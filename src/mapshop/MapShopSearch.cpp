@@ -1,0 +1,75 @@
+#include "mapshop/MapShopSearch.h"
+
+#include "OnlineConfiguration.h"
+#include "transport/CgiRequest.h"
+
+namespace {
+
+constexpr int32_t searchRequest = 101;
+constexpr int32_t mapEntry = 4;
+constexpr uint32_t itemSize = 16;
+
+// A reply may promise two thousand million entries and then end: so many without a byte, and the rest is not
+// asked for.
+constexpr int32_t mostEmptyEntries = 1000;
+
+/* Reads an int32 as ByteStream does, and tells whether this one read found any byte. */
+bool FindInt32(ByteStream& reply, int32_t& value) {
+    const bool goodBefore = reply.good;
+    reply.good = true;
+    reply.ReadInt32(value);
+    const bool found = reply.good;
+    reply.good = goodBefore && found;
+    return found;
+}
+
+}  // namespace
+
+bool MapShopSearch::AreItems(const void* items, int32_t count) {
+    if (count == 0) return true;
+    return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / itemSize;
+}
+
+void MapShopSearch::Run(const void* items, int32_t count) {
+    CgiRequest request(serviceHost, TEXT("cgi-bin/mapstore.cgi"), true, false);
+    request.WriteInt32(searchRequest);
+    request.WriteInt32(count);
+    if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * itemSize);
+    if (request.SendRequest()) ReadReply(request);
+}
+
+void MapShopSearch::ReadReply(ByteStream& reply) {
+    // A status that cannot be read must not look like success.
+    int32_t status = -1;
+    reply.ReadInt32(status);
+    if (status != 0) return;
+
+    int32_t entryCount = 0;
+    reply.ReadInt32(entryCount);
+    int32_t emptyEntries = 0;
+    for (int32_t entry = 0; entry < entryCount; ++entry) {
+        int32_t type = 0;
+        emptyEntries = FindInt32(reply, type) ? 0 : emptyEntries + 1;
+        if (emptyEntries == mostEmptyEntries) break;
+        // Entries of other types have no fields.
+        if (type == mapEntry) ReadMap(reply);
+    }
+    reply.ReadInt32(finalValue);
+}
+
+void MapShopSearch::ReadMap(ByteStream& reply) {
+    LMMapShopResult map{};
+    reply.ReadFixedString(map.text1, std::size(map.text1));
+    reply.ReadInt32(map.number);
+    reply.ReadFixedString(map.text2, std::size(map.text2));
+    reply.ReadFixedString(map.text3, std::size(map.text3));
+    if (!reply.good) return;
+    results.push_back(map);
+    if (results.size() == 1) cursor = results.begin();
+}
+
+bool MapShopSearch::GetNext(LMMapShopResult& record) {
+    if (cursor == results.end()) return false;
+    record = *cursor++;
+    return true;
+}

@@ -1,0 +1,37 @@
+/* One search of the map shop: the exchange with the service, and its results, read once from first to last.
+ */
+#pragma once
+
+#include "Platform.h"
+
+#include <list>
+
+#include "LMOnline.h"
+
+class ByteStream;
+
+class MapShopSearch {
+public:
+    /* Whether `items` and `count` describe an array of query items (16 bytes each) that can be sent: 0 items,
+     * or so many that their bytes can be counted in 32 bits and lie somewhere. */
+    static bool AreItems(const void* items, int32_t count);
+
+    /* Asks the service, and takes in its whole reply; blocks until then. What makes the exchange fail leaves
+     * the search without results; a reply that breaks off leaves those that had arrived whole. Throws
+     * std::bad_alloc when memory runs out; the results before that are kept. */
+    void Run(const void* items, int32_t count);
+
+    /* Copies the next result out: true. At the end: false, and `record` stays as it was. */
+    bool GetNext(LMMapShopResult& record);
+
+    /* The last number of the reply; 0 when it was not read. */
+    [[nodiscard]] int32_t FinalValue() const { return finalValue; }
+
+private:
+    void ReadReply(ByteStream& reply);
+    void ReadMap(ByteStream& reply);
+
+    std::list<LMMapShopResult> results;
+    std::list<LMMapShopResult>::const_iterator cursor = results.end();
+    int32_t finalValue = 0;
+};

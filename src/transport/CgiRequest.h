@@ -1,0 +1,46 @@
+/* One POST of a binary body to a CGI program, and its binary reply: written as a ByteStream, sent, and read
+ * back as one. Everything blocks the calling thread. */
+#pragma once
+
+#include "transport/ByteStream.h"
+
+#include <vector>
+
+#include "transport/InternetHandle.h"
+
+class CgiRequest final : public ByteStream {
+public:
+    /* Opens the request to `path` (without a leading slash) on `host`, port 80, or with `secure` HTTPS on
+     * port 443. With `useConnectionManager` a data connection is asked for first, each time, and given up
+     * with this object; the request goes ahead whether or not there is one. What fails here shows when the
+     * request is sent. */
+    CgiRequest(const WCHAR* host, const WCHAR* path, bool useConnectionManager, bool secure);
+    ~CgiRequest();
+
+    /* Adds to the body. Throws std::bad_alloc. */
+    void Write(const void* data, uint32_t size) override;
+
+    /* Posts the body, which is not to be empty, under a wait cursor, and turns the stream to reading with
+     * `good` set and `byteCount` 0. Whether the request was sent and a reply began; the HTTP status is not
+     * looked at. Throws std::bad_alloc. */
+    bool SendRequest();
+
+    /* Takes bytes of the reply. True when it found any, however few (the rest of `data` stays as it was);
+     * false when it found none, and for a size of 0. */
+    bool Read(void* data, uint32_t size) override;
+
+    /* The most that one read from the network asks for, in bytes, once the request is sent: 256, or the size
+     * of the request's body when that is larger. */
+    [[nodiscard]] size_t ReceiveBufferSize() const { return body.size(); }
+
+private:
+    bool FillBuffer();
+
+    InternetHandle session;
+    InternetHandle request;
+    InternetHandle connection;
+    bool holdsManagedConnection = false;
+    std::vector<uint8_t> body; /* the request's body, then the receive buffer */
+    uint32_t readPos = 0;      /* the next unread byte of the buffer */
+    uint32_t readAvail = 0;    /* how many bytes of the buffer the last network read filled */
+};

@@ -1,0 +1,21 @@
+/* A ByteStream that reads a file. */
+#pragma once
+
+#include "transport/ByteStream.h"
+
+#include "frame/OwnedFile.h"
+
+class FileReadStream final : public ByteStream {
+public:
+    /* Opens the file at `path`; `good` tells whether that succeeded. */
+    explicit FileReadStream(const WideString& path);
+
+    /* Clears `good`. */
+    void Write(const void* data, uint32_t size) override;
+
+    /* True when all `size` bytes were there; else `good` is cleared. False at once when it is. */
+    bool Read(void* data, uint32_t size) override;
+
+private:
+    FileHandle file;
+};

@@ -1,0 +1,21 @@
+/* A ByteStream that writes a new file. */
+#pragma once
+
+#include "transport/ByteStream.h"
+
+#include "frame/OwnedFile.h"
+
+class FileWriteStream final : public ByteStream {
+public:
+    /* Makes or empties the file at `path`; `good` tells whether that succeeded. */
+    explicit FileWriteStream(const WideString& path);
+
+    /* All `size` bytes, or `good` is cleared; nothing at all once it is. */
+    void Write(const void* data, uint32_t size) override;
+
+    /* Clears `good`: false. */
+    bool Read(void* data, uint32_t size) override;
+
+private:
+    FileHandle file;
+};

@@ -1,0 +1,14 @@
+/* Owner of an internet session, connection or request. */
+#pragma once
+
+#include "frame/Owned.h"
+
+struct InternetKind {
+    using Handle = HINTERNET;
+    static constexpr Handle none = nullptr;
+    static void Close(Handle handle) noexcept { InternetCloseHandle(handle); }
+};
+using InternetHandle = Owned<InternetKind>;
+
+/* The session of all downloads, from load to unload. */
+extern InternetHandle sharedSession;

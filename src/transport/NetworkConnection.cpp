@@ -1,0 +1,37 @@
+#include "transport/NetworkConnection.h"
+
+#include "OnlineConfiguration.h"
+
+namespace {
+
+constexpr DWORD connectTimeout = 30000;  // ms
+
+}  // namespace
+
+bool EstablishNetworkConnection() {
+    GUID network{};
+    DWORD index = 0;
+    if (FAILED(ConnMgrMapURL(homePage, &network, &index))) return false;
+
+    CONNMGR_CONNECTIONINFO info{};
+    info.cbSize = sizeof info;
+    info.dwParams = CONNMGR_PARAM_GUIDDESTNET;
+    info.dwPriority = CONNMGR_PRIORITY_USERINTERACTIVE;
+    info.guidDestNet = network;
+    HANDLE connection = nullptr;
+    DWORD status = 0;
+    if (FAILED(ConnMgrEstablishConnectionSync(&info, &connection, connectTimeout, &status))) return false;
+
+    if (status == CONNMGR_STATUS_CONNECTED) {
+        managedConnection = connection;
+        return true;
+    }
+    ConnMgrReleaseConnection(connection, 0);
+    managedConnection = nullptr;
+    return false;
+}
+
+bool ReleaseNetworkConnection() {
+    if (managedConnection != nullptr) ConnMgrReleaseConnection(managedConnection, 0);
+    return true;
+}

@@ -1,0 +1,121 @@
+#include "ui/TranslationCatalogue.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "frame/Contained.h"
+#include "frame/OwnedFile.h"
+#include "frame/Paths.h"
+#include "settings/Settings.h"
+
+namespace {
+
+// What a text may carry beside its words: a key mark, an ellipsis or full stop, a colon, quotes.
+constexpr WideStringView ornaments = TEXT("&.:\"");
+
+bool IsOrnament(WCHAR unit) {
+    return ornaments.find(unit) != WideStringView::npos;
+}
+
+WideString WithoutOrnaments(const WideString& text) {
+    WideString plain;
+    std::remove_copy_if(text.begin(), text.end(), std::back_inserter(plain), IsOrnament);
+    return plain;
+}
+
+/* `modulePath` with ".NAME.txt" in place of its extension; empty when the module is not known. */
+WideString TranslationFilePath(const WideString& modulePath, const WideString& name) {
+    if (modulePath.empty()) return {};
+    return GetFolderPart(modulePath) + TEXT("\\") + GetBaseName(modulePath) + TEXT(".") + name + TEXT(".txt");
+}
+
+WideString PersonalFolder() {
+    WCHAR path[MAX_PATH]{};
+    if (!SHGetSpecialFolderPath(nullptr, path, CSIDL_PERSONAL, TRUE)) return {};
+    return path;
+}
+
+bool IsFolder(const WideString& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+}  // namespace
+
+TranslationCatalogue::~TranslationCatalogue() {
+    RunContained([this] { WriteUntranslatedFile(); });
+}
+
+bool TranslationCatalogue::InitTranslation(HMODULE ownModule) {
+    module = ownModule;
+    return SetLanguage(ReadSettingString(TEXT("settings"), TEXT("Language"), {}));
+}
+
+bool TranslationCatalogue::SetLanguage(const WideString& name) {
+    return SetLanguage(name, ModulePath());
+}
+
+bool TranslationCatalogue::SetLanguage(const WideString& name, const WideString& modulePath) {
+    if (name == currentLanguage) return false;
+    if (!LoadTranslationFile(TranslationFilePath(modulePath, name))) {
+        if (name != TEXT("English")) return false;
+        Clear();
+    }
+    currentLanguage = name;
+    return true;
+}
+
+bool TranslationCatalogue::LoadTranslationFile(const WideString& path) {
+    const FileHandle file(_wfopen(path.c_str(), TEXT("rb")));
+    if (!file) return false;
+    Clear();
+    ReadTranslations(file.Get(), table);
+    return !table.empty();
+}
+
+void TranslationCatalogue::Clear() {
+    table.clear();
+    untranslated.clear();
+}
+
+const WideString& TranslationCatalogue::Translate(const WideString& text) {
+    auto found = table.find(text);
+    if (found == table.end() && std::any_of(text.begin(), text.end(), IsOrnament))
+        found = table.find(WithoutOrnaments(text));
+    return found != table.end() ? found->second : *untranslated.insert(text).first;
+}
+
+const WideString& TranslationCatalogue::Translate(const WCHAR* text) {
+    return Translate(text != nullptr ? WideString(text) : WideString());
+}
+
+const WideString& TranslationCatalogue::Translate(const char* text) {
+    WideString wide;
+    for (; text != nullptr && *text != 0; ++text)
+        wide.push_back(static_cast<WCHAR>(static_cast<signed char>(*text)));
+    return Translate(wide);
+}
+
+void TranslationCatalogue::WriteUntranslatedFile() {
+    WriteUntranslatedFile(ModulePath(), PersonalFolder());
+}
+
+void TranslationCatalogue::WriteUntranslatedFile(const WideString& modulePath,
+                                                 const WideString& personalFolder) {
+    const WideString folder = personalFolder + TEXT("\\ZRTranslation");
+    if (!untranslated.empty() && IsFolder(folder)) {
+        const WideString name = modulePath.empty() ? TEXT("module") : GetBaseName(modulePath);
+        const FileHandle file(_wfopen((folder + TEXT("\\") + name + TEXT(".txt")).c_str(), TEXT("wb")));
+        if (!file) return;
+        WriteUntranslatedTexts(file.Get(), untranslated);
+    }
+    Clear();
+}
+
+WideString TranslationCatalogue::ModulePath() const {
+    WCHAR path[MAX_PATH]{};
+    const DWORD length = GetModuleFileNameW(module, path, MAX_PATH);
+    // A path that fills the buffer has been cut: it names another file.
+    if (length >= MAX_PATH) return {};
+    return WideString(path, length);
+}

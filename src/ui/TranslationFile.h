@@ -1,0 +1,27 @@
+/* The two text files of the translation catalogue: the language file that is read beside the library, and the
+ * harvest file of untranslated texts, which is itself a language file to be filled in. */
+#pragma once
+
+#include <map>
+#include <set>
+
+#include "text/WideString.h"
+
+/* English text to translated text, ordered by code unit. */
+using TranslationTable = std::map<WideString, WideString>;
+
+/* One side of a record as it is meant: CR is dropped; a pair of double quotes is one, a single one is
+ * dropped; a backslash with t, n, a double quote or a backslash is a TAB, an LF, a double quote or a
+ * backslash, and with anything else both stay, even a CR; at the end it stays alone. */
+WideString UnescapeTranslationText(WideStringView text);
+
+/* Adds the records of an open language file to `table`; a later record replaces an earlier one of the same
+ * key. A record is a key, a TAB, and a value up to the LF or the end of the file. A line without a TAB is no
+ * record; neither is one whose key or value is empty as it stands in the file. After a byte order mark the
+ * file is read as UTF-16LE, otherwise each byte is one unit of the same number. Throws std::bad_alloc. */
+void ReadTranslations(FILE* file, TranslationTable& table);
+
+/* Writes the byte order mark and then, for each text, a record with the value "XXXX": UTF-16LE, TAB and LF of
+ * the text written as backslash t and backslash n, nothing else escaped, lines ended by CR LF. A write that
+ * fails is not noticed. Throws std::bad_alloc. */
+void WriteUntranslatedTexts(FILE* file, const std::set<WideString>& texts);
