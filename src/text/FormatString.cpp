@@ -8,15 +8,15 @@ public:
     FormattedText(const WCHAR* format, va_list arguments) {
         // A text that fills the buffer has no terminator of the formatter's, and one that stops at an
         // argument it cannot convert may have none either; the zeroes of the rest end the latter.
-        _vsnwprintf(units_, capacity, format, arguments);
-        units_[capacity - 1] = 0;
+        _vsnwprintf(units, capacity, format, arguments);
+        units[capacity - 1] = 0;
     }
 
-    const WCHAR* Text() const { return units_; }
+    const WCHAR* Text() const { return units; }
 
 private:
     static constexpr size_t capacity = 1000;
-    WCHAR units_[capacity] = {};
+    WCHAR units[capacity] = {};
 };
 
 }  // namespace
