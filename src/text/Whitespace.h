@@ -1,0 +1,8 @@
+/* Trimming of wide text. */
+#pragma once
+
+#include "text/WideString.h"
+
+/* Removes every space, tab, line feed and carriage return from both ends of `text` and returns `text`. No
+ * other unit counts as white space, and none inside the text is touched. */
+WideString& TrimWhitespace(WideString& text);
