@@ -28,8 +28,7 @@ public:
      * file cannot be opened or written; then it may be cut short or gone, and the old contents are lost.
      *
      * Loading the file restores every entry whose value holds only units below U+0100, and whose key is ASCII
-     * without
-     * control characters, =, &, spaces at its ends and # at its start. */
+     * without control characters, = and &, with no space at its ends and no # at its start. */
     bool SaveToFile(const WideString& path) const;
 
     /* The value of `key`, or `fallback` when there is no such entry. An empty value is a value. */
