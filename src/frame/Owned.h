@@ -17,8 +17,8 @@ public:
     using Handle = typename Kind::Handle;
 
     Owned() noexcept = default;
-    explicit Owned(Handle handle) noexcept : handle_(handle) {}
-    Owned(Owned&& other) noexcept : handle_(other.Release()) {}
+    explicit Owned(Handle handle) noexcept : held(handle) {}
+    Owned(Owned&& other) noexcept : held(other.Release()) {}
     Owned& operator=(Owned&& other) noexcept {
         Reset(other.Release());
         return *this;
@@ -27,17 +27,17 @@ public:
     Owned& operator=(const Owned&) = delete;
     ~Owned() { Reset(); }
 
-    explicit operator bool() const noexcept { return handle_ != Kind::none; }
+    explicit operator bool() const noexcept { return held != Kind::none; }
 
     /* Lends the handle. */
-    [[nodiscard]] Handle Get() const noexcept { return handle_; }
+    [[nodiscard]] Handle Get() const noexcept { return held; }
 
     /* Gives the handle up without closing it. */
-    [[nodiscard]] Handle Release() noexcept { return std::exchange(handle_, Kind::none); }
+    [[nodiscard]] Handle Release() noexcept { return std::exchange(held, Kind::none); }
 
     /* Closes the handle, if there is one, and takes `handle` instead. */
     void Reset(Handle handle = Kind::none) noexcept {
-        const Handle old = std::exchange(handle_, handle);
+        const Handle old = std::exchange(held, handle);
         if (old == Kind::none || old == handle) return;
         const DWORD error = GetLastError();
         Kind::Close(old);
@@ -45,5 +45,5 @@ public:
     }
 
 private:
-    Handle handle_ = Kind::none;
+    Handle held = Kind::none;
 };

@@ -17,8 +17,8 @@
 
 class DeviceTest : public ::testing::Test {
 public:
-    /* The path, in the device's own form, of `name` in the test's own folder. The folder is there and empty when
-     * the test begins. */
+    /* The path, in the device's own form, of `name` in the test's own folder. The folder is there and empty
+     * when the test begins. */
     static WideString PathOf(WideStringView name);
 
     /* Makes the file at `path` hold exactly `bytes`. */
@@ -30,8 +30,8 @@ public:
     /* Makes a folder at `path`; its parent must be there. */
     static void MakeFolder(const WideString& path);
 
-    /* Stores a registry value below HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE exactly as given: no terminator is
-     * added, and the length of `bytes` need not fit `type`. */
+    /* Stores a registry value below HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE exactly as given: no terminator
+     * is added, and the length of `bytes` need not fit `type`. */
     static void SetRegistryValue(HKEY root, const WCHAR* key, const WCHAR* name, DWORD type,
                                  std::string_view bytes);
 

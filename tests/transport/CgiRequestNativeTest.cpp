@@ -1,0 +1,371 @@
+#include "transport/CgiRequest.h"
+
+#include <gtest/gtest.h>
+
+#include "Device.h"
+#include "support/DeviceTest.h"
+#include "transport/NetworkConnection.h"
+
+using namespace std::string_view_literals;
+
+namespace {
+
+constexpr WCHAR host[] = TEXT("host.example");
+constexpr WCHAR path[] = TEXT("cgi-bin/program.cgi");
+
+class Cgi : public DeviceTest {
+protected:
+    void SetUp() override {
+        DeviceTest::SetUp();
+        managedConnection = nullptr;
+    }
+    void TearDown() override {
+        managedConnection = nullptr;
+        DeviceTest::TearDown();
+    }
+
+    void Answer(WebReply reply, INTERNET_PORT port = 80) { device.AddHost(host, port, std::move(reply)); }
+    void Answer(std::string_view bytes) { Answer(WebReply::WithBody(std::string(bytes))); }
+
+    static CgiRequest& WithCode(CgiRequest& request) {
+        request.WriteInt32(7);
+        return request;
+    }
+
+    Device& device = Device::Current();
+};
+
+}  // namespace
+
+TEST_F(Cgi, StartsWritingGoodAndEmpty) {
+    const CgiRequest request(host, path, false, false);
+    EXPECT_EQ(ByteStream::writing, request.mode);
+    EXPECT_TRUE(request.good);
+    EXPECT_TRUE(request.wideStrings);
+    EXPECT_EQ(0u, request.byteCount);
+}
+
+TEST_F(Cgi, CallsOfOnePlainRequestFromConstructionToDestruction) {
+    Answer("\0\0\0\0"sv);
+    {
+        CgiRequest request(host, path, true, false);
+        request.WriteInt32(101);
+        request.WriteInt32(0);
+        EXPECT_TRUE(request.SendRequest());
+        int32_t status = -1;
+        request.ReadInt32(status);
+        EXPECT_EQ(0, status);
+    }
+    const std::vector<std::string> expected = {
+        R"(ConnMgrMapURL("http://www.orvande.example/", 0) = 0x00000000)",
+        "ConnMgrEstablishConnectionSync({dwParams 0x1, dwPriority 0x8000, guidDestNet mapped}, 30000) = "
+        "0x00000000, link 1, status 0x10",
+        R"(InternetOpenW("ZR_CgiClient-SP", 0, null, null, 0x00000000) = session 1)",
+        R"(InternetConnectW(session 1, "host.example", 80, null, null, 3, 0x00000000, 0) = connection 1)",
+        R"(HttpOpenRequestW(connection 1, "POST", "cgi-bin/program.cgi", null, null, null, 0x00080100, 0) = request 1)",
+        "LoadCursorW(null, IDC_WAIT) = wait cursor",
+        "SetCursor(wait cursor) = normal cursor",
+        "HttpSendRequestW(request 1, null, 0, body, 8) = TRUE",
+        "SetCursor(normal cursor) = wait cursor",
+        "InternetReadFile(request 1, 256) = TRUE, 4",
+        "InternetCloseHandle(request 1) = TRUE",
+        "InternetCloseHandle(connection 1) = TRUE",
+        "InternetCloseHandle(session 1) = TRUE",
+        "ConnMgrReleaseConnection(link 1, 0) = 0x00000000",
+    };
+    EXPECT_EQ(expected, device.Calls());
+}
+
+TEST_F(Cgi, SecureRequestGoesToPort443WithTheSecureFlag) {
+    Answer(WebReply::WithBody("ok"), 443);
+    CgiRequest request(host, path, false, true);
+    EXPECT_TRUE(WithCode(request).SendRequest());
+    ASSERT_EQ(1u, device.Requests().size());
+    EXPECT_EQ(443, device.Requests()[0].port);
+    EXPECT_EQ(0x00880100u, device.Requests()[0].flags);
+    EXPECT_TRUE(device.Requests()[0].secure);
+}
+
+TEST_F(Cgi, PlainRequestGoesToPort80WithoutTheSecureFlag) {
+    Answer("ok");
+    CgiRequest request(host, path, false, false);
+    EXPECT_TRUE(WithCode(request).SendRequest());
+    ASSERT_EQ(1u, device.Requests().size());
+    EXPECT_EQ(80, device.Requests()[0].port);
+    EXPECT_EQ(0x00080100u, device.Requests()[0].flags);
+    EXPECT_FALSE(device.Requests()[0].secure);
+}
+
+TEST_F(Cgi, RequestCarriesAgentVerbPathAndBodyAndNoHeaderOfItsOwn) {
+    Answer("ok");
+    CgiRequest request(host, path, false, false);
+    request.WriteInt32(8);
+    request.WriteString(TEXT("Zo\x00EB"));
+    EXPECT_TRUE(request.SendRequest());
+    ASSERT_EQ(1u, device.Requests().size());
+    const WebRequest& sent = device.Requests()[0];
+    EXPECT_EQ(u"ZR_CgiClient-SP", sent.agent);
+    EXPECT_EQ(DWORD{INTERNET_OPEN_TYPE_PRECONFIG}, sent.accessType);
+    EXPECT_EQ(u"POST", sent.verb);
+    EXPECT_EQ(u"cgi-bin/program.cgi", sent.path);
+    EXPECT_EQ(u"", sent.headers);
+    EXPECT_EQ("\x08\0\0\0\x03\0\0\0Z\0o\0\xEB\0"sv, sent.body);
+}
+
+TEST_F(Cgi, WithoutConnectionManagerNothingIsAskedOfIt) {
+    Answer("ok");
+    {
+        CgiRequest request(host, path, false, false);
+        WithCode(request).SendRequest();
+    }
+    EXPECT_EQ(0u, device.CountCalls("ConnMgrMapURL"));
+    EXPECT_EQ(0u, device.CountCalls("ConnMgrReleaseConnection"));
+}
+
+TEST_F(Cgi, EachRequestAsksForAConnectionThoughOneIsUp) {
+    { const CgiRequest first(host, path, true, false); }
+    { const CgiRequest second(host, path, true, false); }
+    EXPECT_EQ(2u, device.CountCalls("ConnMgrEstablishConnectionSync"));
+    EXPECT_EQ(2u, device.CountCalls("ConnMgrReleaseConnection"));
+}
+
+TEST_F(Cgi, RequestGoesAheadWithoutAManagedConnection) {
+    Answer("ok");
+    device.SetConnectionAnswers({.establishResult = E_FAIL});
+    {
+        CgiRequest request(host, path, true, false);
+        EXPECT_TRUE(WithCode(request).SendRequest());
+    }
+    EXPECT_EQ(0u, device.CountCalls("ConnMgrReleaseConnection")) << "there is none to give up";
+}
+
+TEST_F(Cgi, EarlierConnectionIsGivenUpEvenWhenTheRequestForAnotherFailed) {
+    { const CgiRequest first(host, path, true, false); }
+    device.SetConnectionAnswers({.establishResult = E_FAIL});
+    { const CgiRequest second(host, path, true, false); }
+    const std::vector<std::string> expected = {"ConnMgrReleaseConnection(link 1, 0) = 0x00000000 (2 times)"};
+    EXPECT_EQ(expected, device.Calls({"ConnMgrReleaseConnection"}));
+}
+
+TEST_F(Cgi, RequestThatIsNeverSentIsClosed) {
+    {
+        CgiRequest request(host, path, false, false);
+        request.WriteInt32(1);
+    }
+    EXPECT_EQ(3u, device.CountCalls("InternetCloseHandle"));
+    EXPECT_TRUE(device.Requests().empty());
+}
+
+TEST_F(Cgi, FailureOfAnyStepOfConstructionMakesTheSendFail) {
+    Answer("ok");
+    for (const char* function : {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW"}) {
+        SCOPED_TRACE(function);
+        device.FailCall(function, 1, ERROR_INTERNET_INTERNAL_ERROR);
+        CgiRequest request(host, path, false, false);
+        EXPECT_FALSE(WithCode(request).SendRequest());
+        EXPECT_TRUE(request.good) << "the stream is turned round all the same";
+        int32_t value = 5;
+        request.ReadInt32(value);
+        EXPECT_FALSE(request.good);
+        EXPECT_EQ(5, value);
+    }
+}
+
+TEST_F(Cgi, UnknownHostRefusalAndTimeOutMakeTheSendFail) {
+    {
+        CgiRequest request(TEXT("unknown.example"), path, false, false);
+        EXPECT_FALSE(WithCode(request).SendRequest());
+    }
+    for (const WebReply& reply : {WebReply::Refused(), WebReply::TimedOut()}) {
+        Answer(reply);
+        CgiRequest request(host, path, false, false);
+        EXPECT_FALSE(WithCode(request).SendRequest());
+    }
+}
+
+TEST_F(Cgi, HttpStatusIsNotLookedAt) {
+    WebReply reply = WebReply::WithBody("abcd");
+    for (const DWORD status : {302u, 404u, 500u}) {
+        SCOPED_TRACE(status);
+        reply.status = status;
+        Answer(reply);
+        CgiRequest request(host, path, false, false);
+        EXPECT_TRUE(WithCode(request).SendRequest());
+        char bytes[4];
+        request.ReadBytes(bytes, 4);
+        EXPECT_TRUE(request.good);
+        EXPECT_EQ("abcd"sv, std::string_view(bytes, 4));
+    }
+    EXPECT_EQ(0u, device.CountCalls("HttpQueryInfoW"));
+}
+
+TEST_F(Cgi, NoReplyAtAllIsASuccessfulSendWithNothingToRead) {
+    Answer(WebReply::Nothing());
+    CgiRequest request(host, path, false, false);
+    EXPECT_TRUE(WithCode(request).SendRequest());
+    int32_t value = -1;
+    request.ReadInt32(value);
+    EXPECT_FALSE(request.good);
+    EXPECT_EQ(-1, value);
+}
+
+TEST_F(Cgi, SendingTurnsTheStreamRound) {
+    Answer("abcd");
+    CgiRequest request(host, path, false, false);
+    WithCode(request);
+    EXPECT_EQ(4u, request.byteCount);
+    request.good = false;
+    request.SendRequest();
+    EXPECT_EQ(ByteStream::reading, request.mode);
+    EXPECT_TRUE(request.good);
+    EXPECT_EQ(0u, request.byteCount);
+}
+
+TEST_F(Cgi, ReceiveBufferIs256BytesAfterA12ByteBody) {
+    Answer("abcd");
+    CgiRequest request(host, path, false, false);
+    request.WriteBytes("twelve bytes", 12);
+    request.SendRequest();
+    EXPECT_EQ(256u, request.ReceiveBufferSize());
+    char byte = 0;
+    request.ReadBytes(&byte, 1);
+    EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 256) = TRUE, 4"}),
+              device.Calls({"InternetReadFile"}));
+}
+
+TEST_F(Cgi, ReceiveBufferIs1000BytesAfterA1000ByteBody) {
+    Answer("abcd");
+    CgiRequest request(host, path, false, false);
+    const std::string body(1000, 'x');
+    request.WriteBytes(body.data(), 1000);
+    request.SendRequest();
+    EXPECT_EQ(1000u, request.ReceiveBufferSize());
+    char byte = 0;
+    request.ReadBytes(&byte, 1);
+    EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 1000) = TRUE, 4"}),
+              device.Calls({"InternetReadFile"}));
+    EXPECT_EQ(body, device.Requests()[0].body);
+}
+
+TEST_F(Cgi, ReceiveBufferSizeAroundItsSmallest) {
+    Answer("abcd");
+    for (const size_t size : {255u, 256u, 257u}) {
+        CgiRequest request(host, path, false, false);
+        const std::string body(size, 'x');
+        request.WriteBytes(body.data(), static_cast<uint32_t>(size));
+        request.SendRequest();
+        EXPECT_EQ(std::max<size_t>(size, 256), request.ReceiveBufferSize());
+    }
+}
+
+TEST_F(Cgi, Int32WithTwoBytesLeftSucceedsWithTwoBytesFilledAndTheNextFails) {
+    Answer("\x11\x22"sv);
+    CgiRequest request(host, path, false, false);
+    WithCode(request).SendRequest();
+    int32_t value = 0x77665544;
+    request.ReadInt32(value);
+    EXPECT_TRUE(request.good);
+    EXPECT_EQ(0x77662211, value);
+    char byte = 'x';
+    EXPECT_FALSE(request.Read(&byte, 1));
+    EXPECT_EQ('x', byte);
+}
+
+TEST_F(Cgi, ReadOfNoBytesFailsThoughBytesAreThere) {
+    Answer("abcd");
+    CgiRequest request(host, path, false, false);
+    WithCode(request).SendRequest();
+    char byte = 'x';
+    EXPECT_FALSE(request.Read(&byte, 0));
+    EXPECT_EQ('x', byte);
+    EXPECT_EQ(0u, device.CountCalls("InternetReadFile"));
+}
+
+TEST_F(Cgi, ReplyArrivesWholeWhateverItsChunks) {
+    std::string bytes;
+    for (int i = 0; i < 5000; ++i)
+        bytes += static_cast<char>(i * 7);
+    for (const std::vector<size_t>& chunks :
+         {std::vector<size_t>{}, {1}, {3, 1, 255, 256, 257}, {4096}, {255}, {1, 256}}) {
+        WebReply reply = WebReply::WithBody(bytes);
+        reply.chunks = chunks;
+        Answer(reply);
+        CgiRequest request(host, path, false, false);
+        WithCode(request).SendRequest();
+        std::string received(5000, '\0');
+        request.ReadBytes(received.data(), 5000);
+        EXPECT_TRUE(request.good);
+        EXPECT_EQ(bytes, received);
+        EXPECT_FALSE(request.Read(received.data(), 1));
+    }
+}
+
+TEST_F(Cgi, BytesBeforeAResetAreStillRead) {
+    for (const DWORD error : {10054u, 12030u}) {
+        WebReply reply = WebReply::WithBody("abcdefgh");
+        reply.breaks = WebReply::Break::Reset;
+        reply.breakAt = 6;
+        reply.resetError = error;
+        Answer(reply);
+        CgiRequest request(host, path, false, false);
+        WithCode(request).SendRequest();
+        char bytes[9] = "........";
+        request.ReadBytes(bytes, 8);
+        EXPECT_TRUE(request.good) << "some bytes were found";
+        EXPECT_EQ("abcdef.."sv, bytes);
+        request.ReadBytes(bytes, 1);
+        EXPECT_FALSE(request.good);
+    }
+}
+
+TEST_F(Cgi, NetworkReadThatFailsWithoutBytesIsTheEnd) {
+    Answer("abcd");
+    device.FailCall("InternetReadFile", 1, ERROR_INTERNET_CONNECTION_ABORTED);
+    CgiRequest request(host, path, false, false);
+    WithCode(request).SendRequest();
+    int32_t value = 3;
+    request.ReadInt32(value);
+    EXPECT_FALSE(request.good);
+    EXPECT_EQ(3, value);
+}
+
+TEST_F(Cgi, EachReadPastTheEndAsksTheNetworkAgain) {
+    Answer("");
+    CgiRequest request(host, path, false, false);
+    WithCode(request).SendRequest();
+    char byte = 0;
+    EXPECT_FALSE(request.Read(&byte, 1));
+    EXPECT_FALSE(request.Read(&byte, 1));
+    EXPECT_EQ(2u, device.CountCalls("InternetReadFile"));
+}
+
+TEST_F(Cgi, CursorIsRestoredAfterAFailedSend) {
+    CgiRequest request(host, path, false, false);
+    EXPECT_FALSE(WithCode(request).SendRequest());
+    EXPECT_EQ(device.NormalCursor(), device.CurrentCursor());
+}
+
+TEST_F(Cgi, CursorIsRestoredWhenMemoryRunsOut) {
+    Answer("ok");
+    CgiRequest request(host, path, false, false);
+    WithCode(request);
+    AllocationWatch watch(1);
+    EXPECT_THROW(request.SendRequest(), std::bad_alloc);
+    watch.Stop();
+    EXPECT_EQ(device.NormalCursor(), device.CurrentCursor());
+}
+
+TEST_F(Cgi, RequestsMayStandSideBySide) {
+    device.AddHost(host, 80, [](const WebRequest& request) { return WebReply::WithBody(request.body); });
+    CgiRequest first(host, path, true, false);
+    CgiRequest second(host, path, true, false);
+    first.WriteInt32(1);
+    second.WriteInt32(2);
+    EXPECT_TRUE(second.SendRequest());
+    EXPECT_TRUE(first.SendRequest());
+    int32_t value = 0;
+    first.ReadInt32(value);
+    EXPECT_EQ(1, value);
+    second.ReadInt32(value);
+    EXPECT_EQ(2, value);
+}

@@ -1,0 +1,125 @@
+/* The catalogue on the simulated handheld: where it finds its module and the user's documents. */
+#include <gtest/gtest.h>
+
+#include "Device.h"
+#include "support/DeviceTest.h"
+#include "ui/TranslationCatalogue.h"
+
+namespace {
+
+class CatalogueOnDevice : public DeviceTest {
+protected:
+    static void SetLanguageSetting(WideStringView name) {
+        SetRegistryValue(HKEY_CURRENT_USER, TEXT("Software\\Orvande"), TEXT("Language"), REG_SZ,
+                         BytesOf(name));
+    }
+
+    Device& device = Device::Current();
+};
+
+}  // namespace
+
+TEST_F(CatalogueOnDevice, LanguageFileIsFoundBesideTheLibrary) {
+    SetLanguageSetting(TEXT("French"));
+    device.PutFile(u"\\Program Files\\App\\OrvandeOnline.French.txt", "Open\tOuvrir\n");
+    TranslationCatalogue catalogue;
+    EXPECT_TRUE(catalogue.InitTranslation(device.LibraryInstance()));
+    EXPECT_EQ(TEXT("Ouvrir"), catalogue.Translate("Open"));
+}
+
+TEST_F(CatalogueOnDevice, WithoutASettingNoFileIsLookedFor) {
+    TranslationCatalogue catalogue;
+    EXPECT_FALSE(catalogue.InitTranslation(device.LibraryInstance()));
+    EXPECT_EQ(0u, device.CountCalls("_wfopen"));
+}
+
+TEST_F(CatalogueOnDevice, LibraryInTheRootFolderHasItsFilesThere) {
+    device.SetLibraryPath(u"\\Lib.dll");
+    SetLanguageSetting(TEXT("French"));
+    device.PutFile(u"\\Lib.French.txt", "Open\tOuvrir\n");
+    TranslationCatalogue catalogue;
+    EXPECT_TRUE(catalogue.InitTranslation(device.LibraryInstance()));
+}
+
+TEST_F(CatalogueOnDevice, UnknownModuleFileMeansThatNoLanguageIsFound) {
+    SetLanguageSetting(TEXT("French"));
+    device.PutFile(u"\\Program Files\\App\\OrvandeOnline.French.txt", "Open\tOuvrir\n");
+    device.FailCall("GetModuleFileNameW", 1, ERROR_INVALID_HANDLE);
+    TranslationCatalogue catalogue;
+    EXPECT_FALSE(catalogue.InitTranslation(device.LibraryInstance()));
+}
+
+TEST_F(CatalogueOnDevice, ModulePathThatFillsTheBufferCountsAsUnknown) {
+    SetLanguageSetting(TEXT("French"));
+    device.SetLibraryPath(u"\\" + std::u16string(300, u'x') + u".dll");
+    TranslationCatalogue catalogue;
+    EXPECT_FALSE(catalogue.InitTranslation(device.LibraryInstance()));
+}
+
+TEST_F(CatalogueOnDevice, HarvestIsWrittenToTheUsersDocumentsAtTheEnd) {
+    device.MakeFolder(u"\\My Documents\\ZRTranslation");
+    {
+        TranslationCatalogue catalogue;
+        catalogue.InitTranslation(device.LibraryInstance());
+        catalogue.Translate("Open");
+    }
+    EXPECT_EQ("\xFF\xFE" + BytesOf(TEXT("Open\tXXXX\r\n")),
+              device.TakeFile(u"\\My Documents\\ZRTranslation\\OrvandeOnline.txt").value_or("no file"));
+    const std::vector<std::string> expected = {
+        R"(SHGetSpecialFolderPathW(null, 5, TRUE) = TRUE, "\My Documents")"};
+    EXPECT_EQ(expected, device.Calls({"SHGetSpecialFolderPathW"}));
+}
+
+TEST_F(CatalogueOnDevice, WithoutADocumentsFolderTheHarvestFolderIsLookedForInTheRoot) {
+    device.SetSpecialFolder(CSIDL_PERSONAL, std::nullopt);
+    device.MakeFolder(u"\\ZRTranslation");
+    { TranslationCatalogue().Translate("Open"); }
+    EXPECT_TRUE(device.Exists(u"\\ZRTranslation\\OrvandeOnline.txt") ||
+                device.Exists(u"\\ZRTranslation\\module.txt"));
+}
+
+TEST_F(CatalogueOnDevice, HarvestOfAnUnknownModuleIsNamedModule) {
+    device.MakeFolder(u"\\My Documents\\ZRTranslation");
+    {
+        TranslationCatalogue catalogue;
+        catalogue.InitTranslation(device.LibraryInstance());
+        catalogue.Translate("Open");
+        device.FailCall("GetModuleFileNameW", 1, ERROR_INVALID_HANDLE);
+    }
+    EXPECT_TRUE(device.Exists(u"\\My Documents\\ZRTranslation\\module.txt"));
+}
+
+TEST_F(CatalogueOnDevice, FullStorageCutsTheHarvestWithoutHarm) {
+    device.MakeFolder(u"\\My Documents\\ZRTranslation");
+    {
+        TranslationCatalogue catalogue;
+        catalogue.InitTranslation(device.LibraryInstance());
+        catalogue.Translate("Open");
+        device.SetFreeStorage(6);
+    }
+    EXPECT_EQ(std::string("\xFF\xFEO\0p\0", 6),
+              device.TakeFile(u"\\My Documents\\ZRTranslation\\OrvandeOnline.txt").value_or("no file"));
+}
+
+TEST_F(CatalogueOnDevice, ReadThatFailsEndsTheFile) {
+    SetLanguageSetting(TEXT("French"));
+    device.PutFile(u"\\Program Files\\App\\OrvandeOnline.French.txt", "Open\tOuvrir\n");
+    device.FailCall("fread", 1, ERROR_READ_FAULT, Failing::FromThereOn);
+    TranslationCatalogue catalogue;
+    EXPECT_FALSE(catalogue.InitTranslation(device.LibraryInstance()));
+    EXPECT_EQ(TEXT(""), catalogue.CurrentLanguage());
+}
+
+TEST_F(CatalogueOnDevice, NothingIsThrownWhenMemoryRunsOutAtTheEnd) {
+    device.MakeFolder(u"\\My Documents\\ZRTranslation");
+    for (size_t n = 1;; ++n) {
+        auto* const catalogue = new TranslationCatalogue;
+        catalogue->InitTranslation(device.LibraryInstance());
+        catalogue->Translate("A text that is too long to lie inside of its own string object");
+        AllocationWatch watch(n);
+        delete catalogue;
+        watch.Stop();
+        if (!watch.Failed()) break;
+        ASSERT_LT(n, 100u);
+    }
+}
