@@ -1,0 +1,57 @@
+#include "Console.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+std::string Utf8Of(std::wstring_view text) {
+    const int units = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), units, bytes.data(), size, nullptr, nullptr);
+    return bytes;
+}
+
+size_t ConsoleWidth() {
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info)) return 0;
+    // A line that fills the console is followed by an empty one on some.
+    return static_cast<size_t>(std::max(info.srWindow.Right - info.srWindow.Left, 0));
+}
+
+size_t ColumnsOfEnvironment() {
+    const wchar_t* const columns = _wgetenv(L"COLUMNS");
+    return columns == nullptr ? 0 : wcstoul(columns, nullptr, 10);
+}
+
+}  // namespace
+
+Utf8Console::Utf8Console() : codePage_(GetConsoleOutputCP()) {
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+Utf8Console::~Utf8Console() {
+    SetConsoleOutputCP(codePage_);
+}
+
+void PrintLine(std::wstring_view text) {
+    std::puts(Utf8Of(text).c_str());
+}
+
+void PrintError(std::wstring_view text) {
+    std::fprintf(stderr, "mapshop: %s\n", Utf8Of(text).c_str());
+}
+
+size_t LineWidth() {
+    constexpr size_t fallback = 100;
+    constexpr size_t least = 40;
+    constexpr size_t most = 1000;
+    for (const size_t width : {ConsoleWidth(), ColumnsOfEnvironment()}) {
+        if (width != 0) return std::clamp(width, least, most);
+    }
+    return fallback;
+}

@@ -1,0 +1,28 @@
+/* Text in and out of the console. */
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/* While one lives, the console takes the program's output for UTF-8. The setting would otherwise outlive the
+ * program. */
+class Utf8Console {
+public:
+    Utf8Console();
+    ~Utf8Console();
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+
+private:
+    unsigned codePage_;
+};
+
+/* Writes `text` and a line feed to the standard output, as UTF-8. */
+void PrintLine(std::wstring_view text);
+
+/* Writes "mapshop: ", `text` and a line feed to the standard error output, as UTF-8. */
+void PrintError(std::wstring_view text);
+
+/* How many characters fit on a line: the console's own width; where the output is no console, the
+ * environment's COLUMNS, and 100 where there is none. At least 40. */
+size_t LineWidth();

@@ -1,0 +1,54 @@
+#include "OnlineLibrary.h"
+
+namespace {
+
+constexpr wchar_t libraryName[] = L"OrvandeOnline.dll";
+
+std::wstring ProgramFolder() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) return path.substr(0, path.find_last_of(L'\\', length) + 1);
+        path.resize(path.size() * 2);
+    }
+}
+
+std::wstring LoadProblem(const std::wstring& path, DWORD error) {
+    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        return std::wstring(libraryName) + L" is missing: it belongs beside this program, as " + path + L".";
+    }
+    if (error == ERROR_MOD_NOT_FOUND) {
+        return path + L" cannot be loaded: aygshell.dll or cellcore.dll, which belong beside it, is missing.";
+    }
+    return path + L" cannot be loaded (Windows error " + std::to_wstring(error) + L").";
+}
+
+std::wstring WidenedName(const char* name) {
+    return {name, name + strlen(name)};
+}
+
+}  // namespace
+
+OnlineLibrary::OnlineLibrary() : path_(ProgramFolder() + libraryName) {
+    module_ = LoadLibraryW(path_.c_str());
+    if (module_ == nullptr) {
+        problem_ = LoadProblem(path_, GetLastError());
+        return;
+    }
+    Find(mapShopSearch, "LMMapShopSearch");
+    Find(mapShopGetNext, "LMMapShopGetNext");
+    Find(mapShopClose, "LMMapShopClose");
+}
+
+OnlineLibrary::~OnlineLibrary() {
+    if (module_ != nullptr) FreeLibrary(module_);
+}
+
+template <class Function>
+void OnlineLibrary::Find(Function& function, const char* name) {
+    const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module_, name));
+    function = reinterpret_cast<Function>(address);
+    if (function != nullptr || !problem_.empty()) return;
+    problem_ =
+        path_ + L" has no function " + WidenedName(name) + L": it is another library, or another version.";
+}

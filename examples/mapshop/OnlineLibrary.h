@@ -1,0 +1,34 @@
+/* The online library, loaded when it is needed. */
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "LMOnline.h"
+
+/* OrvandeOnline.dll from the program's own folder, and its functions; unloaded at the end of this object's
+ * life. */
+class OnlineLibrary {
+public:
+    OnlineLibrary();
+    ~OnlineLibrary();
+    OnlineLibrary(const OnlineLibrary&) = delete;
+    OnlineLibrary& operator=(const OnlineLibrary&) = delete;
+
+    /* Why the library cannot be used, naming the file at fault; empty when it can. The functions below may be
+     * called only then. */
+    const std::wstring& Problem() const { return problem_; }
+
+    decltype(&LMMapShopSearch) mapShopSearch = nullptr;
+    decltype(&LMMapShopGetNext) mapShopGetNext = nullptr;
+    decltype(&LMMapShopClose) mapShopClose = nullptr;
+
+private:
+    template <class Function>
+    void Find(Function& function, const char* name);
+
+    HMODULE module_ = nullptr;
+    std::wstring path_;
+    std::wstring problem_;
+};

@@ -1,0 +1,81 @@
+#include "SearchCommand.h"
+
+#include "Console.h"
+#include "GeoBox.h"
+#include "OnlineLibrary.h"
+#include "TextTable.h"
+
+namespace {
+
+std::wstring Counted(int64_t count, const std::wstring& noun) {
+    return std::to_wstring(count) + L" " + noun + (count == 1 ? L"" : L"s");
+}
+
+/* 12345 as "12,345 KB". */
+std::wstring SizeText(int32_t kilobytes) {
+    std::wstring digits = std::to_wstring(kilobytes);
+    const size_t sign = kilobytes < 0 ? 1U : 0U;
+    for (size_t end = digits.size(); end > sign + 3; end -= 3)
+        digits.insert(end - 3, L",");
+    return digits + L" KB";
+}
+
+struct Results {
+    std::vector<LMMapShopResult> maps;
+    int32_t catalogueSize = 0;  // the number that ends the service's answer
+    bool made = false;          // false: no memory for the search
+};
+
+Results Search(const OnlineLibrary& library, const std::vector<GeoBox>& boxes) {
+    Results results;
+    const LMMapShopHandle search = library.mapShopSearch(boxes.data(), static_cast<int32_t>(boxes.size()));
+    if (search == nullptr) return results;
+    LMMapShopResult map;
+    while (library.mapShopGetNext(search, &map) != 0)
+        results.maps.push_back(map);
+    results.catalogueSize = library.mapShopClose(search);
+    results.made = true;
+    return results;
+}
+
+void PrintTable(const std::vector<LMMapShopResult>& maps) {
+    constexpr size_t widestName = 36;
+    constexpr size_t leastDescription = 30;
+    TextTable table(
+        {{L"NAME", widestName}, {L"SIZE", TableColumn::whole, true}, {L"PATH"}, {L"DESCRIPTION"}});
+    for (const LMMapShopResult& map : maps) {
+        table.AddRow({map.text1, SizeText(map.number), map.text2, map.text3});
+    }
+    table.FitLastColumn(LineWidth(), leastDescription);
+    for (const std::wstring& line : table.Lines())
+        PrintLine(line);
+}
+
+}  // namespace
+
+ExitCode RunSearch(const std::vector<std::wstring>& arguments) {
+    const ParsedBoxes parsed = ParseBoxes(arguments);
+    if (!parsed.problem.empty()) {
+        PrintError(parsed.problem);
+        return exitUsage;
+    }
+    const OnlineLibrary library;
+    if (!library.Problem().empty()) {
+        PrintError(library.Problem());
+        return exitLibraryFailed;
+    }
+    const Results results = Search(library, parsed.boxes);
+    if (!results.made) {
+        PrintError(L"There is not enough memory for a search.");
+        return exitNoAnswer;
+    }
+    if (results.maps.empty() && results.catalogueSize == 0) {
+        PrintError(L"No maps: the service cannot be reached, refused the search, or has none.");
+        return exitNoAnswer;
+    }
+    if (!results.maps.empty()) PrintTable(results.maps);
+    const std::wstring found = results.maps.empty() ? L"No maps" : Counted(std::ssize(results.maps), L"map");
+    PrintLine((results.maps.empty() ? L"" : L"\n") + found + L" found; " +
+              Counted(results.catalogueSize, L"map") + L" in the catalogue.");
+    return exitDone;
+}
