@@ -166,6 +166,7 @@ public:
      *   RegQueryValueExW(key 1, "Value", 522) = 0, type 1, 14 bytes
      *   RegCloseKey(key 1) = 0
      *   _wfopen("\Temp\file", "rb") = file 1
+     *   _wfopen("\Temp\none", "rb") = null
      *   fclose(file 1) = 0
      *   GetFileAttributesW("\Temp\none") = 0xFFFFFFFF, error 2
      *   SHGetSpecialFolderPathW(null, 5, TRUE) = TRUE, "\My Documents"

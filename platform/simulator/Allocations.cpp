@@ -1,0 +1,92 @@
+#include "Platform.h"
+
+#include "Allocations.h"
+
+#include <new>
+
+#include "Device.h"
+#include "Violations.h"
+
+namespace {
+
+struct Gate {
+    bool watching = false;
+    int ownWork = 0;
+    size_t count = 0;
+    size_t firstRefused = 0;  // 0: none
+    bool refusesAllFromThere = false;
+    bool refused = false;
+};
+
+// Constant-initialised and trivially destroyed: operator new is called before main and after it.
+thread_local constinit Gate gate;
+
+}  // namespace
+
+namespace simulator {
+
+bool AllocationIsRefused() noexcept {
+    if (!gate.watching || gate.ownWork > 0) return false;
+    ++gate.count;
+    if (gate.firstRefused == 0 || gate.count < gate.firstRefused) return false;
+    if (gate.count > gate.firstRefused && !gate.refusesAllFromThere) return false;
+    gate.refused = true;
+    return true;
+}
+
+OwnWork::OwnWork() noexcept {
+    ++gate.ownWork;
+}
+
+OwnWork::~OwnWork() {
+    --gate.ownWork;
+}
+
+}  // namespace simulator
+
+void AllocationWatch::Start() {
+    if (gate.watching) {
+        simulator::Violate("an AllocationWatch begins while another one is on");
+        return;
+    }
+    gate = Gate{};
+    gate.watching = true;
+    ::operator delete(::operator new(1));
+    const bool counts = gate.count == 1;
+    gate = Gate{};
+    if (!counts) {
+        simulator::Violate("AllocationWatch counts nothing: the program does not link simulator_allocations");
+        return;
+    }
+    running_ = true;
+}
+
+AllocationWatch::AllocationWatch() : AllocationWatch(0) {}
+
+AllocationWatch::AllocationWatch(size_t n, Failing failing) {
+    Start();
+    if (!running_) return;
+    gate.firstRefused = n;
+    gate.refusesAllFromThere = failing == Failing::FromThereOn;
+    gate.watching = true;
+}
+
+AllocationWatch::~AllocationWatch() {
+    Stop();
+}
+
+size_t AllocationWatch::Count() const {
+    return running_ ? gate.count : count_;
+}
+
+bool AllocationWatch::Failed() const {
+    return running_ ? gate.refused : failed_;
+}
+
+void AllocationWatch::Stop() {
+    if (!running_) return;
+    running_ = false;
+    count_ = gate.count;
+    failed_ = gate.refused;
+    gate = Gate{};
+}

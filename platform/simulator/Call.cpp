@@ -1,0 +1,51 @@
+#include "Call.h"
+
+#include "Failures.h"
+#include "Journal.h"
+#include "Violations.h"
+
+namespace {
+
+DWORD lastError = ERROR_SUCCESS;
+
+}  // namespace
+
+DWORD WINAPI GetLastError() {
+    return lastError;
+}
+
+void WINAPI SetLastError(DWORD error) {
+    lastError = error;
+}
+
+namespace simulator {
+
+Call::Call(const char* function)
+    : function_(function), text_(function), orderedError_(OrderedFailure(function)) {}
+
+void Call::Arguments(std::initializer_list<std::string> arguments) {
+    text_ += '(';
+    const char* separator = "";
+    for (const std::string& argument : arguments) {
+        text_ += separator + argument;
+        separator = ", ";
+    }
+    text_ += ')';
+}
+
+void Call::Write(const std::string& result) {
+    Journal::Current().Add(function_, text_ + " = " + result);
+}
+
+void Call::Violates(const std::string& what) const {
+    Violate(text_ + ": " + what);
+}
+
+std::optional<DWORD> CountedCall(const char* function) {
+    Journal::Current().Count(function);
+    const auto error = OrderedFailure(function);
+    if (error) SetLastError(*error);
+    return error;
+}
+
+}  // namespace simulator

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace simulator {
+
+/* Every call succeeds and connects. */
+void ResetConnectionManager();
+
+}  // namespace simulator

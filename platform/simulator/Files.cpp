@@ -1,0 +1,24 @@
+/* The system's own file functions. */
+#include "Platform.h"
+
+#include "Call.h"
+#include "Storage.h"
+#include "Text.h"
+
+using simulator::Call;
+using simulator::Storage;
+
+DWORD WINAPI GetFileAttributesW(LPCWSTR path) {
+    Call call("GetFileAttributesW");
+    call.Arguments({simulator::Quoted(path)});
+    const auto fails = [&](DWORD error) {
+        return call.Fails(INVALID_FILE_ATTRIBUTES, simulator::Hex8(INVALID_FILE_ATTRIBUTES), error);
+    };
+    if (call.MustFail()) return fails(call.OrderedError());
+    DWORD error = ERROR_SUCCESS;
+    const auto place = Storage::Current().Place(simulator::TextOrEmpty(path), error);
+    if (!place) return fails(error);
+    if (!Storage::IsThere(*place)) return fails(Storage::MissingError(*place));
+    const DWORD attributes = Storage::IsFolder(*place) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
+    return call.Returns(attributes, simulator::Hex8(attributes));
+}

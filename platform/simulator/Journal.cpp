@@ -1,0 +1,128 @@
+#include "Platform.h"
+
+#include "Journal.h"
+
+#include <algorithm>
+
+#include "Device.h"
+#include "Violations.h"
+
+namespace simulator {
+
+namespace {
+
+constexpr std::string_view simulatedFunctions[] = {
+    "ConnMgrEstablishConnectionSync",
+    "ConnMgrMapURL",
+    "ConnMgrReleaseConnection",
+    "GetFileAttributesW",
+    "GetModuleFileNameW",
+    "GetModuleHandleW",
+    "HttpOpenRequestW",
+    "HttpQueryInfoW",
+    "HttpSendRequestW",
+    "InternetCloseHandle",
+    "InternetConnectW",
+    "InternetOpenW",
+    "InternetReadFile",
+    "LoadCursorW",
+    "MessageBoxW",
+    "RegCloseKey",
+    "RegOpenKeyExW",
+    "RegQueryValueExW",
+    "SHGetSpecialFolderPathW",
+    "SHInitExtraControls",
+    "SetCursor",
+    "_wfopen",
+    "fclose",
+    "fread",
+    "fseek",
+    "fwrite",
+};
+
+void RequireSimulated(std::string_view function) {
+    if (IsSimulatedFunction(function)) return;
+    Violate("a test asks for calls to " + std::string(function) + ", which is not simulated");
+}
+
+}  // namespace
+
+bool IsSimulatedFunction(std::string_view function) {
+    return std::find(std::begin(simulatedFunctions), std::end(simulatedFunctions), function) !=
+           std::end(simulatedFunctions);
+}
+
+Journal& Journal::Current() {
+    static Journal& journal = *new Journal;
+    return journal;
+}
+
+void Journal::Add(std::string_view function, std::string line) {
+    Count(function);
+    if (unlisted_.empty() && !lines_.empty() && lines_.back().text == line) {
+        ++lines_.back().times;
+    } else if (lines_.size() < mostLines) {
+        lines_.push_back({std::string(function), std::move(line)});
+    } else {
+        ++unlisted_[std::string(function)];
+    }
+}
+
+void Journal::Count(std::string_view function) {
+    const auto found = calls_.find(function);
+    if (found != calls_.end()) {
+        ++found->second;
+    } else {
+        calls_.emplace(function, 1);
+    }
+}
+
+std::vector<std::string> Journal::Lines(const std::function<bool(std::string_view)>& isWanted) const {
+    std::vector<std::string> texts;
+    for (const Line& line : lines_) {
+        if (!isWanted(line.function)) continue;
+        texts.push_back(line.times == 1 ? line.text
+                                        : line.text + " (" + std::to_string(line.times) + " times)");
+    }
+    size_t further = 0;
+    for (const auto& [function, times] : unlisted_)
+        further += isWanted(function) ? times : 0;
+    if (further != 0) texts.push_back("... and " + std::to_string(further) + " further calls");
+    return texts;
+}
+
+size_t Journal::CallsTo(std::string_view function) const {
+    const auto found = calls_.find(function);
+    return found != calls_.end() ? found->second : 0;
+}
+
+void Journal::Clear() {
+    lines_.clear();
+    unlisted_.clear();
+    calls_.clear();
+}
+
+}  // namespace simulator
+
+using simulator::Journal;
+
+std::vector<std::string> Device::Calls() const {
+    return Journal::Current().Lines([](std::string_view) { return true; });
+}
+
+std::vector<std::string> Device::Calls(std::initializer_list<std::string_view> functions) const {
+    for (const std::string_view function : functions)
+        simulator::RequireSimulated(function);
+    return Journal::Current().Lines([&](std::string_view function) {
+        return std::find(functions.begin(), functions.end(), function) != functions.end();
+    });
+}
+
+size_t Device::CountCalls(std::string_view function) const {
+    simulator::RequireSimulated(function);
+    return Journal::Current().CallsTo(function);
+}
+
+void Device::ForgetCalls() {
+    Journal::Current().Clear();
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace simulator {
+
+/* Empties the registry. */
+void ResetRegistry();
+
+}  // namespace simulator

@@ -1,0 +1,156 @@
+#include "Storage.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "Device.h"
+#include "Text.h"
+#include "Violations.h"
+
+namespace fs = std::filesystem;
+
+namespace simulator {
+
+namespace {
+
+constexpr std::u16string_view newFolders[] = {
+    u"\\Temp", u"\\Storage", u"\\Windows", u"\\My Documents", u"\\Application Data", u"\\Program Files\\App",
+};
+
+bool IsSeparator(char16_t unit) {
+    return unit == u'\\' || unit == u'/';
+}
+
+bool IsForbidden(char16_t unit) {
+    return unit < 0x20 || std::u16string_view(u"<>:\"|?*").find(unit) != std::u16string_view::npos;
+}
+
+/* The entry of `folder` with that name, in the case in which it exists. */
+fs::path Entry(const fs::path& folder, std::u16string_view name) {
+    const fs::path exact = folder / ToUtf8(name);
+    std::error_code ignored;
+    if (fs::exists(exact, ignored)) return exact;
+    const std::u16string folded = Folded(name);
+    for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+        if (Folded(FromUtf8(entry.path().filename().native())) == folded) return entry.path();
+    }
+    return exact;
+}
+
+}  // namespace
+
+Storage& Storage::Current() {
+    static Storage& storage = *new Storage;
+    return storage;
+}
+
+void Storage::BeginTest() {
+    std::string folder = (fs::temp_directory_path() / "orvande-device-XXXXXX").native();
+    if (mkdtemp(folder.data()) == nullptr) {
+        Violate("the device's folder cannot be made: " + folder);
+        return;
+    }
+    root_ = folder;
+    free_.reset();
+    for (const auto name : newFolders)
+        Device::Current().MakeFolder(name);
+}
+
+void Storage::EndTest() {
+    std::error_code ignored;
+    if (!root_.empty()) fs::remove_all(root_, ignored);
+    root_.clear();
+}
+
+std::optional<std::string> Storage::Place(std::u16string_view path, DWORD& error) const {
+    error = path.size() >= MAX_PATH ? ERROR_FILENAME_EXCED_RANGE : ERROR_PATH_NOT_FOUND;
+    if (root_.empty() || path.empty() || path.size() >= MAX_PATH) return std::nullopt;
+    error = ERROR_INVALID_NAME;
+    if (std::any_of(path.begin(), path.end(), IsForbidden)) return std::nullopt;
+    fs::path place = root_;
+    for (size_t begin = 0; begin < path.size();) {
+        const auto end = static_cast<size_t>(
+            std::find_if(path.begin() + static_cast<ptrdiff_t>(begin), path.end(), IsSeparator) -
+            path.begin());
+        const std::u16string_view name = path.substr(begin, end - begin);
+        begin = end + 1;
+        if (name == u"..") {
+            if (place != root_) place = place.parent_path();
+        } else if (!name.empty() && name != u".") {
+            place = Entry(place, name);
+        }
+    }
+    error = ERROR_SUCCESS;
+    return place.native();
+}
+
+DWORD Storage::MissingError(const std::string& place) {
+    return IsFolder(fs::path(place).parent_path().native()) ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+}
+
+bool Storage::IsFolder(const std::string& place) {
+    std::error_code ignored;
+    return fs::is_directory(place, ignored);
+}
+
+bool Storage::IsThere(const std::string& place) {
+    std::error_code ignored;
+    return fs::exists(place, ignored);
+}
+
+size_t Storage::Claim(size_t bytes) {
+    if (!free_) return bytes;
+    const auto claimed = static_cast<size_t>(std::min<uint64_t>(bytes, *free_));
+    *free_ -= claimed;
+    return claimed;
+}
+
+}  // namespace simulator
+
+using simulator::Storage;
+
+void Device::PutFile(std::u16string_view path, std::string_view bytes) {
+    const fs::path place = HostPath(path);
+    std::error_code ignored;
+    fs::create_directories(place.parent_path(), ignored);
+    std::ofstream file(place, std::ios::binary | std::ios::trunc);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file) simulator::Violate("PutFile cannot write " + simulator::Quoted(path));
+}
+
+void Device::MakeFolder(std::u16string_view path) {
+    const std::string place = HostPath(path);
+    std::error_code ignored;
+    fs::create_directories(place, ignored);
+    if (!Storage::IsFolder(place)) simulator::Violate("MakeFolder cannot make " + simulator::Quoted(path));
+}
+
+std::optional<std::string> Device::TakeFile(std::u16string_view path) const {
+    const std::string place = HostPath(path);
+    if (!Storage::IsThere(place) || Storage::IsFolder(place)) return std::nullopt;
+    std::ifstream file(place, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    if (!file.is_open()) return std::nullopt;
+    return std::move(bytes).str();
+}
+
+bool Device::Exists(std::u16string_view path) const {
+    return Storage::IsThere(HostPath(path));
+}
+
+std::string Device::HostPath(std::u16string_view path) const {
+    DWORD error = ERROR_SUCCESS;
+    const auto place = Storage::Current().Place(path, error);
+    if (place) return *place;
+    simulator::Violate("no path of this device: " + simulator::Quoted(path));
+    return "/nonexistent";
+}
+
+void Device::SetFreeStorage(std::optional<uint64_t> bytes) {
+    Storage::Current().SetFree(bytes);
+}
