@@ -99,9 +99,9 @@ TEST_F(FileStream, FileThatCannotBeOpenedFailsEveryOperation) {
     const WideString nowhere = PathOf(TEXT("no such folder\\stream.bin"));
     FileReadStream input(nowhere);
     EXPECT_FALSE(input.good);
-    char byte = 'x';
-    EXPECT_FALSE(input.Read(&byte, 1));
-    EXPECT_EQ('x', byte);
+    char received = 'x';
+    EXPECT_FALSE(input.Read(&received, 1));
+    EXPECT_EQ('x', received);
     WideString text;
     EXPECT_FALSE(input.ReadString(text));
 
@@ -115,8 +115,8 @@ TEST_F(FileStream, FileThatCannotBeOpenedFailsEveryOperation) {
 TEST_F(FileStream, FolderInPlaceOfAFileHasNothingToRead) {
     MakeFolder(path);
     FileReadStream stream(path);
-    char byte = 0;
-    EXPECT_FALSE(stream.Read(&byte, 1));
+    char received = 0;
+    EXPECT_FALSE(stream.Read(&received, 1));
     EXPECT_FALSE(stream.good);
 }
 
@@ -142,18 +142,18 @@ TEST_F(FileStream, WritingOnAReadStreamClearsGoodAndLeavesTheFile) {
 
 TEST_F(FileStream, ReadingOnAWriteStreamClearsGood) {
     FileWriteStream stream(path);
-    char byte = 'x';
-    EXPECT_FALSE(stream.Read(&byte, 1));
+    char received = 'x';
+    EXPECT_FALSE(stream.Read(&received, 1));
     EXPECT_FALSE(stream.good);
-    EXPECT_EQ('x', byte);
+    EXPECT_EQ('x', received);
 }
 
 TEST_F(FileStream, NothingIsWrittenOnceGoodIsCleared) {
     {
         FileWriteStream stream(path);
         stream.WriteBytes("kept", 4);
-        char byte = 0;
-        EXPECT_FALSE(stream.Read(&byte, 1));
+        char received = 0;
+        EXPECT_FALSE(stream.Read(&received, 1));
         stream.WriteBytes("lost", 4);
         EXPECT_EQ(8u, stream.byteCount) << "the count goes on";
     }
@@ -169,7 +169,7 @@ TEST_F(FileStream, WriteOfNoBytesClearsGood) {
 TEST_F(FileStream, ReadOfNoBytesClearsGood) {
     PutFile(path, "abcd");
     FileReadStream stream(path);
-    char byte = 0;
-    stream.ReadBytes(&byte, 0);
+    char received = 0;
+    stream.ReadBytes(&received, 0);
     EXPECT_FALSE(stream.good);
 }
