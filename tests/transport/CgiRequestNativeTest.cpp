@@ -143,7 +143,7 @@ TEST_F(Cgi, EarlierConnectionIsGivenUpEvenWhenTheRequestForAnotherFailed) {
     { const CgiRequest first(host, path, true, false); }
     device.SetConnectionAnswers({.establishResult = E_FAIL});
     { const CgiRequest second(host, path, true, false); }
-    const std::vector<std::string> expected = {"ConnMgrReleaseConnection(link 1, 0) = 0x00000000 (2 times)"};
+    const std::vector<std::string> expected(2, "ConnMgrReleaseConnection(link 1, 0) = 0x00000000");
     EXPECT_EQ(expected, device.Calls({"ConnMgrReleaseConnection"}));
 }
 
@@ -227,8 +227,8 @@ TEST_F(Cgi, ReceiveBufferIs256BytesAfterA12ByteBody) {
     request.WriteBytes("twelve bytes", 12);
     request.SendRequest();
     EXPECT_EQ(256u, request.ReceiveBufferSize());
-    char byte = 0;
-    request.ReadBytes(&byte, 1);
+    char one = 0;
+    request.ReadBytes(&one, 1);
     EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 256) = TRUE, 4"}),
               device.Calls({"InternetReadFile"}));
 }
@@ -240,8 +240,8 @@ TEST_F(Cgi, ReceiveBufferIs1000BytesAfterA1000ByteBody) {
     request.WriteBytes(body.data(), 1000);
     request.SendRequest();
     EXPECT_EQ(1000u, request.ReceiveBufferSize());
-    char byte = 0;
-    request.ReadBytes(&byte, 1);
+    char one = 0;
+    request.ReadBytes(&one, 1);
     EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 1000) = TRUE, 4"}),
               device.Calls({"InternetReadFile"}));
     EXPECT_EQ(body, device.Requests()[0].body);
@@ -266,18 +266,18 @@ TEST_F(Cgi, Int32WithTwoBytesLeftSucceedsWithTwoBytesFilledAndTheNextFails) {
     request.ReadInt32(value);
     EXPECT_TRUE(request.good);
     EXPECT_EQ(0x77662211, value);
-    char byte = 'x';
-    EXPECT_FALSE(request.Read(&byte, 1));
-    EXPECT_EQ('x', byte);
+    char one = 'x';
+    EXPECT_FALSE(request.Read(&one, 1));
+    EXPECT_EQ('x', one);
 }
 
 TEST_F(Cgi, ReadOfNoBytesFailsThoughBytesAreThere) {
     Answer("abcd");
     CgiRequest request(host, path, false, false);
     WithCode(request).SendRequest();
-    char byte = 'x';
-    EXPECT_FALSE(request.Read(&byte, 0));
-    EXPECT_EQ('x', byte);
+    char one = 'x';
+    EXPECT_FALSE(request.Read(&one, 0));
+    EXPECT_EQ('x', one);
     EXPECT_EQ(0u, device.CountCalls("InternetReadFile"));
 }
 
@@ -333,9 +333,9 @@ TEST_F(Cgi, EachReadPastTheEndAsksTheNetworkAgain) {
     Answer("");
     CgiRequest request(host, path, false, false);
     WithCode(request).SendRequest();
-    char byte = 0;
-    EXPECT_FALSE(request.Read(&byte, 1));
-    EXPECT_FALSE(request.Read(&byte, 1));
+    char one = 0;
+    EXPECT_FALSE(request.Read(&one, 1));
+    EXPECT_FALSE(request.Read(&one, 1));
     EXPECT_EQ(2u, device.CountCalls("InternetReadFile"));
 }
 
