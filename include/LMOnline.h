@@ -12,8 +12,8 @@
  *
  * One search:
  *
- *     LMMapShopHandle search = LMMapShopSearch(items, count);
- *     LMMapShopResult map;
+ *     MapShopSearch* search = LMMapShopSearch(items, count);
+ *     MapShopResult map;
  *     while (LMMapShopGetNext(search, &map)) show(&map);
  *     mapsInShop = LMMapShopClose(search);
  */
@@ -48,15 +48,16 @@ extern "C" {
 /* One map of the shop: 2604 bytes, packed, little-endian. What the fields mean is the service's business;
  * each text ends with a NUL, one that does not fit having been cut, and what follows the NUL has no meaning.
  */
-typedef struct LMMapShopResult {
+typedef struct MapShopResult {
     int32_t number;     /* offset 0 */
     LMChar text1[200];  /* offset 4: at most 199 code units */
     LMChar text2[100];  /* offset 404: at most 99 code units */
     LMChar text3[1000]; /* offset 604: at most 999 code units */
-} LMMapShopResult;
+} MapShopResult;
 
-/* A search that has been made. It belongs to the library, from LMMapShopSearch until LMMapShopClose. */
-typedef struct LMMapShop* LMMapShopHandle;
+/* A search that has been made, of a size and layout of its own. It belongs to the library, from
+ * LMMapShopSearch until LMMapShopClose. */
+typedef struct MapShopSearch MapShopSearch;
 
 /* Searches the map shop: brings up the device's data connection (which may take 30 s), sends the query, and
  * takes in the whole answer under a wait cursor. items   `count` query items of 16 bytes each, one after the
@@ -68,26 +69,26 @@ typedef struct LMMapShop* LMMapShopHandle;
  * than 268435455 items (nothing is sent then), no connection, no answer, or a status of the service other
  * than success. When the answer breaks off or memory runs out, the handle has the results that had come
  * whole. */
-LMMapShopHandle LM_CALL LMMapShopSearch(const void* items, int32_t count);
+MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count);
 
 /* Copies the next result into `record` (2604 bytes), in the order of the service's answer. Each result is
  * delivered once. 1   copied. 0   there are no more; `record` stays as it was. Also for a NULL handle or
  * record, which takes no result. */
-int32_t LM_CALL LMMapShopGetNext(LMMapShopHandle search, LMMapShopResult* record);
+int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record);
 
 /* Frees a search, whether or not all its results were read; the handle is invalid afterwards.
  * The number with which the service's answer ended; 0 when there was none, and for a NULL handle. */
-int32_t LM_CALL LMMapShopClose(LMMapShopHandle search);
+int32_t LM_CALL LMMapShopClose(MapShopSearch* search);
 
 #ifdef __cplusplus
 }
 #endif
 
 /* The layout is part of the interface: a compiler that sees it otherwise stops here. */
-typedef char LMAssertRecordSize[sizeof(LMMapShopResult) == 2604 ? 1 : -1];
-typedef char LMAssertNumberOffset[offsetof(LMMapShopResult, number) == 0 ? 1 : -1];
-typedef char LMAssertText1Offset[offsetof(LMMapShopResult, text1) == 4 ? 1 : -1];
-typedef char LMAssertText2Offset[offsetof(LMMapShopResult, text2) == 404 ? 1 : -1];
-typedef char LMAssertText3Offset[offsetof(LMMapShopResult, text3) == 604 ? 1 : -1];
+typedef char LMAssertRecordSize[sizeof(MapShopResult) == 2604 ? 1 : -1];
+typedef char LMAssertNumberOffset[offsetof(MapShopResult, number) == 0 ? 1 : -1];
+typedef char LMAssertText1Offset[offsetof(MapShopResult, text1) == 4 ? 1 : -1];
+typedef char LMAssertText2Offset[offsetof(MapShopResult, text2) == 404 ? 1 : -1];
+typedef char LMAssertText3Offset[offsetof(MapShopResult, text3) == 604 ? 1 : -1];
 
 #endif

@@ -21,16 +21,16 @@ std::wstring SizeText(int32_t kilobytes) {
 }
 
 struct Results {
-    std::vector<LMMapShopResult> maps;
+    std::vector<MapShopResult> maps;
     int32_t catalogueSize = 0;  // the number that ends the service's answer
     bool made = false;          // false: no memory for the search
 };
 
 Results Search(const OnlineLibrary& library, const std::vector<GeoBox>& boxes) {
     Results results;
-    const LMMapShopHandle search = library.mapShopSearch(boxes.data(), static_cast<int32_t>(boxes.size()));
+    MapShopSearch* const search = library.mapShopSearch(boxes.data(), static_cast<int32_t>(boxes.size()));
     if (search == nullptr) return results;
-    LMMapShopResult map;
+    MapShopResult map;
     while (library.mapShopGetNext(search, &map) != 0)
         results.maps.push_back(map);
     results.catalogueSize = library.mapShopClose(search);
@@ -38,12 +38,12 @@ Results Search(const OnlineLibrary& library, const std::vector<GeoBox>& boxes) {
     return results;
 }
 
-void PrintTable(const std::vector<LMMapShopResult>& maps) {
+void PrintTable(const std::vector<MapShopResult>& maps) {
     constexpr size_t widestName = 36;
     constexpr size_t leastDescription = 30;
     TextTable table(
         {{L"NAME", widestName}, {L"SIZE", TableColumn::whole, true}, {L"PATH"}, {L"DESCRIPTION"}});
-    for (const LMMapShopResult& map : maps) {
+    for (const MapShopResult& map : maps) {
         table.AddRow({map.text1, SizeText(map.number), map.text2, map.text3});
     }
     table.FitLastColumn(LineWidth(), leastDescription);

@@ -58,7 +58,7 @@ void MapShopSearch::ReadReply(ByteStream& reply) {
 }
 
 void MapShopSearch::ReadMap(ByteStream& reply) {
-    LMMapShopResult map{};
+    MapShopResult map{};
     reply.ReadFixedString(map.text1, std::size(map.text1));
     reply.ReadInt32(map.number);
     reply.ReadFixedString(map.text2, std::size(map.text2));
@@ -68,7 +68,7 @@ void MapShopSearch::ReadMap(ByteStream& reply) {
     if (results.size() == 1) cursor = results.begin();
 }
 
-bool MapShopSearch::GetNext(LMMapShopResult& record) {
+bool MapShopSearch::GetNext(MapShopResult& record) {
     if (cursor == results.end()) return false;
     record = *cursor++;
     return true;

@@ -10,7 +10,7 @@
 
 class ByteStream;
 
-class MapShopSearch {
+struct MapShopSearch {
 public:
     /* Whether `items` and `count` describe an array of query items (16 bytes each) that can be sent: 0 items,
      * or so many that their bytes can be counted in 32 bits and lie somewhere. */
@@ -22,7 +22,7 @@ public:
     void Run(const void* items, int32_t count);
 
     /* Copies the next result out: true. At the end: false, and `record` stays as it was. */
-    bool GetNext(LMMapShopResult& record);
+    bool GetNext(MapShopResult& record);
 
     /* The last number of the reply; 0 when it was not read. */
     [[nodiscard]] int32_t FinalValue() const { return finalValue; }
@@ -31,7 +31,7 @@ private:
     void ReadReply(ByteStream& reply);
     void ReadMap(ByteStream& reply);
 
-    std::list<LMMapShopResult> results;
-    std::list<LMMapShopResult>::const_iterator cursor = results.end();
+    std::list<MapShopResult> results;
+    std::list<MapShopResult>::const_iterator cursor = results.end();
     int32_t finalValue = 0;
 };

@@ -60,14 +60,13 @@ TEST_F(LoadedFromFile, SearchGoesThroughTheExports) {
                                           .Int32(24)
                                           .bytes));
     const LoadedLibrary library = Load();
-    auto* const search = library.Find<LMMapShopHandle LM_CALL(const void*, int32_t)>("LMMapShopSearch");
-    auto* const getNext =
-        library.Find<int32_t LM_CALL(LMMapShopHandle, LMMapShopResult*)>("LMMapShopGetNext");
-    auto* const close = library.Find<int32_t LM_CALL(LMMapShopHandle)>("LMMapShopClose");
+    auto* const search = library.Find<MapShopSearch * LM_CALL(const void*, int32_t)>("LMMapShopSearch");
+    auto* const getNext = library.Find<int32_t LM_CALL(MapShopSearch*, MapShopResult*)>("LMMapShopGetNext");
+    auto* const close = library.Find<int32_t LM_CALL(MapShopSearch*)>("LMMapShopClose");
     ASSERT_TRUE(search != nullptr && getNext != nullptr && close != nullptr);
 
-    const LMMapShopHandle handle = search(nullptr, 0);
-    LMMapShopResult map;
+    MapShopSearch* const handle = search(nullptr, 0);
+    MapShopResult map;
     EXPECT_EQ(1, getNext(handle, &map));
     EXPECT_EQ(TEXT("Malta"), WideString(map.text1));
     EXPECT_EQ(0, getNext(handle, &map));

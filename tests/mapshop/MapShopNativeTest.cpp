@@ -28,13 +28,13 @@ protected:
     void Answer(const MapShopReply& reply) { Answer(WebReply::WithBody(reply.bytes)); }
 
     struct Outcome {
-        std::vector<LMMapShopResult> maps;
+        std::vector<MapShopResult> maps;
         int32_t finalValue = 0;
     };
 
-    static Outcome Take(LMMapShopHandle search) {
+    static Outcome Take(MapShopSearch* search) {
         Outcome outcome;
-        LMMapShopResult map;
+        MapShopResult map;
         while (LMMapShopGetNext(search, &map) == 1)
             outcome.maps.push_back(map);
         outcome.finalValue = LMMapShopClose(search);
@@ -42,7 +42,7 @@ protected:
     }
 
     static Outcome Search() {
-        const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
+        MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
         EXPECT_NE(nullptr, search);
         return Take(search);
     }
@@ -99,7 +99,7 @@ TEST_F(MapShop, CountOf0WithItemsSendsNoneOfThem) {
 
 TEST_F(MapShop, DataConnectionIsAskedForBeforeAndGivenUpAfterwards) {
     Answer(TwoMaps());
-    const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
     EXPECT_EQ(1u, device.CountCalls("ConnMgrEstablishConnectionSync"));
     EXPECT_EQ(1u, device.CountCalls("ConnMgrReleaseConnection"))
         << "nothing stays connected behind the search";
@@ -124,8 +124,8 @@ TEST_F(MapShop, ResultsComeInTheOrderOfTheReplyWithAllTheirFields) {
 
 TEST_F(MapShop, NoEntriesAndAFinalValueOf7) {
     Answer(MapShopReply().Int32(0).Int32(0).Int32(7));
-    const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
-    LMMapShopResult map;
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
+    MapShopResult map;
     EXPECT_EQ(0, LMMapShopGetNext(search, &map));
     EXPECT_EQ(7, LMMapShopClose(search));
 }
@@ -347,7 +347,7 @@ TEST_F(MapShop, TenMegabytesBehindAFinishedReplyAreLeftAlone) {
 
 TEST_F(MapShop, NegativeCountGivesAHandleWithoutResultsAndSendsNothing) {
     for (const int32_t count : {-1, INT32_MIN}) {
-        const LMMapShopHandle search = LMMapShopSearch("0123456789abcdef", count);
+        MapShopSearch* const search = LMMapShopSearch("0123456789abcdef", count);
         ASSERT_NE(nullptr, search);
         const Outcome outcome = Take(search);
         EXPECT_TRUE(outcome.maps.empty());
@@ -358,7 +358,7 @@ TEST_F(MapShop, NegativeCountGivesAHandleWithoutResultsAndSendsNothing) {
 
 TEST_F(MapShop, NullItemsWithAPositiveCountGiveAHandleWithoutResultsAndSendNothing) {
     for (const int32_t count : {1, INT32_MAX}) {
-        const LMMapShopHandle search = LMMapShopSearch(nullptr, count);
+        MapShopSearch* const search = LMMapShopSearch(nullptr, count);
         ASSERT_NE(nullptr, search);
         EXPECT_TRUE(Take(search).maps.empty());
     }
@@ -366,14 +366,14 @@ TEST_F(MapShop, NullItemsWithAPositiveCountGiveAHandleWithoutResultsAndSendNothi
 }
 
 TEST_F(MapShop, MoreItemsThan32BitsCanCountSendNothing) {
-    const LMMapShopHandle search = LMMapShopSearch("0123456789abcdef", 0x10000000);
+    MapShopSearch* const search = LMMapShopSearch("0123456789abcdef", 0x10000000);
     ASSERT_NE(nullptr, search);
     EXPECT_TRUE(Take(search).maps.empty());
     EXPECT_TRUE(device.Calls().empty());
 }
 
 TEST_F(MapShop, NullHandleGives0) {
-    LMMapShopResult map;
+    MapShopResult map;
     EXPECT_EQ(0, LMMapShopGetNext(nullptr, &map));
     EXPECT_EQ(0, LMMapShopGetNext(nullptr, nullptr));
     EXPECT_EQ(0, LMMapShopClose(nullptr));
@@ -381,17 +381,17 @@ TEST_F(MapShop, NullHandleGives0) {
 
 TEST_F(MapShop, NullRecordGives0AndTakesNoResult) {
     Answer(TwoMaps());
-    const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
     EXPECT_EQ(0, LMMapShopGetNext(search, nullptr));
     EXPECT_EQ(2u, Take(search).maps.size());
 }
 
 TEST_F(MapShop, AfterTheLastResultTheBufferStaysAsItWas) {
     Answer(MapShopReply().Int32(0).Int32(1).Map(TEXT("a"), 1, TEXT("b"), TEXT("c")).Int32(0));
-    const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
-    LMMapShopResult map;
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
+    MapShopResult map;
     EXPECT_EQ(1, LMMapShopGetNext(search, &map));
-    LMMapShopResult untouched;
+    MapShopResult untouched;
     memset(&untouched, 0xAB, sizeof untouched);
     map = untouched;
     for (int i = 0; i < 3; ++i) {
@@ -403,8 +403,8 @@ TEST_F(MapShop, AfterTheLastResultTheBufferStaysAsItWas) {
 
 TEST_F(MapShop, WholeRecordIsCopied) {
     Answer(TwoMaps());
-    const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
-    LMMapShopResult map;
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
+    MapShopResult map;
     memset(&map, 0xAB, sizeof map);
     EXPECT_EQ(1, LMMapShopGetNext(search, &map));
     EXPECT_EQ(0, map.text1[199]);
@@ -415,18 +415,18 @@ TEST_F(MapShop, WholeRecordIsCopied) {
 
 TEST_F(MapShop, SearchMayBeClosedBeforeAllResultsAreRead) {
     Answer(TwoMaps());
-    const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
-    LMMapShopResult map;
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
+    MapShopResult map;
     EXPECT_EQ(1, LMMapShopGetNext(search, &map));
     EXPECT_EQ(24, LMMapShopClose(search));
 }
 
 TEST_F(MapShop, SearchesAreIndependent) {
     Answer(TwoMaps());
-    const LMMapShopHandle first = LMMapShopSearch(nullptr, 0);
+    MapShopSearch* const first = LMMapShopSearch(nullptr, 0);
     Answer(MapShopReply().Int32(0).Int32(1).Map(TEXT("other"), 1, TEXT("b"), TEXT("c")).Int32(5));
-    const LMMapShopHandle second = LMMapShopSearch(nullptr, 0);
-    LMMapShopResult map;
+    MapShopSearch* const second = LMMapShopSearch(nullptr, 0);
+    MapShopResult map;
     EXPECT_EQ(1, LMMapShopGetNext(first, &map));
     EXPECT_EQ(TEXT("Malta"), WideString(map.text1));
     EXPECT_EQ(1, LMMapShopGetNext(second, &map));
@@ -439,7 +439,7 @@ TEST_F(MapShop, SearchesAreIndependent) {
 TEST_F(MapShop, WithoutMemoryForTheHandleTheResultIsNullAndNothingIsSent) {
     Answer(TwoMaps());
     AllocationWatch watch(1);
-    const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
     watch.Stop();
     EXPECT_EQ(nullptr, search);
     EXPECT_TRUE(device.Calls().empty());
@@ -451,7 +451,7 @@ TEST_F(MapShop, WhereverMemoryRunsOutTheResultsAlreadyReadAreKept) {
     for (size_t n = 2;; ++n) {
         SCOPED_TRACE(n);
         AllocationWatch watch(n, Failing::FromThereOn);
-        const LMMapShopHandle search = LMMapShopSearch(nullptr, 0);
+        MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
         watch.Stop();
         ASSERT_NE(nullptr, search);
         const Outcome outcome = Take(search);
