@@ -1,0 +1,15 @@
+/* The page that shows a visitor what the service offers. */
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "MapRecord.h"
+
+/* How many maps the page shows at most: it is for reading, not for copying a catalogue of a million. */
+constexpr int32_t mostListedMaps = 1000;
+
+/* A whole HTML page in UTF-8 with a table of `maps`, the first of the `total` maps that there are. Texts are
+ * escaped. */
+std::string CataloguePage(std::span<const MapRecord> maps, int32_t total);

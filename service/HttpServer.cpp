@@ -1,0 +1,187 @@
+#include "HttpServer.h"
+
+#include <httplib.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+#include <stdexcept>
+
+#include "CataloguePage.h"
+#include "Log.h"
+#include "MapStoreHandler.h"
+
+namespace {
+
+constexpr size_t largestBody = 1 << 20;
+// Every connection that is kept open holds one.
+constexpr size_t threadCount = 32;
+constexpr size_t mostRequestsPerConnection = 100;
+
+// Clients that were told of a proxy name the whole address: "POST http://host:80/path".
+constexpr const char* pagePath = "https?://[^/]+/?|/";
+constexpr const char* mapStorePath = R"((?:https?://[^/]+)?/cgi-bin/mapstore\.cgi)";
+constexpr const char* anyPath = R"([\s\S]*)";
+
+using BodyHandler = httplib::Server::HandlerWithContentReader;
+using AddBodyHandler = httplib::Server& (httplib::Server::*)(const std::string&, BodyHandler);
+constexpr std::array<AddBodyHandler, 4> bodyMethods = {&httplib::Server::Post, &httplib::Server::Put,
+                                                       &httplib::Server::Patch, &httplib::Server::Delete};
+
+/* Reads a request's body. None, and the response's status is set, when it is too long or does not arrive. A
+ * body that is too long is still read to its end: the next request of the connection begins there. */
+std::optional<std::string> ReadBody(const httplib::Request& request, httplib::Response& response,
+                                    const httplib::ContentReader& reader) {
+    // Without either there is no body; the reader would wait for the end of the connection.
+    if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding"))
+        return std::string();
+    std::string body;
+    bool isTooLong = false;
+    const auto keep = [&](const char* data, size_t size) {
+        isTooLong = isTooLong || size > largestBody - body.size();
+        if (!isTooLong) body.append(data, size);
+        return true;
+    };
+    // No handler takes forms: their fields are dropped.
+    const bool arrived = request.is_multipart_form_data()
+                             ? reader([](const httplib::MultipartFormData&) { return true; },
+                                      [](const char*, size_t) { return true; })
+                             : reader(keep);
+    if (arrived && !isTooLong) return body;
+    if (isTooLong) response.status = 413;
+    if (response.status == -1) response.status = 400;
+    return std::nullopt;
+}
+
+BodyHandler MapStore(const MapCatalogue& catalogue) {
+    return [&catalogue](const httplib::Request& request, httplib::Response& response,
+                        const httplib::ContentReader& reader) {
+        const std::optional<std::string> body = ReadBody(request, response, reader);
+        if (!body) return;
+        const CgiReply reply = HandleMapStore(catalogue, *body);
+        if (!reply.refusal.empty()) LogLine("mapstore.cgi: " + reply.refusal);
+        response.status = 200;
+        response.set_content(reply.body, "application/octet-stream");
+    };
+}
+
+void Refuse(httplib::Response& response, int status, const char* allowed) {
+    response.status = status;
+    if (allowed != nullptr) response.set_header("Allow", allowed);
+}
+
+/* Refuses a request that has a body; `allowed` names the methods that the path takes, if there are any. */
+BodyHandler Refusal(int status, const char* allowed) {
+    return [status, allowed](const httplib::Request& request, httplib::Response& response,
+                             const httplib::ContentReader& reader) {
+        if (ReadBody(request, response, reader)) Refuse(response, status, allowed);
+    };
+}
+
+void AddRoutes(httplib::Server& server, const MapCatalogue& catalogue) {
+    server.Get(pagePath, [&catalogue](const httplib::Request&, httplib::Response& response) {
+        response.status = 200;
+        response.set_content(CataloguePage(catalogue.First(mostListedMaps), catalogue.Count()),
+                             "text/html; charset=utf-8");
+    });
+    server.Get(mapStorePath,
+               [](const httplib::Request&, httplib::Response& response) { Refuse(response, 405, "POST"); });
+    server.Post(mapStorePath, MapStore(catalogue));
+    for (const AddBodyHandler add : bodyMethods) {
+        (server.*add)(mapStorePath, Refusal(405, "POST"));
+        (server.*add)(pagePath, Refusal(405, "GET, HEAD"));
+        (server.*add)(anyPath, Refusal(404, nullptr));
+    }
+}
+
+void AddErrorReplies(httplib::Server& server) {
+    server.set_exception_handler(
+        [](const httplib::Request&, httplib::Response& response, std::exception_ptr thrown) {
+            try {
+                std::rethrow_exception(thrown);
+            } catch (const std::exception& error) {
+                LogLine(std::string("request failed: ") + error.what());
+            }
+            response.status = 500;
+        });
+    server.set_error_handler([](const httplib::Request&, httplib::Response& response) {
+        response.set_content("Error " + std::to_string(response.status) + "\n", "text/plain");
+    });
+}
+
+void SetLimits(httplib::Server& server) {
+    server.set_payload_max_length(largestBody);
+    server.set_keep_alive_max_count(mostRequestsPerConnection);
+    server.set_tcp_nodelay(true);
+    // Two services must not share one port, yet one may start where another has just ended.
+    server.set_socket_options([](int socket) {
+        const int yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
+}
+
+void LogRequests(httplib::Server& server) {
+    server.set_logger([](const httplib::Request& request, const httplib::Response& response) {
+        LogLine((request.method.empty() ? "-" : request.method) + ' ' +
+                (request.path.empty() ? "-" : request.path) + ' ' + std::to_string(response.status) + ' ' +
+                std::to_string(response.body.size()));
+    });
+}
+
+std::unique_ptr<httplib::Server> MadeServer(const HttpServerOptions& options) {
+    if (options.certificate.empty()) return std::make_unique<httplib::Server>();
+    auto server =
+        std::make_unique<httplib::SSLServer>(options.certificate.c_str(), options.privateKey.c_str());
+    if (!server->is_valid()) {
+        throw std::runtime_error("the certificate '" + options.certificate +
+                                 "' cannot be used with the private key '" + options.privateKey + "'");
+    }
+    return server;
+}
+
+bool IsNumericAddress(const std::string& address) {
+    in6_addr parsed{};
+    return inet_pton(AF_INET, address.c_str(), &parsed) == 1 ||
+           inet_pton(AF_INET6, address.c_str(), &parsed) == 1;
+}
+
+int TakePort(httplib::Server& server, const HttpServerOptions& options) {
+    if (!IsNumericAddress(options.address)) {
+        throw std::runtime_error("'" + options.address + "' is not a numeric IP address");
+    }
+    if (options.port == 0) {
+        const int port = server.bind_to_any_port(options.address);
+        if (port > 0) return port;
+    } else if (server.bind_to_port(options.address, options.port)) {
+        return options.port;
+    }
+    throw std::runtime_error("port " + std::to_string(options.port) + " of " + options.address +
+                             " cannot be had: " + std::strerror(errno));
+}
+
+}  // namespace
+
+HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue)
+    : server(MadeServer(options)) {
+    SetLimits(*server);
+    AddRoutes(*server, catalogue);
+    AddErrorReplies(*server);
+    LogRequests(*server);
+    port = TakePort(*server, options);
+}
+
+HttpServer::~HttpServer() = default;
+
+bool HttpServer::Serve(const std::function<void()>& whenReady) {
+    // Asked for once, after the point from which a stop is heeded.
+    server->new_task_queue = [&whenReady] {
+        whenReady();
+        return new httplib::ThreadPool(threadCount);
+    };
+    return server->listen_after_bind();
+}
+
+void HttpServer::Stop() {
+    server->stop();
+}

@@ -1,0 +1,95 @@
+/* The reference service's program: command line, catalogue, server, signals. */
+#include <pthread.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <future>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "HttpServer.h"
+#include "Log.h"
+#include "MadeUpMaps.h"
+#include "MapCatalogue.h"
+#include "Options.h"
+#include "Seed.h"
+
+namespace {
+
+constexpr int badArguments = 2;
+// How long connections may still finish after the signal to end.
+constexpr std::chrono::seconds grace(1);
+
+/* The signals that ask the service to end. */
+sigset_t EndSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    return signals;
+}
+
+/* Waits for a signal, then stops the server. A client that keeps its connection open or never ends its
+ * request would hold the process for as long as it likes: what is left after the grace is cut. Nothing is
+ * lost by that, the catalogue is only read. */
+void StopOnSignal(HttpServer& server, const std::future<void>& served) {
+    const sigset_t signals = EndSignals();
+    int received = 0;
+    sigwait(&signals, &received);
+    if (served.wait_for(std::chrono::seconds(0)) == std::future_status::ready) return;
+    server.Stop();
+    if (served.wait_for(grace) == std::future_status::ready) return;
+    LogLine("connections that are still open are cut");
+    _exit(0);
+}
+
+void Serve(const Options& options, const MapCatalogue& catalogue) {
+    // Held back until someone waits for them, in this thread and in all that it starts.
+    const sigset_t signals = EndSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    HttpServer server(options.server, catalogue);
+    std::promise<void> promise;
+    const std::future<void> served = promise.get_future();
+    std::thread watcher;
+    const bool wasStopped = server.Serve([&] {
+        watcher = std::thread([&] { StopOnSignal(server, served); });
+        std::printf("listening on port %d\n", server.Port());
+        std::fflush(stdout);
+    });
+    promise.set_value();
+    // Without effect on a watcher that has had its signal.
+    pthread_kill(watcher.native_handle(), SIGTERM);
+    watcher.join();
+    if (!wasStopped) throw std::runtime_error("the system took the port away");
+}
+
+int Run(std::span<const char* const> arguments) {
+    const Options options = ParseOptions(arguments);
+    if (options.help) {
+        std::fputs(usage, stdout);
+        return 0;
+    }
+    const MapCatalogue catalogue(options.dataFolder,
+                                 options.madeUpMaps ? MadeUpMaps(*options.madeUpMaps) : RegionsOfTheWorld());
+    Serve(options, catalogue);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Run(std::span<const char* const>(argv, static_cast<size_t>(argc)).subspan(1));
+    } catch (const OptionError& error) {
+        LogLine(std::string("orvande-service: ") + error.what());
+        return badArguments;
+    } catch (const std::exception& error) {
+        LogLine(std::string("orvande-service: ") + error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,91 @@
+#include "MapStoreHandler.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "WireReader.h"
+#include "WireWriter.h"
+
+namespace {
+
+constexpr size_t itemSize = 16;
+
+/* The boxes of a request, or why there are none. */
+struct Query {
+    MapStoreStatus status = MapStoreStatus::success;
+    std::string refusal;
+    std::vector<Box> boxes;
+};
+
+CgiReply Refused(MapStoreStatus status, const std::string& why) {
+    WireWriter writer;
+    writer.WriteInt32(static_cast<int32_t>(status));
+    return {writer.TakeBytes(),
+            "refused with status " + std::to_string(static_cast<int32_t>(status)) + ": " + why};
+}
+
+/* The next item; the reader must hold one. */
+Box ReadBox(WireReader& reader) {
+    Box box;
+    for (int32_t* edge : {&box.south, &box.west, &box.north, &box.east})
+        *edge = reader.ReadInt32().value();
+    return box;
+}
+
+Query ReadQuery(std::string_view request) {
+    WireReader reader(request);
+    const std::optional<int32_t> code = reader.ReadInt32();
+    const std::optional<int32_t> count = reader.ReadInt32();
+    if (!code || !count) {
+        return {MapStoreStatus::noRequest, "a body of " + std::to_string(request.size()) + " bytes", {}};
+    }
+    if (*code != mapSearchCode)
+        return {MapStoreStatus::unknownCode, "request code " + std::to_string(*code), {}};
+    if (*count < 0 || *count > mostQueryItems) {
+        return {MapStoreStatus::badCount, "a count of " + std::to_string(*count), {}};
+    }
+    const auto items = static_cast<size_t>(*count);
+    if (reader.Remaining() != items * itemSize) {
+        return {MapStoreStatus::badLength,
+                std::to_string(reader.Remaining()) + " bytes for " + std::to_string(items) + " items",
+                {}};
+    }
+    Query query;
+    for (size_t item = 0; item < items; ++item) {
+        query.boxes.push_back(ReadBox(reader));
+        if (!IsOnGlobe(query.boxes.back())) {
+            return {MapStoreStatus::badBox,
+                    "item " + std::to_string(item + 1) + " is not a box on the globe",
+                    {}};
+        }
+    }
+    return query;
+}
+
+CgiReply Found(const std::vector<MapRecord>& maps, int32_t catalogueSize) {
+    WireWriter writer;
+    writer.WriteInt32(static_cast<int32_t>(MapStoreStatus::success));
+    writer.WriteInt32(static_cast<int32_t>(maps.size()));
+    for (const MapRecord& map : maps) {
+        writer.WriteInt32(mapEntryType);
+        writer.WriteString(map.name);
+        writer.WriteInt32(map.kilobytes);
+        writer.WriteString(map.path);
+        writer.WriteString(map.description);
+    }
+    writer.WriteInt32(catalogueSize);
+    return {writer.TakeBytes(), {}};
+}
+
+}  // namespace
+
+CgiReply HandleMapStore(const MapCatalogue& catalogue, std::string_view request) {
+    const Query query = ReadQuery(request);
+    if (query.status != MapStoreStatus::success) return Refused(query.status, query.refusal);
+    try {
+        return Found(catalogue.Search(query.boxes), catalogue.Count());
+    } catch (const DatabaseError& error) {
+        return Refused(MapStoreStatus::serviceFailure, error.what());
+    }
+}
