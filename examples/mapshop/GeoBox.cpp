@@ -2,12 +2,11 @@
 
 #include <cmath>
 #include <cwchar>
-#include <optional>
+#include <iterator>
 
 namespace {
 
 constexpr int32_t unitsPerDegree = 100000;
-constexpr int32_t dateLine = 180 * unitsPerDegree;
 
 struct Edge {
     const wchar_t* name;
@@ -26,56 +25,46 @@ bool IsDecimal(const std::wstring& text) {
     return !all.empty() && all.find_first_not_of(L"0123456789") == std::wstring::npos;
 }
 
-std::optional<double> ParseDegrees(const std::wstring& text) {
-    if (!IsDecimal(text)) return std::nullopt;
-    return std::wcstod(text.c_str(), nullptr);
-}
-
-/* Why `text` is no value for `edge`, or nothing. */
-std::wstring ProblemOf(const std::wstring& text, const Edge& edge) {
-    const std::optional<double> degrees = ParseDegrees(text);
-    if (!degrees) return L"'" + text + L"' is not a number of degrees such as 47.5 (" + edge.name + L").";
-    if (std::abs(*degrees) <= edge.limit) return {};
-    const std::wstring limit = std::to_wstring(edge.limit);
-    return text + L" is out of range: " + edge.name + L" lies between -" + limit + L" and " + limit +
-           L" degrees.";
-}
-
-int32_t UnitsOf(const std::wstring& text) {
-    return static_cast<int32_t>(std::lround(std::wcstod(text.c_str(), nullptr) * unitsPerDegree));
-}
-
-void Append(std::vector<GeoBox>& boxes, const GeoBox& box) {
-    if (box.west <= box.east) {
-        boxes.push_back(box);
-        return;
+/* Reads `text` into `units` (of 1e-5 degrees). Why that cannot be done, or nothing. */
+std::wstring ReadEdge(const std::wstring& text, const Edge& edge, int32_t& units) {
+    if (!IsDecimal(text)) {
+        return L"'" + text + L"' is not a number of degrees such as 47.5 (" + edge.name + L").";
     }
-    boxes.push_back({box.south, box.west, box.north, dateLine});
-    boxes.push_back({box.south, -dateLine, box.north, box.east});
+    const double degrees = std::wcstod(text.c_str(), nullptr);
+    if (std::abs(degrees) > edge.limit) {
+        const std::wstring limit = std::to_wstring(edge.limit);
+        return text + L" is out of range: " + edge.name + L" lies between -" + limit + L" and " + limit +
+               L" degrees.";
+    }
+    units = static_cast<int32_t>(std::lround(degrees * unitsPerDegree));
+    return {};
+}
+
+/* Reads the box that four texts describe. Why they describe none, or nothing. */
+std::wstring ReadBox(const std::wstring* texts, GeoBox& box) {
+    int32_t* const targets[] = {&box.south, &box.west, &box.north, &box.east};
+    for (size_t i = 0; i < std::size(edges); ++i) {
+        std::wstring problem = ReadEdge(texts[i], edges[i], *targets[i]);
+        if (!problem.empty()) return problem;
+    }
+    if (box.south <= box.north) return {};
+    return L"South (" + texts[0] + L") is greater than north (" + texts[2] + L").";
 }
 
 }  // namespace
 
 ParsedBoxes ParseBoxes(const std::vector<std::wstring>& degrees) {
-    constexpr size_t edgeCount = std::size(edges);
-    if (degrees.size() % edgeCount != 0) {
+    const size_t count = degrees.size();
+    if (count % std::size(edges) != 0) {
         return {{},
-                L"A box has four numbers, SOUTH WEST NORTH EAST; " + std::to_wstring(degrees.size()) +
-                    (degrees.size() == 1 ? L" was given." : L" were given.")};
+                L"A box has four numbers, SOUTH WEST NORTH EAST; " + std::to_wstring(count) +
+                    (count == 1 ? L" was given." : L" were given.")};
     }
     ParsedBoxes parsed;
-    for (size_t first = 0; first < degrees.size(); first += edgeCount) {
-        int32_t units[edgeCount];
-        for (size_t i = 0; i < edgeCount; ++i) {
-            const std::wstring& text = degrees[first + i];
-            if (std::wstring problem = ProblemOf(text, edges[i]); !problem.empty()) return {{}, problem};
-            units[i] = UnitsOf(text);
-        }
-        if (units[0] > units[2]) {
-            return {{},
-                    L"South (" + degrees[first] + L") is greater than north (" + degrees[first + 2] + L")."};
-        }
-        Append(parsed.boxes, {units[0], units[1], units[2], units[3]});
+    for (size_t first = 0; first < count; first += std::size(edges)) {
+        GeoBox box{};
+        if (std::wstring problem = ReadBox(&degrees[first], box); !problem.empty()) return {{}, problem};
+        parsed.boxes.push_back(box);
     }
     return parsed;
 }

@@ -22,5 +22,5 @@ struct ParsedBoxes {
 
 /* Reads boxes from groups of four decimal numbers in degrees: south, west, north, east. South and north lie
  * between -90 and 90 and west and east between -180 and 180; south is not greater than north. A box whose
- * west is greater than its east crosses the 180th meridian and becomes two boxes, one on either side. */
+ * west is greater than its east crosses the 180th meridian. */
 ParsedBoxes ParseBoxes(const std::vector<std::wstring>& degrees);

@@ -39,7 +39,7 @@ Results Search(const OnlineLibrary& library, const std::vector<GeoBox>& boxes) {
 }
 
 void PrintTable(const std::vector<MapShopResult>& maps) {
-    constexpr size_t widestName = 36;
+    constexpr size_t widestName = 28;
     constexpr size_t leastDescription = 30;
     TextTable table(
         {{L"NAME", widestName}, {L"SIZE", TableColumn::whole, true}, {L"PATH"}, {L"DESCRIPTION"}});
