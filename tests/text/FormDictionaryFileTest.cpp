@@ -229,6 +229,11 @@ TEST_F(FormDictionaryFile, NulBytesAreSkippedAndFFEndsALine) {
     EXPECT_EQ("a=1\r\nb=2\r\nc=3\r\n", Saved(dictionary));
 }
 
+TEST_F(FormDictionaryFile, Byte1AEndsTheFileAsTextModeHasIt) {
+    EXPECT_EQ("a=1\r\nb=2\r\n", Saved(Loaded("a=1\nb=2\x1A"
+                                             "3\nc=4\n")));
+}
+
 TEST_F(FormDictionaryFile, BytesFrom80AreSignExtendedInKeysAndValues) {
     const FormDictionary dictionary = Loaded("\xE9=\x80\xFE");
     EXPECT_EQ((WideString{0xFF80, 0xFFFE}), ValueOf(dictionary, Unit(0xFFE9)));
@@ -251,4 +256,28 @@ TEST_F(FormDictionaryFile, FileMayBeSavedToWhereItWasLoadedFrom) {
     FormDictionary dictionary = Loaded("b=2\na=1\n# note\n");
     EXPECT_EQ("a=1\r\nb=2\r\n", Saved(dictionary));
     EXPECT_EQ("a=1\r\nb=2\r\n", Saved(dictionary));
+}
+
+/* The two files that docs/key-value-files.md shows. */
+TEST_F(FormDictionaryFile, FileWrittenByHandIsReadAsDocumented) {
+    const FormDictionary dictionary = Loaded(
+        "# Written by hand: comments and blank lines are for the reader alone.\n"
+        "UserID = jo.bloggs+%26+co\n"
+        "Colour=blue & Size=0x1f\n");
+    EXPECT_EQ(TEXT("jo.bloggs & co"), ValueOf(dictionary, TEXT("UserID")));
+    EXPECT_EQ(TEXT("blue"), ValueOf(dictionary, TEXT("Colour")));
+    EXPECT_EQ(31, dictionary.GetInt(TEXT("Size"), 0));
+}
+
+TEST_F(FormDictionaryFile, FileIsWrittenAsDocumented) {
+    const uint8_t mark[] = {0x0A, 0xFF, 0x00};
+    FormDictionary dictionary;
+    dictionary.SetString(TEXT("UserID"), TEXT("jo.bloggs & co"));
+    dictionary.SetString(TEXT("Price"), TEXT("50% ") + Unit(0xA3));
+    dictionary.SetHex32(TEXT("Size"), 31);
+    dictionary.SetHexBytes(TEXT("Mark"), mark, 3);
+    dictionary.SetString(TEXT("Empty"), TEXT(""));
+    const std::string bytes = Saved(dictionary);
+    EXPECT_EQ("Mark=0aff00\r\nPrice=50%25+%a3\r\nSize=0x1f\r\nUserID=jo.bloggs+%26+co\r\n", bytes);
+    EXPECT_EQ(66u, bytes.size());
 }
