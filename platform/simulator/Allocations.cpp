@@ -46,6 +46,7 @@ OwnWork::~OwnWork() {
 
 void AllocationWatch::Start() {
     if (gate.watching) {
+        const simulator::OwnWork ownWork;
         simulator::Violate("an AllocationWatch begins while another one is on");
         return;
     }

@@ -41,9 +41,11 @@ void Call::Violates(const std::string& what) const {
     Violate(text_ + ": " + what);
 }
 
-std::optional<DWORD> CountedCall(const char* function) {
-    Journal::Current().Count(function);
-    const auto error = OrderedFailure(function);
+CountedFunction::CountedFunction(const char* name) : name_(name), calls_(Journal::Current().Counter(name)) {}
+
+std::optional<DWORD> CountedFunction::Call() {
+    ++calls_;
+    const auto error = OrderedFailure(name_);
     if (error) SetLastError(*error);
     return error;
 }

@@ -57,8 +57,17 @@ private:
     std::optional<DWORD> orderedError_;
 };
 
-/* For calls that get no line in the journal: counts one, and gives the error with which it must fail, which
- * is the last error then. */
-std::optional<DWORD> CountedCall(const char* function);
+/* A function whose calls get no line in the journal, because there are too many of them. */
+class CountedFunction {
+public:
+    explicit CountedFunction(const char* name);
+
+    /* Counts a call. The error with which it must fail, if it must: it is the last error then. */
+    std::optional<DWORD> Call();
+
+private:
+    const char* name_;
+    size_t& calls_;
+};
 
 }  // namespace simulator

@@ -35,7 +35,6 @@ void Device::BeginTest() {
     Reset();
     simulator::Handles::Current().BeginTest();
     simulator::AcceptOpenFiles();
-    simulator::Storage::Current().EndTest();
     simulator::Storage::Current().BeginTest();
     simulator::Journal::Current().Clear();
     SetLastError(ERROR_SUCCESS);

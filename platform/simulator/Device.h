@@ -188,8 +188,9 @@ public:
     std::vector<std::string> Calls() const;
     std::vector<std::string> Calls(std::initializer_list<std::string_view> functions) const;
 
-    /* How often the function was called; exact however many there were. Reads and writes of files are counted
-     * (fread, fwrite: each time the runtime asks for bytes), not listed. */
+    /* How often the function was called; exact however many there were. Reads and writes of files are
+     * counted, not listed: "fread" is each byte that is read and each meeting with the end, "fwrite" each
+     * call that writes. */
     size_t CountCalls(std::string_view function) const;
 
     /* Empties the journal; handles keep their numbers. */

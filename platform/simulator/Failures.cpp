@@ -42,6 +42,7 @@ bool Applies(Order& order) {
 }  // namespace
 
 std::optional<DWORD> OrderedFailure(std::string_view function) {
+    if (Current().orders.empty()) return std::nullopt;
     std::optional<DWORD> error;
     for (Order& order : Current().orders) {
         if (order.function == function && Applies(order)) error = order.error;

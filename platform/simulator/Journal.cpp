@@ -58,7 +58,7 @@ Journal& Journal::Current() {
 }
 
 void Journal::Add(std::string_view function, std::string line) {
-    Count(function);
+    ++Counter(function);
     if (unlisted_.empty() && !lines_.empty() && lines_.back().text == line) {
         ++lines_.back().times;
     } else if (lines_.size() < mostLines) {
@@ -68,13 +68,9 @@ void Journal::Add(std::string_view function, std::string line) {
     }
 }
 
-void Journal::Count(std::string_view function) {
+size_t& Journal::Counter(std::string_view function) {
     const auto found = calls_.find(function);
-    if (found != calls_.end()) {
-        ++found->second;
-    } else {
-        calls_.emplace(function, 1);
-    }
+    return found != calls_.end() ? found->second : calls_.emplace(function, 0).first->second;
 }
 
 std::vector<std::string> Journal::Lines(const std::function<bool(std::string_view)>& isWanted) const {
@@ -99,7 +95,8 @@ size_t Journal::CallsTo(std::string_view function) const {
 void Journal::Clear() {
     lines_.clear();
     unlisted_.clear();
-    calls_.clear();
+    for (auto& [function, calls] : calls_)
+        calls = 0;
 }
 
 }  // namespace simulator

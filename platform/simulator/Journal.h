@@ -19,8 +19,9 @@ public:
 
     void Add(std::string_view function, std::string line);
 
-    /* Counts a call that gets no line. */
-    void Count(std::string_view function);
+    /* The number of calls to a function. Valid for ever, back at 0 when the journal is cleared; calls that
+     * get no line are counted here. */
+    size_t& Counter(std::string_view function);
 
     /* The lines, those of the functions that `isWanted` names only. */
     std::vector<std::string> Lines(const std::function<bool(std::string_view)>& isWanted) const;

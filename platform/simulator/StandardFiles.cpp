@@ -22,6 +22,7 @@
 namespace {
 
 using simulator::Call;
+using simulator::CountedFunction;
 using simulator::Storage;
 
 struct StandardFile {
@@ -58,7 +59,8 @@ std::string TextOf(const std::string& bytes) {
 ssize_t ReadBytes(void* cookie, char* buffer, size_t size) {
     const simulator::OwnWork ownWork;
     auto& file = *static_cast<StandardFile*>(cookie);
-    if (simulator::CountedCall("fread")) return -1;
+    static CountedFunction reads("fread");
+    if (reads.Call()) return -1;
     if (file.descriptor >= 0) return -1;
     const size_t taken = std::min(size, file.contents.size() - file.position);
     std::memcpy(buffer, file.contents.data() + file.position, taken);
@@ -76,7 +78,8 @@ bool Store(const StandardFile& file, const char* bytes, size_t size) {
 ssize_t WriteBytes(void* cookie, const char* buffer, size_t size) {
     const simulator::OwnWork ownWork;
     const auto& file = *static_cast<StandardFile*>(cookie);
-    if (simulator::CountedCall("fwrite")) return 0;
+    static CountedFunction writes("fwrite");
+    if (writes.Call()) return 0;
     if (file.descriptor < 0) return 0;
     if (!file.isText) return Store(file, buffer, size) ? static_cast<ssize_t>(size) : 0;
     for (size_t i = 0; i < size; ++i) {
@@ -89,7 +92,8 @@ ssize_t WriteBytes(void* cookie, const char* buffer, size_t size) {
 int Seek(void* cookie, off64_t* offset, int origin) {
     const simulator::OwnWork ownWork;
     auto& file = *static_cast<StandardFile*>(cookie);
-    if (simulator::CountedCall("fseek")) return -1;
+    static CountedFunction seeks("fseek");
+    if (seeks.Call()) return -1;
     if (file.descriptor >= 0) {
         const off64_t place = lseek64(file.descriptor, *offset, origin);
         if (place >= 0) *offset = place;

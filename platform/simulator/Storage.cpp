@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <vector>
 
 #include "Device.h"
 #include "Text.h"
@@ -40,6 +41,29 @@ fs::path Entry(const fs::path& folder, std::u16string_view name) {
     return exact;
 }
 
+/* Whether the folder is one of those of a new machine, or above one. */
+bool IsNewFolder(const fs::path& folder, const std::string& root) {
+    return std::any_of(std::begin(newFolders), std::end(newFolders), [&](std::u16string_view name) {
+        std::string path = root + ToUtf8(name) + '/';
+        std::replace(path.begin(), path.end(), '\\', '/');
+        return path.starts_with(folder.native() + '/');
+    });
+}
+
+/* A folder that is removed when the process ends; empty when it cannot be made. */
+std::string MakeRoot() {
+    static auto& root = *new std::string((fs::temp_directory_path() / "orvande-device-XXXXXX").native());
+    if (mkdtemp(root.data()) == nullptr) {
+        Violate("the device's folder cannot be made: " + root);
+        return {};
+    }
+    std::atexit([] {
+        std::error_code ignored;
+        fs::remove_all(root, ignored);
+    });
+    return root;
+}
+
 }  // namespace
 
 Storage& Storage::Current() {
@@ -48,26 +72,36 @@ Storage& Storage::Current() {
 }
 
 void Storage::BeginTest() {
-    std::string folder = (fs::temp_directory_path() / "orvande-device-XXXXXX").native();
-    if (mkdtemp(folder.data()) == nullptr) {
-        Violate("the device's folder cannot be made: " + folder);
-        return;
-    }
-    root_ = folder;
+    if (root_.empty()) root_ = MakeRoot();
+    Empty();
+    isInTest_ = !root_.empty();
     free_.reset();
     for (const auto name : newFolders)
         Device::Current().MakeFolder(name);
 }
 
 void Storage::EndTest() {
+    Empty();
+    isInTest_ = false;
+}
+
+void Storage::Empty() {
+    if (root_.empty()) return;
     std::error_code ignored;
-    if (!root_.empty()) fs::remove_all(root_, ignored);
-    root_.clear();
+    std::vector<fs::path> leftovers;
+    for (auto entry = fs::recursive_directory_iterator(root_, ignored); entry != fs::end(entry);
+         entry.increment(ignored)) {
+        if (entry->is_directory(ignored) && IsNewFolder(entry->path(), root_)) continue;
+        leftovers.push_back(entry->path());
+        entry.disable_recursion_pending();
+    }
+    for (const fs::path& leftover : leftovers)
+        fs::remove_all(leftover, ignored);
 }
 
 std::optional<std::string> Storage::Place(std::u16string_view path, DWORD& error) const {
     error = path.size() >= MAX_PATH ? ERROR_FILENAME_EXCED_RANGE : ERROR_PATH_NOT_FOUND;
-    if (root_.empty() || path.empty() || path.size() >= MAX_PATH) return std::nullopt;
+    if (!isInTest_ || path.empty() || path.size() >= MAX_PATH) return std::nullopt;
     error = ERROR_INVALID_NAME;
     if (std::any_of(path.begin(), path.end(), IsForbidden)) return std::nullopt;
     fs::path place = root_;

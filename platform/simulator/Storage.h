@@ -14,10 +14,10 @@ class Storage {
 public:
     static Storage& Current();
 
-    /* Makes an empty device with the folders of a new one. */
+    /* Empties the device but for the folders of a new one. */
     void BeginTest();
 
-    /* Removes everything. Until the next BeginTest there are no files. */
+    /* Empties it as well. Until the next BeginTest there are no files. */
     void EndTest();
 
     /* The place of a device path, existing names found whatever their case. Nothing: no path of this device
@@ -36,7 +36,12 @@ public:
     void SetFree(std::optional<uint64_t> bytes) { free_ = bytes; }
 
 private:
-    std::string root_;  // empty outside of a test
+    void Empty();
+
+    // One folder for the whole process: making and removing the folders for every test takes longer than most
+    // tests do.
+    std::string root_;
+    bool isInTest_ = false;
     std::optional<uint64_t> free_;
 };
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "Allocations.h"
 #include "Device.h"
 
 namespace {
@@ -15,6 +16,7 @@ Device::ViolationHook currentHook = nullptr;
 }  // namespace
 
 void simulator::Violate(const std::string& what) {
+    const OwnWork ownWork;
     if (currentHook != nullptr) {
         currentHook(what);
         return;

@@ -1,0 +1,85 @@
+#include "SimulatorTest.h"
+
+namespace {
+
+class Loader : public SimulatorTest {
+protected:
+    LoadedLibrary Load() { return device.LoadLibraryFile(SIMULATOR_SAMPLE_FILE); }
+};
+
+const Lines fullLife = {
+    R"(InternetOpenW("Sample", 0, null, null, 0x00000000) = session 1)",
+    "SHInitExtraControls(library, 1, null) = TRUE",
+    "SHInitExtraControls(library, 0, null) = TRUE",
+    "InternetCloseHandle(session 1) = TRUE",
+};
+
+}  // namespace
+
+TEST_F(Loader, StaticObjectsLiveFromBeforeAttachToAfterDetach) {
+    LoadedLibrary library = Load();
+    EXPECT_TRUE(library.IsLoaded());
+    EXPECT_EQ(2u, device.Calls().size());
+    library.Unload();
+    EXPECT_FALSE(library.IsLoaded());
+    EXPECT_EQ(fullLife, device.Calls());
+    library.Unload();
+    EXPECT_EQ(4u, device.Calls().size());
+}
+
+TEST_F(Loader, UnloadsAtTheLatestWhenTheObjectGoes) {
+    { const LoadedLibrary library = Load(); }
+    EXPECT_EQ(fullLife, device.Calls());
+}
+
+TEST_F(Loader, ExportsAreFoundByName) {
+    const LoadedLibrary library = Load();
+    auto* const count = library.Find<int()>("CountCallsSinceLoad");
+    ASSERT_NE(nullptr, count);
+    EXPECT_EQ(1, count());
+    EXPECT_EQ(nullptr, library.Find<int()>("NoSuchExport"));
+    EXPECT_EQ(nullptr, LoadedLibrary().Find<int()>("CountCallsSinceLoad"));
+}
+
+TEST_F(Loader, EveryLoadStartsAnew) {
+    for (int i = 0; i < 3; ++i) {
+        const LoadedLibrary library = Load();
+        EXPECT_EQ(1, library.Find<int()>("CountCallsSinceLoad")());
+    }
+}
+
+TEST_F(Loader, OwnershipMoves) {
+    LoadedLibrary first = Load();
+    LoadedLibrary second = std::move(first);
+    EXPECT_FALSE(first.IsLoaded());  // NOLINT: what is left of a moved object is promised
+    EXPECT_TRUE(second.IsLoaded());
+    second = LoadedLibrary();
+    EXPECT_EQ(fullLife, device.Calls());
+}
+
+TEST_F(Loader, LibraryThatRefusesToAttachIsUnloaded) {
+    device.FailCall("SHInitExtraControls", 1, 1);
+    EXPECT_FALSE(Load().IsLoaded());
+    EXPECT_EQ("InternetCloseHandle(session 1) = TRUE", device.Calls().back());
+}
+
+TEST_F(Loader, LibraryThatStaysLoadedIsAViolation) {
+    LoadedLibrary first = Load();
+    LoadedLibrary second = Load();
+    second.Unload();
+    const Lines violations = TakeViolations();
+    ASSERT_EQ(1u, violations.size());
+    EXPECT_NE(std::string::npos, violations[0].find("stays loaded"));
+}
+
+TEST_F(Loader, FileThatIsNoLibraryIsAMistakeInTheTest) {
+    EXPECT_FALSE(device.LoadLibraryFile("/nonexistent/library.so").IsLoaded());
+    EXPECT_FALSE(device.LoadLibraryFile(SIMULATOR_NO_LIBRARY_FILE).IsLoaded());
+    EXPECT_EQ(2u, TakeViolations().size());
+}
+
+TEST_F(Loader, SessionThatTheLibraryForgetsIsReported) {
+    device.FailCall("InternetCloseHandle", 1, 1);
+    { const LoadedLibrary library = Load(); }
+    EXPECT_EQ("InternetCloseHandle(session 1) = FALSE, error 1", device.Calls().back());
+}
