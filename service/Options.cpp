@@ -23,7 +23,13 @@ const char* const usage =
 
 namespace {
 
-int32_t NumberUpTo(int32_t most, const std::string& option, std::string_view text) {
+const std::string& TextIn(const std::string& option, const std::string& value) {
+    if (value.empty()) throw OptionError(option + " needs a value");
+    return value;
+}
+
+int32_t NumberUpTo(int32_t most, const std::string& option, const std::string& value) {
+    const std::string_view text = TextIn(option, value);
     int32_t number = 0;
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number);
@@ -38,15 +44,15 @@ void Take(Options& options, const std::string& option, const std::string& value)
     if (option == "--port") {
         options.server.port = NumberUpTo(65535, option, value);
     } else if (option == "--data") {
-        options.dataFolder = value;
+        options.dataFolder = TextIn(option, value);
     } else if (option == "--address") {
-        options.server.address = value;
+        options.server.address = TextIn(option, value);
     } else if (option == "--made-up") {
         options.madeUpMaps = NumberUpTo(mostMadeUpMaps, option, value);
     } else if (option == "--certificate") {
-        options.server.certificate = value;
+        options.server.certificate = TextIn(option, value);
     } else if (option == "--private-key") {
-        options.server.privateKey = value;
+        options.server.privateKey = TextIn(option, value);
     } else {
         throw OptionError("unknown argument '" + option + "'; --help lists those there are");
     }
@@ -65,7 +71,6 @@ Options ParseOptions(std::span<const char* const> arguments) {
         }
         const std::string value = index + 1 < arguments.size() ? arguments[index + 1] : "";
         Take(options, option, value);
-        if (value.empty()) throw OptionError(option + " needs a value");
         hasPort = hasPort || option == "--port";
     }
     if (!hasPort) throw OptionError("--port is missing; --help tells how to call this service");

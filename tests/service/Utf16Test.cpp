@@ -1,0 +1,49 @@
+#include "Utf16.h"
+
+#include <gtest/gtest.h>
+
+TEST(Utf16, EmptyTextStaysEmpty) {
+    EXPECT_EQ(Utf16Of(""), u"");
+}
+
+TEST(Utf16, CharactersOfOneTwoAndThreeBytesAreOneUnitEach) {
+    EXPECT_EQ(Utf16Of("a\xC3\x8E\xE2\x82\xAC"), u"a\u00CE\u20AC");
+}
+
+TEST(Utf16, CharacterOfFourBytesIsAPairOfUnits) {
+    EXPECT_EQ(Utf16Of("\xF0\x9F\x97\xBA"), u"\xD83D\xDDFA");
+}
+
+TEST(Utf16, SmallestAndLargestOfEachLengthArePreserved) {
+    EXPECT_EQ(Utf16Of("\x7F\xC2\x80\xDF\xBF"), u"\x7F\x80\u07FF");
+    EXPECT_EQ(Utf16Of("\xE0\xA0\x80\xEF\xBF\xBF"), u"\u0800\xFFFF");
+    EXPECT_EQ(Utf16Of("\xED\x9F\xBF\xEE\x80\x80"), u"\xD7FF\xE000");
+    EXPECT_EQ(Utf16Of("\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"), u"\xD800\xDC00\xDBFF\xDFFF");
+}
+
+TEST(Utf16, ZeroByteIsAUnit) {
+    EXPECT_EQ(Utf16Of(std::string_view("a\0b", 3)), std::u16string_view(u"a\0b", 3));
+}
+
+TEST(Utf16, BytesThatAreNoCharacterBecomeReplacements) {
+    struct Case {
+        const char* what;
+        const char* bytes;
+        std::u16string_view units;
+    };
+    const Case cases[] = {
+        {"a lone continuation", "a\x80z", u"a\uFFFDz"},
+        {"a lead without its continuation", "\xC3z", u"\uFFFDz"},
+        {"a character cut short at the end", "z\xE2\x82", u"z\uFFFD\uFFFD"},
+        {"an overlong slash of two bytes", "\xC0\xAF", u"\uFFFD\uFFFD"},
+        {"an overlong slash of three bytes", "\xE0\x80\xAF", u"\uFFFD\uFFFD\uFFFD"},
+        {"an overlong character of four bytes", "\xF0\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"a surrogate", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
+        {"beyond the last character", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"a byte that never occurs", "\xFF", u"\uFFFD"},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.what);
+        EXPECT_EQ(Utf16Of(each.bytes), each.units);
+    }
+}

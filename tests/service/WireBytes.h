@@ -1,0 +1,34 @@
+/* Bytes of requests and replies, put together without the service's own writer. */
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Box.h"
+
+inline std::string Int32Bytes(int64_t value) {
+    std::string bytes;
+    for (int shift = 0; shift < 32; shift += 8)
+        bytes += static_cast<char>(value >> shift & 0xFF);
+    return bytes;
+}
+
+inline std::string TextBytes(std::u16string_view text) {
+    std::string bytes = Int32Bytes(static_cast<int64_t>(text.size()));
+    for (const char16_t unit : text)
+        bytes += Int32Bytes(unit).substr(0, 2);
+    return bytes;
+}
+
+inline std::string ItemBytes(const Box& box) {
+    return Int32Bytes(box.south) + Int32Bytes(box.west) + Int32Bytes(box.north) + Int32Bytes(box.east);
+}
+
+inline std::string SearchBytes(const std::vector<Box>& boxes) {
+    std::string bytes = Int32Bytes(101) + Int32Bytes(static_cast<int64_t>(boxes.size()));
+    for (const Box& box : boxes)
+        bytes += ItemBytes(box);
+    return bytes;
+}
