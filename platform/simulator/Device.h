@@ -171,7 +171,7 @@ public:
      *   GetFileAttributesW("\Temp\none") = 0xFFFFFFFF, error 2
      *   SHGetSpecialFolderPathW(null, 5, TRUE) = TRUE, "\My Documents"
      *   GetModuleHandleW(null) = program
-     *   GetModuleFileNameW(library, 260) = 35, "\Program Files\App\OrvandeOnline.dll"
+     *   GetModuleFileNameW(library, 260) = 36, "\Program Files\App\OrvandeOnline.dll"
      *   SHInitExtraControls(library, 1, null) = TRUE
      *   ConnMgrMapURL("http://host/", null) = 0x00000000
      *   ConnMgrEstablishConnectionSync({dwParams 0x1, dwPriority 0x8000, guidDestNet mapped}, 30000)

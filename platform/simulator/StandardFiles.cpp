@@ -113,7 +113,9 @@ int Close(void* cookie) {
     call.Arguments({file->name});
     if (file->descriptor >= 0) close(file->descriptor);
     Current().open.remove_if([&](const StandardFile& other) { return &other == file; });
-    return call.MustFail() ? call.Returns(EOF, "-1") : call.Returns(0, "0");
+    if (!call.MustFail()) return call.Returns(0, "0");
+    SetLastError(call.OrderedError());
+    return call.Returns(EOF, "-1");
 }
 
 /* The mode as the host's runtime knows it, or null. */

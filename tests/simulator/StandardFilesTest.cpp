@@ -161,6 +161,7 @@ TEST_F(StandardFiles, OrderedSeekAndCloseFailuresAreReported) {
     FILE* const file = _wfopen(path, u"rb");
     EXPECT_NE(0, fseek(file, 1, SEEK_SET));
     EXPECT_EQ(EOF, fclose(file));
+    EXPECT_EQ(DWORD{ERROR_WRITE_FAULT}, GetLastError());
     EXPECT_EQ(Lines{"fclose(file 1) = -1"}, device.Calls({"fclose"}));
 }
 

@@ -92,9 +92,16 @@ TEST_F(Storage, FilesComeAndGoWithTheTest) {
     EXPECT_TRUE(device.Exists(u"\\Temp\\FILE"));
     const std::string place = device.HostPath(u"\\Temp\\file");
     EXPECT_TRUE(std::filesystem::exists(place));
+    device.PutFile(u"\\Card\\Maps\\a.map", "");
+    device.MakeFolder(u"\\Program Files\\App\\Sub\\Folder");
+    std::filesystem::remove_all(device.HostPath(u"\\Windows"));
     device.BeginTest();
     EXPECT_FALSE(std::filesystem::exists(place));
     EXPECT_FALSE(device.Exists(u"\\Temp\\file"));
+    EXPECT_FALSE(device.Exists(u"\\Card"));
+    EXPECT_FALSE(device.Exists(u"\\Program Files\\App\\Sub"));
+    EXPECT_TRUE(device.Exists(u"\\Program Files\\App"));
+    EXPECT_TRUE(device.Exists(u"\\Windows"));
 }
 
 TEST_F(Storage, PlacesThatCannotBeMadeAreMistakesInTheTest) {
