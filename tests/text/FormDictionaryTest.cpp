@@ -274,7 +274,7 @@ TEST(SetHex32, LowerCaseDigitsWithoutLeadingZeros) {
 }
 
 TEST(GetHexBytes, BadDigitsCountAsZeroAndAnOddOneIsIgnored) {
-    std::array<uint8_t, 16> bytes;
+    std::array<uint8_t, 16> bytes{};
     bytes.fill(0xEE);
     EXPECT_EQ(3, With(TEXT("0aFFzz1")).GetHexBytes(TEXT("key"), bytes.data(), 16));
     EXPECT_EQ((std::array<uint8_t, 4>{0x0A, 0xFF, 0x00, 0xEE}),
@@ -342,7 +342,7 @@ TEST(SetHexBytes, CountZeroCreatesTheEntryEmpty) {
 }
 
 TEST(SetHexBytes, EveryByteComesBack) {
-    std::array<uint8_t, 256> bytes;
+    std::array<uint8_t, 256> bytes{};
     for (size_t i = 0; i < bytes.size(); ++i)
         bytes[i] = static_cast<uint8_t>(i);
     FormDictionary dictionary;

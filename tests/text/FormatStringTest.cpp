@@ -21,7 +21,7 @@ WideString Unit(unsigned code) {
 WideString FormatThrough(const WCHAR* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    const WideString text = FormatStringV(format, arguments);
+    WideString text = FormatStringV(format, arguments);
     va_end(arguments);
     return text;
 }
