@@ -6,7 +6,8 @@ set_target_properties(orvande_online PROPERTIES LINK_DEPENDS ${definitions})
 if(ORVANDE_RING STREQUAL "windows")
   # Debug information is compiled in at every build type, and taken out of the DLL into a file of its own.
   target_compile_options(orvande_objects PRIVATE -g)
-  target_sources(orvande_online PRIVATE ${definitions})
+  target_sources(orvande_online PRIVATE
+    ${definitions} ${PROJECT_SOURCE_DIR}/platform/windows/RuntimeSemaphores.c)
   target_link_libraries(orvande_online PRIVATE orvande_objects)
   target_link_options(orvande_online PRIVATE -Wl,--gc-sections)
   set_target_properties(orvande_online PROPERTIES

@@ -30,12 +30,12 @@ size_t ColumnsOfEnvironment() {
 
 }  // namespace
 
-Utf8Console::Utf8Console() : codePage_(GetConsoleOutputCP()) {
+Utf8Console::Utf8Console() : codePage(GetConsoleOutputCP()) {
     SetConsoleOutputCP(CP_UTF8);
 }
 
 Utf8Console::~Utf8Console() {
-    SetConsoleOutputCP(codePage_);
+    SetConsoleOutputCP(codePage);
 }
 
 void PrintLine(std::wstring_view text) {

@@ -14,7 +14,7 @@ public:
     Utf8Console& operator=(const Utf8Console&) = delete;
 
 private:
-    unsigned codePage_;
+    unsigned codePage;
 };
 
 /* Writes `text` and a line feed to the standard output, as UTF-8. */

@@ -29,10 +29,10 @@ std::wstring WidenedName(const char* name) {
 
 }  // namespace
 
-OnlineLibrary::OnlineLibrary() : path_(ProgramFolder() + libraryName) {
-    module_ = LoadLibraryW(path_.c_str());
-    if (module_ == nullptr) {
-        problem_ = LoadProblem(path_, GetLastError());
+OnlineLibrary::OnlineLibrary() : path(ProgramFolder() + libraryName) {
+    module = LoadLibraryW(path.c_str());
+    if (module == nullptr) {
+        problem = LoadProblem(path, GetLastError());
         return;
     }
     Find(mapShopSearch, "LMMapShopSearch");
@@ -41,14 +41,14 @@ OnlineLibrary::OnlineLibrary() : path_(ProgramFolder() + libraryName) {
 }
 
 OnlineLibrary::~OnlineLibrary() {
-    if (module_ != nullptr) FreeLibrary(module_);
+    if (module != nullptr) FreeLibrary(module);
 }
 
 template <class Function>
 void OnlineLibrary::Find(Function& function, const char* name) {
-    const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module_, name));
+    const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name));
     function = reinterpret_cast<Function>(address);
-    if (function != nullptr || !problem_.empty()) return;
-    problem_ =
-        path_ + L" has no function " + WidenedName(name) + L": it is another library, or another version.";
+    if (function != nullptr || !problem.empty()) return;
+    problem =
+        path + L" has no function " + WidenedName(name) + L": it is another library, or another version.";
 }

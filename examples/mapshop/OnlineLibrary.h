@@ -18,7 +18,7 @@ public:
 
     /* Why the library cannot be used, naming the file at fault; empty when it can. The functions below may be
      * called only then. */
-    const std::wstring& Problem() const { return problem_; }
+    const std::wstring& Problem() const { return problem; }
 
     decltype(&LMMapShopSearch) mapShopSearch = nullptr;
     decltype(&LMMapShopGetNext) mapShopGetNext = nullptr;
@@ -28,7 +28,7 @@ private:
     template <class Function>
     void Find(Function& function, const char* name);
 
-    HMODULE module_ = nullptr;
-    std::wstring path_;
-    std::wstring problem_;
+    HMODULE module = nullptr;
+    std::wstring path;
+    std::wstring problem;
 };

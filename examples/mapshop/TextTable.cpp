@@ -75,16 +75,16 @@ void TextTable::AddRow(std::vector<std::wstring> cells) {
         std::replace_if(
             cell.begin(), cell.end(), [](wchar_t unit) { return unit < 0x20 || unit == 0x7F; }, L' ');
     }
-    rows_.push_back(std::move(cells));
+    rows.push_back(std::move(cells));
 }
 
 std::vector<size_t> TextTable::Widths() const {
     std::vector<size_t> widths;
-    for (size_t i = 0; i < columns_.size(); ++i) {
-        size_t width = WidthOfText(columns_[i].title);
-        for (const auto& row : rows_)
+    for (size_t i = 0; i < columns.size(); ++i) {
+        size_t width = WidthOfText(columns[i].title);
+        for (const auto& row : rows)
             width = std::max(width, WidthOfText(row[i]));
-        widths.push_back(std::min(width, columns_[i].widest));
+        widths.push_back(std::min(width, columns[i].widest));
     }
     return widths;
 }
@@ -94,21 +94,21 @@ void TextTable::FitLastColumn(size_t lineWidth, size_t least) {
     const std::vector<size_t> widths = Widths();
     for (size_t i = 0; i + 1 < widths.size(); ++i)
         used += widths[i] + gap.size();
-    columns_.back().widest = std::max(least, lineWidth - std::min(lineWidth, used));
+    columns.back().widest = std::max(least, lineWidth - std::min(lineWidth, used));
 }
 
 std::vector<std::wstring> TextTable::Lines() const {
     const std::vector<size_t> widths = Widths();
     std::vector<std::wstring> titles;
     std::vector<std::wstring> rules;
-    for (size_t i = 0; i < columns_.size(); ++i) {
-        titles.push_back(columns_[i].title);
+    for (size_t i = 0; i < columns.size(); ++i) {
+        titles.push_back(columns[i].title);
         rules.emplace_back(widths[i], L'-');
     }
     std::vector<std::wstring> lines;
-    AppendRow(lines, columns_, widths, titles);
-    AppendRow(lines, columns_, widths, rules);
-    for (const auto& row : rows_)
-        AppendRow(lines, columns_, widths, row);
+    AppendRow(lines, columns, widths, titles);
+    AppendRow(lines, columns, widths, rules);
+    for (const auto& row : rows)
+        AppendRow(lines, columns, widths, row);
     return lines;
 }

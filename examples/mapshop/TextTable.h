@@ -18,7 +18,7 @@ struct TableColumn {
 
 class TextTable {
 public:
-    explicit TextTable(std::vector<TableColumn> columns) : columns_(std::move(columns)) {}
+    explicit TextTable(std::vector<TableColumn> wanted) : columns(std::move(wanted)) {}
 
     /* Adds a row with one cell a column. Control characters in a cell become spaces. */
     void AddRow(std::vector<std::wstring> cells);
@@ -32,6 +32,6 @@ public:
 private:
     std::vector<size_t> Widths() const;
 
-    std::vector<TableColumn> columns_;
-    std::vector<std::vector<std::wstring>> rows_;
+    std::vector<TableColumn> columns;
+    std::vector<std::vector<std::wstring>> rows;
 };

@@ -1,0 +1,16 @@
+/* Programs that a test runs. */
+#pragma once
+
+#include <string>
+
+#include "Platform.h"
+
+struct ChildOutcome {
+    DWORD exitCode = 0;
+    std::string output; /* the standard output, with line feeds for line ends */
+    std::string errors; /* the standard error output, likewise */
+};
+
+/* Runs a program to its end. `commandLine` begins with the program's path; it runs in `folder`, which is also where
+ * it finds DLLs after its own folder. Throws std::runtime_error when it cannot be started. */
+ChildOutcome RunChild(const std::wstring& commandLine, const std::wstring& folder);

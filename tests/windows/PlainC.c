@@ -1,0 +1,14 @@
+/* A program in C that is linked with the DLL's import library. Prints the results of a search and its final value. */
+#include <stdio.h>
+
+#include "LMOnline.h"
+
+int main(void) {
+    MapShopSearch* const search = LMMapShopSearch(NULL, 0);
+    MapShopResult map;
+    while (LMMapShopGetNext(search, &map)) {
+        printf("%ls|%ld|%ls|%ls\n", map.text1, (long)map.number, map.text2, map.text3);
+    }
+    printf("%ld\n", (long)LMMapShopClose(search));
+    return 0;
+}
