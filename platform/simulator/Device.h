@@ -168,6 +168,11 @@ public:
      *   _wfopen("\Temp\file", "rb") = file 1
      *   _wfopen("\Temp\none", "rb") = null
      *   fclose(file 1) = 0
+     *   CreateFileW("\Temp\file", 0x40000000, 0, null, 2, 0x00000080, null) = file 2
+     *   WriteFile(file 2, 4096) = TRUE, 4096
+     *   CloseHandle(file 2) = TRUE
+     *   DeleteFileW("\Temp\file") = FALSE, error 2
+     *   MoveFileW("\Temp\one", "\Temp\other") = TRUE
      *   GetFileAttributesW("\Temp\none") = 0xFFFFFFFF, error 2
      *   SHGetSpecialFolderPathW(null, 5, TRUE) = TRUE, "\My Documents"
      *   GetModuleHandleW(null) = program
@@ -243,6 +248,10 @@ public:
 
     /* Where the path lies on the computer that runs the test, whether it exists or not. */
     std::string HostPath(std::u16string_view path) const;
+
+    /* Gives an existing file the read-only attribute, or takes it. Such a file is neither written nor
+     * deleted. */
+    void SetReadOnly(std::u16string_view path, bool isReadOnly);
 
     /* The bytes that can still be written to files before storage is full: the write that meets the limit is
      * cut short there and fails. Nothing: no limit. */

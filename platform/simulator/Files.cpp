@@ -19,6 +19,7 @@ DWORD WINAPI GetFileAttributesW(LPCWSTR path) {
     const auto place = Storage::Current().Place(simulator::TextOrEmpty(path), error);
     if (!place) return fails(error);
     if (!Storage::IsThere(*place)) return fails(Storage::MissingError(*place));
-    const DWORD attributes = Storage::IsFolder(*place) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
+    const DWORD attributes = (Storage::IsFolder(*place) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE) |
+                             (Storage::IsReadOnly(*place) ? FILE_ATTRIBUTE_READONLY : 0);
     return call.Returns(attributes, simulator::Hex8(attributes));
 }

@@ -132,6 +132,7 @@ DWORD OpenPlace(StandardFile& file, std::u16string_view path, bool forWriting) {
     if (!place) return error;
     if (Storage::IsFolder(*place)) return ERROR_ACCESS_DENIED;
     if (forWriting) {
+        if (Storage::IsThere(*place) && Storage::IsReadOnly(*place)) return ERROR_ACCESS_DENIED;
         file.descriptor = open(place->c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
         return file.descriptor >= 0 ? ERROR_SUCCESS : Storage::MissingError(*place);
     }

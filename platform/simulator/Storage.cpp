@@ -135,6 +135,12 @@ bool Storage::IsThere(const std::string& place) {
     return fs::exists(place, ignored);
 }
 
+bool Storage::IsReadOnly(const std::string& place) {
+    // The mode itself: whether this process could write all the same does not matter to the device.
+    std::error_code ignored;
+    return (fs::status(place, ignored).permissions() & fs::perms::owner_write) == fs::perms::none;
+}
+
 size_t Storage::Claim(size_t bytes) {
     if (!free_) return bytes;
     const auto claimed = static_cast<size_t>(std::min<uint64_t>(bytes, *free_));
@@ -183,6 +189,13 @@ std::string Device::HostPath(std::u16string_view path) const {
     if (place) return *place;
     simulator::Violate("no path of this device: " + simulator::Quoted(path));
     return "/nonexistent";
+}
+
+void Device::SetReadOnly(std::u16string_view path, bool isReadOnly) {
+    std::error_code error;
+    fs::permissions(HostPath(path), fs::perms::owner_write,
+                    isReadOnly ? fs::perm_options::remove : fs::perm_options::add, error);
+    if (error) simulator::Violate("SetReadOnly cannot change " + simulator::Quoted(path));
 }
 
 void Device::SetFreeStorage(std::optional<uint64_t> bytes) {

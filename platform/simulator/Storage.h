@@ -29,6 +29,7 @@ public:
 
     static bool IsFolder(const std::string& place);
     static bool IsThere(const std::string& place);
+    static bool IsReadOnly(const std::string& place);
 
     /* Takes `bytes` off the free storage; how many of them there was room for. */
     size_t Claim(size_t bytes);
