@@ -55,6 +55,12 @@ TEST_F(LibraryEntry, CaptionStaysEnglishInAnotherLanguageBecauseItIsSetBeforeThe
     EXPECT_TRUE(translationCatalogue.UntranslatedTexts().empty()) << "the load has forgotten the title";
 }
 
+TEST_F(LibraryEntry, ShellIsGivenTheEntrysOwnArguments) {
+    EXPECT_TRUE(AttachLibrary(device.LibraryInstance(), 7, reinterpret_cast<void*>(uintptr_t{0x12345678})));
+    EXPECT_EQ((std::vector<std::string>{"SHInitExtraControls(library, 7, 0x12345678) = TRUE"}),
+              device.Calls({"SHInitExtraControls"}));
+}
+
 TEST_F(LibraryEntry, AttachIsTrueThoughTheShellRefuses) {
     device.FailCall("SHInitExtraControls", 1, ERROR_GEN_FAILURE);
     EXPECT_TRUE(Attach());

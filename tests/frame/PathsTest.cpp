@@ -11,7 +11,7 @@ TEST(Paths, FindLastOfGivesTheLargestIndexOfAnyUnitOfTheSet) {
     EXPECT_EQ(~size_t{0}, WideString::npos) << "not found has all bits set";
 }
 
-TEST(Paths, BaseName) {
+TEST(Paths, BaseNameHasNeitherFolderNorLastExtension) {
     const struct {
         const WCHAR* path;
         const WCHAR* name;
@@ -32,7 +32,7 @@ TEST(Paths, BaseName) {
         EXPECT_EQ(WideString(c.name), GetBaseName(c.path)) << ::testing::PrintToString(WideString(c.path));
 }
 
-TEST(Paths, FolderPart) {
+TEST(Paths, FolderPartIsWhatStandsBeforeTheLastSeparatorOrADot) {
     const struct {
         const WCHAR* path;
         const WCHAR* folder;

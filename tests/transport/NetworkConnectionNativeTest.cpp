@@ -43,6 +43,7 @@ TEST_F(NetworkConnection, UnmappedAddressFailsWithTheConnectionAsItWas) {
     Answer({.mapResult = E_FAIL});
     EXPECT_FALSE(EstablishNetworkConnection());
     EXPECT_EQ(earlier, managedConnection);
+    EXPECT_EQ(0u, device.CountCalls("ConnMgrEstablishConnectionSync")) << "there is no network to ask for";
     EXPECT_EQ(0u, device.CountCalls("ConnMgrReleaseConnection"));
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "Device.h"
+#include "frame/OwnedFile.h"
 #include "support/DeviceTest.h"
 #include "ui/TranslationCatalogue.h"
 
@@ -125,4 +126,12 @@ TEST_F(CatalogueOnDevice, NothingIsThrownWhenMemoryRunsOutAtTheEnd) {
         if (!watch.Failed()) break;
         ASSERT_LT(n, 100u);
     }
+}
+
+TEST_F(CatalogueOnDevice, FolderThatOpensAsAFileHasNoRecords) {
+    const FileHandle folder(fopen("/", "r"));
+    ASSERT_TRUE(folder);
+    TranslationTable table;
+    ReadTranslations(folder.Get(), table);
+    EXPECT_TRUE(table.empty());
 }
