@@ -2,19 +2,19 @@
  *
  * Conventions
  *   - Every function is a plain C function with the platform's C calling convention (LM_CALL), exported under
- * its undecorated name.
- *   - All functions are called from the application's user-interface thread. They run to their end before
- * they return, and block while the network is waited for; the library has no threads of its own.
+ *     its undecorated name.
+ *   - All functions are called from the application's user-interface thread. They run to their end before they
+ *     return, and block while the network is waited for; the library has no threads of its own.
  *   - Text is NUL-terminated UTF-16. Sizes are bytes unless "code units" are named.
  *   - Failure shows in the result alone, as each function states. Nothing is thrown, and no message is shown.
- *   - Buffers of the caller are not kept after a function has returned. What the library hands out is given
- * back through the function named for it.
+ *   - Buffers of the caller are not kept after a function has returned. What the library hands out is given back
+ *     through the function named for it.
  *
  * One search:
  *
  *     MapShopSearch* search = LMMapShopSearch(items, count);
  *     MapShopResult map;
- *     while (LMMapShopGetNext(search, &map)) show(&map);
+ *     while (LMMapShopGetNext(search, &map)) Show(&map);
  *     mapsInShop = LMMapShopClose(search);
  */
 #ifndef LM_ONLINE_H
@@ -45,9 +45,8 @@ extern "C" {
 
 /* ---- The map shop ---- */
 
-/* One map of the shop: 2604 bytes, packed, little-endian. What the fields mean is the service's business;
- * each text ends with a NUL, one that does not fit having been cut, and what follows the NUL has no meaning.
- */
+/* One map of the shop: 2604 bytes, packed, little-endian. What the fields mean is the service's business; each text
+ * ends with a NUL, one that does not fit having been cut, and what follows the NUL has no meaning. */
 typedef struct MapShopResult {
     int32_t number;     /* offset 0 */
     LMChar text1[200];  /* offset 4: at most 199 code units */
@@ -55,29 +54,29 @@ typedef struct MapShopResult {
     LMChar text3[1000]; /* offset 604: at most 999 code units */
 } MapShopResult;
 
-/* A search that has been made, of a size and layout of its own. It belongs to the library, from
- * LMMapShopSearch until LMMapShopClose. */
+/* A search that has been made, of a size and layout of its own. It belongs to the library, from LMMapShopSearch
+ * until LMMapShopClose. */
 typedef struct MapShopSearch MapShopSearch;
 
-/* Searches the map shop: brings up the device's data connection (which may take 30 s), sends the query, and
- * takes in the whole answer under a wait cursor. items   `count` query items of 16 bytes each, one after the
- * other; the service defines what is in them and they are passed on as they are. May be NULL when `count` is
- * 0. count   number of items; 0 asks for everything that the shop has. A handle, to be closed with
- * LMMapShopClose; NULL only when there is no memory for one, and then nothing is sent.
+/* Searches the map shop: brings up the device's data connection (which may take 30 s), sends the query under a wait
+ * cursor, and takes in the whole answer.
+ *   items   `count` query items of 16 bytes each, one after the other; the service defines what is in them and they
+ *           are passed on as they are. May be NULL when `count` is 0.
+ *   count   number of items; 0 asks for everything that the shop has.
+ * A search, to be closed with LMMapShopClose; NULL only when there is no memory for one, and then nothing is sent.
  *
- * A failure leaves a handle without results: a negative `count`, or NULL items with a positive one, or more
- * than 268435455 items (nothing is sent then), no connection, no answer, or a status of the service other
- * than success. When the answer breaks off or memory runs out, the handle has the results that had come
- * whole. */
+ * A failure leaves a search without results: a negative `count`, NULL items with a positive one, or more than
+ * 268435455 items (nothing is sent then); no connection, no answer, or a status of the service other than success.
+ * When the answer breaks off or memory runs out, the search has the results that had come whole. */
 MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count);
 
-/* Copies the next result into `record` (2604 bytes), in the order of the service's answer. Each result is
- * delivered once. 1   copied. 0   there are no more; `record` stays as it was. Also for a NULL handle or
- * record, which takes no result. */
+/* Copies the next result into `record` (2604 bytes), in the order of the service's answer. Each is delivered once.
+ *   1   copied.
+ *   0   there are no more; `record` stays as it was. Also for a NULL search or record, which takes no result. */
 int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record);
 
-/* Frees a search, whether or not all its results were read; the handle is invalid afterwards.
- * The number with which the service's answer ended; 0 when there was none, and for a NULL handle. */
+/* Frees a search, whether or not all its results were read; it is invalid afterwards.
+ * The number with which the service's answer ended; 0 when there was none, and for a NULL search. */
 int32_t LM_CALL LMMapShopClose(MapShopSearch* search);
 
 #ifdef __cplusplus

@@ -13,16 +13,6 @@ constexpr uint32_t itemSize = 16;
 // asked for.
 constexpr int32_t mostEmptyEntries = 1000;
 
-/* Reads an int32 as ByteStream does, and tells whether this one read found any byte. */
-bool FindInt32(ByteStream& reply, int32_t& value) {
-    const bool goodBefore = reply.good;
-    reply.good = true;
-    reply.ReadInt32(value);
-    const bool found = reply.good;
-    reply.good = goodBefore && found;
-    return found;
-}
-
 }  // namespace
 
 bool MapShopSearch::AreItems(const void* items, int32_t count) {
@@ -49,7 +39,7 @@ void MapShopSearch::ReadReply(ByteStream& reply) {
     int32_t emptyEntries = 0;
     for (int32_t entry = 0; entry < entryCount; ++entry) {
         int32_t type = 0;
-        emptyEntries = FindInt32(reply, type) ? 0 : emptyEntries + 1;
+        emptyEntries = reply.ReadInt32(type) ? 0 : emptyEntries + 1;
         if (emptyEntries == mostEmptyEntries) break;
         // Entries of other types have no fields.
         if (type == mapEntry) ReadMap(reply);

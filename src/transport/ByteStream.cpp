@@ -23,19 +23,22 @@ void ByteStream::WriteString(const WideString& text) {
         WriteUnit(unit);
 }
 
-void ByteStream::ReadBytes(void* data, uint32_t size) {
-    good = Read(data, size) && good;
+bool ByteStream::ReadBytes(void* data, uint32_t size) {
+    const bool found = Read(data, size);
+    good = good && found;
     byteCount += size;
+    return found;
 }
 
-void ByteStream::ReadInt32(int32_t& value) {
+bool ByteStream::ReadInt32(int32_t& value) {
     // A read that straddles the end fills only some bytes; the others keep the value's own.
     auto bits = static_cast<uint32_t>(value);
     uint8_t bytes[] = {static_cast<uint8_t>(bits), static_cast<uint8_t>(bits >> 8),
                        static_cast<uint8_t>(bits >> 16), static_cast<uint8_t>(bits >> 24)};
-    ReadBytes(bytes, sizeof bytes);
+    const bool found = ReadBytes(bytes, sizeof bytes);
     bits = bytes[0] | uint32_t{bytes[1]} << 8 | uint32_t{bytes[2]} << 16 | uint32_t{bytes[3]} << 24;
     value = static_cast<int32_t>(bits);
+    return found;
 }
 
 WCHAR ByteStream::ReadUnit() {

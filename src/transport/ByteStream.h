@@ -31,11 +31,11 @@ public:
      * low 8 bits. */
     void WriteString(const WideString& text);
 
-    /* The readers below clear `good` when a read fails, and count their bytes whether or not it does. Bytes
-     * that did not come leave their part of the destination as it was, so a destination starts from what a
-     * reply that ends early may leave behind. */
-    void ReadInt32(int32_t& value);
-    void ReadBytes(void* data, uint32_t size);
+    /* The readers below clear `good` when a read fails, and count their bytes whether or not it does. Bytes that
+     * did not come leave their part of the destination as it was, so a destination starts from what a reply that
+     * ends early may leave behind. These two tell whether their own read succeeded, whatever `good` was. */
+    bool ReadInt32(int32_t& value);
+    bool ReadBytes(void* data, uint32_t size);
 
     /* True: `text` is the string. False: its bytes ran out (`good` is false; `text` holds the units that
      * came) or its length is negative or above `longestString` (`good` stays, `text` is empty, none of its

@@ -20,9 +20,9 @@ public:
     /* Adds to the body. Throws std::bad_alloc. */
     void Write(const void* data, uint32_t size) override;
 
-    /* Posts the body, which is not to be empty, under a wait cursor, and turns the stream to reading with
-     * `good` set and `byteCount` 0. Whether the request was sent and a reply began; the HTTP status is not
-     * looked at. Throws std::bad_alloc. */
+    /* Posts the body, which is not to be empty, under a wait cursor, and turns the stream to reading with `good`
+     * set and `byteCount` 0. Whether the system took the request as sent: the HTTP status is not looked at, and
+     * there may be no reply at all. Throws std::bad_alloc. */
     bool SendRequest();
 
     /* Takes bytes of the reply. True when it found any, however few (the rest of `data` stays as it was);

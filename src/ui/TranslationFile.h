@@ -2,10 +2,10 @@
  * harvest file of untranslated texts, which is itself a language file to be filled in. */
 #pragma once
 
+#include "text/WideString.h"
+
 #include <map>
 #include <set>
-
-#include "text/WideString.h"
 
 /* English text to translated text, ordered by code unit. */
 using TranslationTable = std::map<WideString, WideString>;
@@ -17,8 +17,10 @@ WideString UnescapeTranslationText(WideStringView text);
 
 /* Adds the records of an open language file to `table`; a later record replaces an earlier one of the same
  * key. A record is a key, a TAB, and a value up to the LF or the end of the file. A line without a TAB is no
- * record; neither is one whose key or value is empty as it stands in the file. After a byte order mark the
- * file is read as UTF-16LE, otherwise each byte is one unit of the same number. Throws std::bad_alloc. */
+ * record; a TAB without a key is passed over, and what follows it is read as a record; an empty value is no
+ * record. What is empty counts as it stands in the file: a value of nothing but a CR is an empty text. After a
+ * byte order mark the file is read as UTF-16LE, otherwise each byte is one unit of the same number. Throws
+ * std::bad_alloc. */
 void ReadTranslations(FILE* file, TranslationTable& table);
 
 /* Writes the byte order mark and then, for each text, a record with the value "XXXX": UTF-16LE, TAB and LF of
