@@ -97,7 +97,7 @@ void AddRoutes(httplib::Server& server, const MapCatalogue& catalogue) {
 
 void AddErrorReplies(httplib::Server& server) {
     server.set_exception_handler(
-        [](const httplib::Request&, httplib::Response& response, std::exception_ptr thrown) {
+        [](const httplib::Request&, httplib::Response& response, const std::exception_ptr& thrown) {
             try {
                 std::rethrow_exception(thrown);
             } catch (const std::exception& error) {
@@ -110,22 +110,23 @@ void AddErrorReplies(httplib::Server& server) {
     });
 }
 
-void SetLimits(httplib::Server& server) {
-    server.set_payload_max_length(largestBody);
-    server.set_keep_alive_max_count(mostRequestsPerConnection);
-    server.set_tcp_nodelay(true);
-    // Two services must not share one port, yet one may start where another has just ended.
-    server.set_socket_options([](int socket) {
-        const int yes = 1;
-        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-    });
-}
-
 void LogRequests(httplib::Server& server) {
     server.set_logger([](const httplib::Request& request, const httplib::Response& response) {
         LogLine((request.method.empty() ? "-" : request.method) + ' ' +
                 (request.path.empty() ? "-" : request.path) + ' ' + std::to_string(response.status) + ' ' +
                 std::to_string(response.body.size()));
+    });
+}
+
+void SetLimits(httplib::Server& server) {
+    server.set_payload_max_length(largestBody);
+    server.set_keep_alive_max_count(mostRequestsPerConnection);
+    server.set_tcp_nodelay(true);
+    // The one other method whose body would be read, and without a limit.
+    server.set_pre_routing_handler([](const httplib::Request& request, httplib::Response& response) {
+        if (request.method != "PRI") return httplib::Server::HandlerResponse::Unhandled;
+        response.status = 400;
+        return httplib::Server::HandlerResponse::Handled;
     });
 }
 
@@ -150,6 +151,11 @@ int TakePort(httplib::Server& server, const HttpServerOptions& options) {
     if (!IsNumericAddress(options.address)) {
         throw std::runtime_error("'" + options.address + "' is not a numeric IP address");
     }
+    // Two services must not share one port, yet one may start where another has just ended.
+    server.set_socket_options([](int socket) {
+        const int yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
     if (options.port == 0) {
         const int port = server.bind_to_any_port(options.address);
         if (port > 0) return port;
@@ -163,12 +169,11 @@ int TakePort(httplib::Server& server, const HttpServerOptions& options) {
 }  // namespace
 
 HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue)
-    : server(MadeServer(options)) {
+    : server(MadeServer(options)), port(TakePort(*server, options)) {
     SetLimits(*server);
     AddRoutes(*server, catalogue);
     AddErrorReplies(*server);
     LogRequests(*server);
-    port = TakePort(*server, options);
 }
 
 HttpServer::~HttpServer() = default;

@@ -28,7 +28,7 @@ void Require(bool worked) {
 }
 
 Certificate SelfSigned(EVP_PKEY* key) {
-    constexpr long day = 24 * 60 * 60;
+    constexpr long day = 24L * 60 * 60;
     Certificate certificate(X509_new());
     Require(certificate != nullptr);
     Require(X509_set_version(certificate.get(), 2) == 1);

@@ -64,7 +64,8 @@ HttpReply HttpConnection::ReadReply(bool isHead) {
     }
     const size_t lineEnd = received.find("\r\n");
     HttpReply reply;
-    reply.status = std::atoi(received.c_str() + std::string_view("HTTP/1.1 ").size());
+    reply.status =
+        static_cast<int>(std::strtol(received.c_str() + std::string_view("HTTP/1.1 ").size(), nullptr, 10));
     reply.headers = received.substr(lineEnd + 2, headEnd - lineEnd);
     const size_t length = isHead ? 0 : ContentLength(reply.headers);
     received.erase(0, headEnd + 4);

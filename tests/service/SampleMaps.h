@@ -20,6 +20,7 @@ inline MapSource SourceOf(std::vector<MapRecord> maps) {
 
 inline std::vector<std::string> NamesOf(const std::vector<MapRecord>& maps) {
     std::vector<std::string> names;
+    names.reserve(maps.size());
     for (const MapRecord& map : maps)
         names.push_back(map.name);
     return names;

@@ -14,6 +14,7 @@ namespace {
 std::vector<MapRecord> Regions() {
     const MapSource source = RegionsOfTheWorld();
     std::vector<MapRecord> maps;
+    maps.reserve(static_cast<size_t>(source.count));
     for (int32_t position = 0; position < source.count; ++position)
         maps.push_back(source.at(position));
     return maps;

@@ -204,8 +204,8 @@ TEST_F(ServiceHttp, VeryLongTargetsAreNotFoundOrTooLong) {
 }
 
 TEST_F(ServiceHttp, LinesThatAreNoRequestAreRefused) {
-    for (const char* request :
-         {"hello\r\n\r\n", "GET /\r\n\r\n", "FETCH / HTTP/1.1\r\n\r\n", "GET / HTTP/9.9\r\n\r\n"}) {
+    for (const char* request : {"hello\r\n\r\n", "GET /\r\n\r\n", "FETCH / HTTP/1.1\r\n\r\n",
+                                "GET / HTTP/9.9\r\n\r\n", "PRI / HTTP/1.1\r\n\r\n"}) {
         EXPECT_EQ(Exchange(port, request).status, 400) << request;
     }
 }

@@ -25,7 +25,7 @@ TEST_F(ServiceHttps, SearchIsAnsweredToAClientThatTrustsTheCertificate) {
     ServiceProcess service({"--port", "0", "--data", In("data"), "--made-up", "1", "--certificate",
                             In("certificate.pem"), "--private-key", In("key.pem")});
     httplib::SSLClient client("127.0.0.1", service.WaitForPort());
-    client.set_ca_cert_path(In("certificate.pem").c_str());
+    client.set_ca_cert_path(In("certificate.pem"));
     client.enable_server_certificate_verification(true);
     const httplib::Result reply = client.Post(
         "/cgi-bin/mapstore.cgi", SearchBytes({{9000000, 0, 9000000, 0}}), "application/octet-stream");

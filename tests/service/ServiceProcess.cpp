@@ -26,6 +26,7 @@ ServiceProcess::ServiceProcess(const std::vector<std::string>& arguments) {
     std::vector<std::string> words = {ORVANDE_SERVICE_PROGRAM};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
@@ -53,7 +54,8 @@ int ServiceProcess::WaitForPort() {
     while (output.find('\n') == std::string::npos) {
         if (!ReadOutput()) break;
     }
-    if (output.starts_with(words) && output.ends_with('\n')) return std::atoi(output.c_str() + words.size());
+    if (output.starts_with(words) && output.ends_with('\n'))
+        return static_cast<int>(std::strtol(output.c_str() + words.size(), nullptr, 10));
     ADD_FAILURE() << "the service does not listen: " << output << Errors();
     return 0;
 }
