@@ -12,9 +12,12 @@ namespace simulator {
 namespace {
 
 constexpr std::string_view simulatedFunctions[] = {
+    "CloseHandle",
     "ConnMgrEstablishConnectionSync",
     "ConnMgrMapURL",
     "ConnMgrReleaseConnection",
+    "CreateFileW",
+    "DeleteFileW",
     "GetFileAttributesW",
     "GetModuleFileNameW",
     "GetModuleHandleW",
@@ -27,12 +30,14 @@ constexpr std::string_view simulatedFunctions[] = {
     "InternetReadFile",
     "LoadCursorW",
     "MessageBoxW",
+    "MoveFileW",
     "RegCloseKey",
     "RegOpenKeyExW",
     "RegQueryValueExW",
     "SHGetSpecialFolderPathW",
     "SHInitExtraControls",
     "SetCursor",
+    "WriteFile",
     "_wfopen",
     "fclose",
     "fread",

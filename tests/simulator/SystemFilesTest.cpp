@@ -1,0 +1,138 @@
+#include "SimulatorTest.h"
+
+namespace {
+
+constexpr WCHAR path[] = u"\\Temp\\file";
+
+class SystemFiles : public SimulatorTest {
+protected:
+    static HANDLE Create(DWORD share = 0) {
+        return CreateFileW(path, GENERIC_WRITE, share, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                           nullptr);
+    }
+    static HANDLE OpenForReading(DWORD share = FILE_SHARE_READ) {
+        return CreateFileW(path, GENERIC_READ, share, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    }
+    static DWORD Write(HANDLE file, const std::string& bytes) {
+        DWORD written = 99;
+        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+        return written;
+    }
+};
+
+}  // namespace
+
+TEST_F(SystemFiles, WhatIsWrittenLiesInTheFile) {
+    device.PutFile(path, "an older file");
+    const HANDLE file = Create();
+    EXPECT_EQ(2u, Write(file, "ab"));
+    EXPECT_EQ(1u, Write(file, "c"));
+    EXPECT_TRUE(CloseHandle(file));
+    EXPECT_EQ("abc", device.TakeFile(path));
+}
+
+TEST_F(SystemFiles, FileThatIsNotThereCannotBeOpenedAndAFolderNeither) {
+    EXPECT_EQ(INVALID_HANDLE_VALUE, OpenForReading());
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, GetLastError());
+    device.MakeFolder(path);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, Create());
+    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
+}
+
+TEST_F(SystemFiles, FolderOfANewFileMustExist) {
+    EXPECT_EQ(INVALID_HANDLE_VALUE, CreateFileW(u"\\None\\file", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    EXPECT_EQ(DWORD{ERROR_PATH_NOT_FOUND}, GetLastError());
+}
+
+TEST_F(SystemFiles, OpenFileIsSharedOnlyAsBothAllow) {
+    device.PutFile(path, "x");
+    const HANDLE first = OpenForReading(FILE_SHARE_READ);
+    const HANDLE second = OpenForReading(FILE_SHARE_READ);
+    EXPECT_NE(INVALID_HANDLE_VALUE, second);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, OpenForReading(0)) << "the others read";
+    EXPECT_EQ(INVALID_HANDLE_VALUE, Create(FILE_SHARE_READ)) << "the others do not let it be written";
+    EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
+    CloseHandle(first);
+    CloseHandle(second);
+    EXPECT_EQ("x", device.TakeFile(path));
+}
+
+TEST_F(SystemFiles, OpenFileIsNeitherDeletedNorMoved) {
+    const HANDLE file = Create();
+    EXPECT_FALSE(DeleteFileW(path));
+    EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, GetLastError());
+    EXPECT_FALSE(MoveFileW(path, u"\\Temp\\other"));
+    CloseHandle(file);
+    EXPECT_TRUE(MoveFileW(path, u"\\Temp\\other"));
+    EXPECT_TRUE(DeleteFileW(u"\\Temp\\other"));
+    EXPECT_FALSE(device.Exists(u"\\Temp\\other"));
+}
+
+TEST_F(SystemFiles, MoveNeedsASourceAndAFreeTarget) {
+    EXPECT_FALSE(MoveFileW(path, u"\\Temp\\other"));
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, GetLastError());
+    device.PutFile(path, "x");
+    device.PutFile(u"\\Temp\\other", "y");
+    EXPECT_FALSE(MoveFileW(path, u"\\Temp\\other"));
+    EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, GetLastError());
+    EXPECT_EQ("y", device.TakeFile(u"\\Temp\\other"));
+}
+
+TEST_F(SystemFiles, ReadOnlyFileIsNeitherWrittenNorDeleted) {
+    device.PutFile(path, "x");
+    device.SetReadOnly(path, true);
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_READONLY}, GetFileAttributesW(path));
+    EXPECT_EQ(INVALID_HANDLE_VALUE, Create());
+    EXPECT_EQ(nullptr, _wfopen(path, u"wb"));
+    EXPECT_FALSE(DeleteFileW(path));
+    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
+    device.SetReadOnly(path, false);
+    EXPECT_TRUE(DeleteFileW(path));
+}
+
+TEST_F(SystemFiles, FullStorageTakesWhatItHasRoomForAndThenFails) {
+    const HANDLE file = Create();
+    device.SetFreeStorage(3);
+    EXPECT_EQ(3u, Write(file, "abcd"));
+    EXPECT_EQ(0u, Write(file, "e"));
+    EXPECT_EQ(DWORD{ERROR_DISK_FULL}, GetLastError());
+    CloseHandle(file);
+    EXPECT_EQ("abc", device.TakeFile(path));
+}
+
+TEST_F(SystemFiles, FileForReadingIsNotWritten) {
+    device.PutFile(path, "x");
+    const HANDLE file = OpenForReading();
+    EXPECT_EQ(0u, Write(file, "y"));
+    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
+    CloseHandle(file);
+}
+
+TEST_F(SystemFiles, FileThatIsClosedTwiceIsAViolation) {
+    const HANDLE file = Create();
+    EXPECT_TRUE(CloseHandle(file));
+    EXPECT_FALSE(CloseHandle(file));
+    EXPECT_EQ(1u, TakeViolations().size());
+}
+
+TEST_F(SystemFiles, FileLeftOpenIsAViolation) {
+    Create();
+    device.EndTest();
+    EXPECT_EQ(1u, TakeViolations().size());
+    device.BeginTest();
+}
+
+TEST_F(SystemFiles, EachCallCanBeMadeToFail) {
+    device.PutFile(path, "x");
+    for (const char* function : {"CreateFileW", "WriteFile", "CloseHandle", "DeleteFileW", "MoveFileW"})
+        device.FailCall(function, 1, ERROR_GEN_FAILURE);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, Create());
+    EXPECT_EQ(DWORD{ERROR_GEN_FAILURE}, GetLastError());
+    const HANDLE file = Create();
+    EXPECT_EQ(0u, Write(file, "y"));
+    EXPECT_FALSE(CloseHandle(file)) << "it is closed all the same";
+    EXPECT_FALSE(DeleteFileW(path));
+    EXPECT_FALSE(MoveFileW(path, u"\\Temp\\other"));
+    EXPECT_TRUE(MoveFileW(path, u"\\Temp\\other"));
+}
