@@ -79,6 +79,56 @@ int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record);
  * The number with which the service's answer ended; 0 when there was none, and for a NULL search. */
 int32_t LM_CALL LMMapShopClose(MapShopSearch* search);
 
+/* ---- Downloads ---- */
+
+/* How far a download is; 16 bytes, without padding. */
+typedef struct DownloadProgress {
+    int64_t bytesReceived; /* offset 0: bytes written to the local file so far */
+    int64_t totalBytes;    /* offset 8: what the server said; -1 when it did not say, or not in a number */
+} DownloadProgress;
+
+/* Asked after every read from the network, on the calling thread, with the `context` that was given along with it.
+ * 0 cancels; any other answer goes on. */
+typedef int(LM_CALL* LMProgressCallback)(void* context);
+
+/* Downloads `urlPath` of `host` by HTTP, port 80, into `localFile`. Brings up the device's data connection first, which
+ * stays up afterwards. Redirections are not followed.
+ *   host, urlPath, localFile  NUL-terminated, not NULL; the path begins with a slash.
+ *   callback                  may be NULL. It is asked before the bytes of its read are written, and once more after
+ *                             the last, empty read.
+ *   context                   passed to the callback; may be NULL.
+ *   progress                  may be NULL. Filled from the moment when the transfer begins; `bytesReceived` starts
+ *                             with 0.
+ * While it runs, the file grows under the name `localFile` with ".TMP" appended.
+ *   1   the reply came to its end, whatever length had been announced, and the file was moved into place. That is also
+ *       the result when the move fails: an older `localFile` that is read-only or open elsewhere stays as it was then,
+ *       and the ".TMP" file is left.
+ *   0   no connection, not sent, or an HTTP status of 300 or more: an older `localFile` stays as it was. Broken off,
+ *       cancelled, or not written for lack of space: neither file is left, nor an older `localFile`. Also for a NULL
+ *       host, path or file, which touches nothing. */
+int32_t LM_CALL LMDownloadWebFileProgress(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
+                                          LMProgressCallback callback, void* context,
+                                          DownloadProgress* progress);
+
+/* LMDownloadWebFileProgress without a progress record. */
+int32_t LM_CALL x77fc64c7(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
+                          LMProgressCallback callback, void* context);
+
+/* Reads the `length` bytes from `offset` on of `urlPath` of `host` into `buffer`; connects as a download does.
+ *   host, urlPath  NUL-terminated, not NULL.
+ *   offset         of the first byte, from 0.
+ *   length         in bytes; 0 or less reads nothing, though the request is sent.
+ *   buffer         `length` bytes, not NULL.
+ *   callback       may be NULL; asked after every read that gave bytes.
+ *   context        passed to the callback; may be NULL.
+ *   `length`  all bytes are in `buffer`. A server that ignores ranges gives its file's first ones.
+ *   0         the reply ended early, a read failed, or the callback cancelled: bytes that came before are in `buffer`,
+ *             their number is not told. Also for a `length` of 0 or less.
+ *   -1        no connection, not sent, or an HTTP status of 300 or more; a NULL host, path or buffer, and then nothing
+ *             is sent. */
+int32_t LM_CALL xfa704a3f(const LMChar* host, const LMChar* urlPath, int64_t offset, int32_t length,
+                          void* buffer, LMProgressCallback callback, void* context);
+
 #ifdef __cplusplus
 }
 #endif
@@ -89,5 +139,8 @@ typedef char LMAssertNumberOffset[offsetof(MapShopResult, number) == 0 ? 1 : -1]
 typedef char LMAssertText1Offset[offsetof(MapShopResult, text1) == 4 ? 1 : -1];
 typedef char LMAssertText2Offset[offsetof(MapShopResult, text2) == 404 ? 1 : -1];
 typedef char LMAssertText3Offset[offsetof(MapShopResult, text3) == 604 ? 1 : -1];
+typedef char LMAssertProgressSize[sizeof(DownloadProgress) == 16 ? 1 : -1];
+typedef char LMAssertReceivedOffset[offsetof(DownloadProgress, bytesReceived) == 0 ? 1 : -1];
+typedef char LMAssertTotalOffset[offsetof(DownloadProgress, totalBytes) == 8 ? 1 : -1];
 
 #endif

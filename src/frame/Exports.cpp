@@ -6,6 +6,7 @@
 #include "LMOnline.h"
 #include "frame/Contained.h"
 #include "mapshop/MapShopSearch.h"
+#include "transport/WebDownload.h"
 
 MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
     auto* const search = new (std::nothrow) MapShopSearch;
@@ -25,4 +26,33 @@ int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
     const int32_t finalValue = search->FinalValue();
     delete search;
     return finalValue;
+}
+
+int32_t LM_CALL LMDownloadWebFileProgress(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
+                                          LMProgressCallback callback, void* context,
+                                          DownloadProgress* progress) {
+    if (host == nullptr || urlPath == nullptr || localFile == nullptr) return 0;
+    return Contained(0, [&] {
+        WebConnection connection(host, true, false);
+        connection.progressCallback = callback;
+        connection.callbackContext = context;
+        connection.progress = progress;
+        return DownloadWebFile(connection, urlPath, localFile) ? 1 : 0;
+    });
+}
+
+int32_t LM_CALL x77fc64c7(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
+                          LMProgressCallback callback, void* context) {
+    return LMDownloadWebFileProgress(host, urlPath, localFile, callback, context, nullptr);
+}
+
+int32_t LM_CALL xfa704a3f(const LMChar* host, const LMChar* urlPath, int64_t offset, int32_t length,
+                          void* buffer, LMProgressCallback callback, void* context) {
+    if (host == nullptr || urlPath == nullptr || buffer == nullptr) return -1;
+    return Contained(-1, [&] {
+        WebConnection connection(host, true, false);
+        connection.progressCallback = callback;
+        connection.callbackContext = context;
+        return ReadWebFileRange(connection, urlPath, offset, length, buffer);
+    });
 }

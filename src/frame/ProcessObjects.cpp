@@ -3,6 +3,7 @@
 #include "frame/LibraryEntry.h"
 #include "transport/InternetHandle.h"
 #include "transport/NetworkConnection.h"
+#include "transport/WebConnection.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TranslationCatalogue.h"
 
@@ -11,4 +12,5 @@ InternetHandle sharedSession(InternetOpenW(TEXT("Orvande-SP"), INTERNET_OPEN_TYP
                                            0));
 WideString messageBoxCaption;
 HINSTANCE ownModule = nullptr;
+bool roamingWarningAccepted = false;
 HANDLE managedConnection = nullptr;

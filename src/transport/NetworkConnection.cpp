@@ -1,10 +1,12 @@
 #include "transport/NetworkConnection.h"
 
 #include "OnlineConfiguration.h"
+#include "settings/Settings.h"
 
 namespace {
 
 constexpr DWORD connectTimeout = 30000;  // ms
+constexpr uint32_t roamingBit = 0x200;   // of the phone state
 
 }  // namespace
 
@@ -34,4 +36,10 @@ bool EstablishNetworkConnection() {
 bool ReleaseNetworkConnection() {
     if (managedConnection != nullptr) ConnMgrReleaseConnection(managedConnection, 0);
     return true;
+}
+
+bool IsRoaming() {
+    const uint32_t status =
+        ReadRegistryDword(HKEY_LOCAL_MACHINE, TEXT("System\\State\\Phone"), TEXT("Status"), 0);
+    return (status & roamingBit) != 0;
 }

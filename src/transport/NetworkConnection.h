@@ -16,3 +16,6 @@ bool EstablishNetworkConnection();
 /* Gives `managedConnection` up, if there is one. It stays what it was, so that it may be given up more than
  * once. Always true. */
 bool ReleaseNetworkConnection();
+
+/* Whether the phone is roaming, as the platform's phone state in the registry says; false when it says nothing. */
+bool IsRoaming();

@@ -84,7 +84,8 @@ TEST_F(LoadedFromFile, NothingButTheExportsIsVisible) {
     while (fgets(line, sizeof line, symbols) != nullptr)
         names.insert(std::string(line, strcspn(line, "\n")));
     EXPECT_EQ(0, pclose(symbols));
-    EXPECT_EQ((std::set<std::string>{"DllMain", "LMMapShopClose", "LMMapShopGetNext", "LMMapShopSearch"}),
+    EXPECT_EQ((std::set<std::string>{"DllMain", "LMDownloadWebFileProgress", "LMMapShopClose",
+                                     "LMMapShopGetNext", "LMMapShopSearch", "x77fc64c7", "xfa704a3f"}),
               names);
 }
 

@@ -1,0 +1,70 @@
+#include "transport/WebConnection.h"
+
+#include "transport/NetworkConnection.h"
+#include "ui/MessageBoxes.h"
+
+WebConnection::WebConnection(const WCHAR* hostName, bool withConnectionManager, bool overHttps)
+    : secure(overHttps), host(hostName), useConnectionManager(withConnectionManager) {}
+
+WebConnection::~WebConnection() {
+    Close();
+}
+
+bool WebConnection::AcceptsRoaming() const {
+    if (roamingWarningAccepted || ownerWindow == nullptr || !IsRoaming()) return true;
+    const int answer = ShowTranslatedMessage(ownerWindow, MB_OKCANCEL,
+                                             TEXT("Your phone is roaming, and you may incur data charges."));
+    roamingWarningAccepted = answer != IDCANCEL;
+    return roamingWarningAccepted;
+}
+
+bool WebConnection::Connect() {
+    if (state != notConnected) return state == connected;
+    state = failed;
+    if (useConnectionManager) {
+        if (!AcceptsRoaming()) return false;
+        EstablishNetworkConnection();
+        holdsManagedConnection = true;
+    }
+    const INTERNET_PORT port = secure ? INTERNET_DEFAULT_HTTPS_PORT : INTERNET_DEFAULT_HTTP_PORT;
+    connection.Reset(InternetConnectW(sharedSession.Get(), host.c_str(), port, nullptr, nullptr,
+                                      INTERNET_SERVICE_HTTP, 0, 0));
+    if (connection) state = connected;
+    return state == connected;
+}
+
+bool WebConnection::OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secureRequest) {
+    if (!Connect()) return false;
+    const DWORD flags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_AUTO_REDIRECT |
+                        INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_RESYNCHRONIZE |
+                        INTERNET_FLAG_PRAGMA_NOCACHE | (secureRequest ? INTERNET_FLAG_SECURE : 0);
+    request.Reset(HttpOpenRequestW(connection.Get(), verb, path, nullptr, nullptr, nullptr, flags, 0));
+    return HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0) != FALSE;
+}
+
+DWORD WebConnection::GetStatus() const {
+    DWORD status = 1000;
+    DWORD size = sizeof status;
+    HttpQueryInfoW(request.Get(), HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status, &size, nullptr);
+    return status;
+}
+
+int64_t WebConnection::GetContentLength() const {
+    WCHAR text[15]{};
+    DWORD size = sizeof text;
+    int64_t length = -1;
+    if (HttpQueryInfoW(request.Get(), HTTP_QUERY_CONTENT_LENGTH, text, &size, nullptr))
+        swscanf(text, TEXT("%I64d"), &length);
+    return length;
+}
+
+bool WebConnection::MayGoOn() const {
+    return progressCallback == nullptr || progressCallback(callbackContext) != 0;
+}
+
+void WebConnection::Close() {
+    request.Reset();
+    connection.Reset();
+    state = notConnected;
+    host.clear();
+}

@@ -1,0 +1,127 @@
+#include "transport/WebDownload.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frame/Owned.h"
+#include "text/FormatString.h"
+
+namespace {
+
+constexpr DWORD chunkSize = 4096;
+constexpr DWORD firstRefusal = 300;
+
+struct SystemFileKind {
+    using Handle = HANDLE;
+    // INVALID_HANDLE_VALUE is a cast, which no constant may hold.
+    static inline const Handle none = INVALID_HANDLE_VALUE;
+    static void Close(Handle file) noexcept { CloseHandle(file); }
+};
+using SystemFile = Owned<SystemFileKind>;
+
+/* The file in which a download grows. It is deleted at the end, unless it has been moved into place. */
+class TemporaryFile {
+public:
+    explicit TemporaryFile(WideString filePath)
+        : path(std::move(filePath)),
+          file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                           nullptr)),
+          isMine(static_cast<bool>(file)) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        Close();
+        if (isMine) DeleteFileW(path.c_str());
+    }
+
+    [[nodiscard]] HANDLE Get() const { return file.Get(); }
+    [[nodiscard]] bool IsThere() const { return isMine; }
+    void Close() { file.Reset(); }
+
+    /* A move that fails leaves the file where it is. */
+    void MoveTo(const WideString& target) {
+        isMine = false;
+        MoveFileW(path.c_str(), target.c_str());
+    }
+
+private:
+    WideString path;
+    SystemFile file;
+    bool isMine;
+};
+
+bool ReceiveInto(HANDLE file, const WebConnection& connection) {
+    BYTE chunk[chunkSize];
+    for (;;) {
+        DWORD received = 0;
+        if (!InternetReadFile(connection.request.Get(), chunk, chunkSize, &received)) return false;
+        if (!connection.MayGoOn()) return false;
+        if (received == 0) return true;
+        DWORD written = 0;
+        if (!WriteFile(file, chunk, received, &written, nullptr) || written < received) return false;
+        if (connection.progress != nullptr) connection.progress->bytesReceived += written;
+    }
+}
+
+bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t offset, int32_t length) {
+    const DWORD flags = INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_AUTO_REDIRECT |
+                        INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_PRAGMA_NOCACHE |
+                        (connection.secure ? INTERNET_FLAG_SECURE : 0);
+    connection.request.Reset(
+        HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
+    // In unsigned arithmetic, which wraps where an offset near the end of 64 bits would overflow.
+    const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
+                                           static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
+    const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);
+    return HttpSendRequestW(connection.request.Get(), header.c_str(), static_cast<DWORD>(header.size()),
+                            nullptr, 0) != FALSE;
+}
+
+bool ReceiveInto(BYTE* buffer, DWORD length, const WebConnection& connection) {
+    while (length > 0) {
+        DWORD received = 0;
+        const DWORD wanted = std::min(length, chunkSize);
+        if (!InternetReadFile(connection.request.Get(), buffer, wanted, &received)) return false;
+        if (received == 0 || !connection.MayGoOn()) return false;
+        buffer += received;
+        length -= received;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool DownloadWebFile(WebConnection& connection, const WCHAR* urlPath, const WideString& localFile) {
+    connection.request.Reset();
+    if (!connection.OpenAndSend(urlPath, TEXT("GET"), connection.secure)) return false;
+    if (connection.GetStatus() >= firstRefusal) return false;
+
+    WideString temporaryPath = localFile + TEXT(".TMP");
+    // The old file goes first: the device may not have room for both.
+    DeleteFileW(localFile.c_str());
+    TemporaryFile file(std::move(temporaryPath));
+    if (!file.IsThere()) {
+        connection.request.Reset();
+        return false;
+    }
+    if (connection.progress != nullptr) *connection.progress = {0, connection.GetContentLength()};
+
+    const bool complete = ReceiveInto(file.Get(), connection);
+    file.Close();
+    connection.request.Reset();
+    if (complete) file.MoveTo(localFile);
+    return complete;
+}
+
+int32_t ReadWebFileRange(WebConnection& connection, const WCHAR* urlPath, int64_t offset, int32_t length,
+                         void* buffer) {
+    connection.request.Reset();
+    if (!connection.Connect()) return -1;
+    if (!OpenAndSendRange(connection, urlPath, offset, length)) return -1;
+    if (connection.GetStatus() >= firstRefusal) return -1;
+
+    const bool complete =
+        length > 0 && ReceiveInto(static_cast<BYTE*>(buffer), static_cast<DWORD>(length), connection);
+    connection.request.Reset();
+    return complete ? length : 0;
+}
