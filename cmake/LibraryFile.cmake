@@ -7,7 +7,9 @@ if(ORVANDE_RING STREQUAL "windows")
   # Debug information is compiled in at every build type, and taken out of the DLL into a file of its own.
   target_compile_options(orvande_objects PRIVATE -g)
   target_sources(orvande_online PRIVATE
-    ${definitions} ${PROJECT_SOURCE_DIR}/platform/windows/RuntimeSemaphores.c)
+    ${definitions}
+    ${PROJECT_SOURCE_DIR}/platform/windows/RuntimeSemaphores.c
+    ${PROJECT_SOURCE_DIR}/platform/windows/TerminateHandler.cpp)
   target_link_libraries(orvande_online PRIVATE orvande_objects)
   target_link_options(orvande_online PRIVATE -Wl,--gc-sections)
   set_target_properties(orvande_online PROPERTIES

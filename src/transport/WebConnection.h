@@ -1,8 +1,9 @@
 /* A connection to a web host through the session of all downloads. Everything blocks the calling thread. */
 #pragma once
 
-#include "LMOnline.h"
 #include "text/WideString.h"
+
+#include "LMOnline.h"
 #include "transport/InternetHandle.h"
 
 /* Whether the user has agreed to go on while the phone is roaming; false at load, and then asked once. */
