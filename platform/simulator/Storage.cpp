@@ -31,7 +31,7 @@ bool IsForbidden(char16_t unit) {
 
 /* The entry of `folder` with that name, in the case in which it exists. */
 fs::path Entry(const fs::path& folder, std::u16string_view name) {
-    const fs::path exact = folder / ToUtf8(name);
+    fs::path exact = folder / ToUtf8(name);
     std::error_code ignored;
     if (fs::exists(exact, ignored)) return exact;
     const std::u16string folded = Folded(name);

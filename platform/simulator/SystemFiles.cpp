@@ -88,7 +88,7 @@ int HostFlags(DWORD access, DWORD disposition) {
 
 /* The place of a file that may be deleted or moved; `error` says why there is none. */
 std::optional<std::string> MovablePlace(LPCWSTR path, DWORD& error) {
-    const auto place = Storage::Current().Place(simulator::TextOrEmpty(path), error);
+    auto place = Storage::Current().Place(simulator::TextOrEmpty(path), error);
     if (!place) return std::nullopt;
     if (!Storage::IsThere(*place))
         error = Storage::MissingError(*place);
