@@ -16,9 +16,13 @@ std::string Utf8Of(std::wstring_view text) {
     return bytes;
 }
 
-size_t ConsoleWidth() {
+HANDLE HandleOf(Output output) {
+    return GetStdHandle(output == Output::standard ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+}
+
+size_t ConsoleWidth(Output output) {
     CONSOLE_SCREEN_BUFFER_INFO info;
-    if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info)) return 0;
+    if (!GetConsoleScreenBufferInfo(HandleOf(output), &info)) return 0;
     // A line that fills the console is followed by an empty one on some.
     return static_cast<size_t>(std::max(info.srWindow.Right - info.srWindow.Left, 0));
 }
@@ -46,11 +50,20 @@ void PrintError(std::wstring_view text) {
     std::fprintf(stderr, "mapshop: %s\n", Utf8Of(text).c_str());
 }
 
-size_t LineWidth() {
+void PrintProgress(std::wstring_view text) {
+    std::fputs(Utf8Of(text).c_str(), stderr);
+}
+
+bool ErrorsAreOnConsole() {
+    DWORD mode = 0;
+    return GetConsoleMode(HandleOf(Output::errors), &mode) != FALSE;
+}
+
+size_t LineWidth(Output output) {
     constexpr size_t fallback = 100;
     constexpr size_t least = 40;
     constexpr size_t most = 1000;
-    for (const size_t width : {ConsoleWidth(), ColumnsOfEnvironment()}) {
+    for (const size_t width : {ConsoleWidth(output), ColumnsOfEnvironment()}) {
         if (width != 0) return std::clamp(width, least, most);
     }
     return fallback;

@@ -23,6 +23,15 @@ void PrintLine(std::wstring_view text);
 /* Writes "mapshop: ", `text` and a line feed to the standard error output, as UTF-8. */
 void PrintError(std::wstring_view text);
 
-/* How many characters fit on a line: the console's own width; where the output is no console, the
+/* Writes `text` to the standard error output as it is, as UTF-8. */
+void PrintProgress(std::wstring_view text);
+
+/* Whether the standard error output is a console. */
+bool ErrorsAreOnConsole();
+
+/* The program's outputs. */
+enum class Output { standard, errors };
+
+/* How many characters fit on a line of an output: the console's own width; where the output is no console, the
  * environment's COLUMNS, and 100 where there is none. At least 40. */
-size_t LineWidth();
+size_t LineWidth(Output output);

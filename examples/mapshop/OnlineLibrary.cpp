@@ -38,6 +38,8 @@ OnlineLibrary::OnlineLibrary() : path(ProgramFolder() + libraryName) {
     Find(mapShopSearch, "LMMapShopSearch");
     Find(mapShopGetNext, "LMMapShopGetNext");
     Find(mapShopClose, "LMMapShopClose");
+    Find(downloadWebFile, "LMDownloadWebFileProgress");
+    Find(readWebFileRange, "xfa704a3f");
 }
 
 OnlineLibrary::~OnlineLibrary() {

@@ -23,6 +23,8 @@ public:
     decltype(&LMMapShopSearch) mapShopSearch = nullptr;
     decltype(&LMMapShopGetNext) mapShopGetNext = nullptr;
     decltype(&LMMapShopClose) mapShopClose = nullptr;
+    decltype(&LMDownloadWebFileProgress) downloadWebFile = nullptr;
+    decltype(&xfa704a3f) readWebFileRange = nullptr;
 
 private:
     template <class Function>

@@ -2,6 +2,7 @@
 
 #include "Console.h"
 #include "GeoBox.h"
+#include "NumberText.h"
 #include "OnlineLibrary.h"
 #include "TextTable.h"
 
@@ -9,15 +10,6 @@ namespace {
 
 std::wstring Counted(int64_t count, const std::wstring& noun) {
     return std::to_wstring(count) + L" " + noun + (count == 1 ? L"" : L"s");
-}
-
-/* 12345 as "12,345 KB". */
-std::wstring SizeText(int32_t kilobytes) {
-    std::wstring digits = std::to_wstring(kilobytes);
-    const size_t sign = kilobytes < 0 ? 1U : 0U;
-    for (size_t end = digits.size(); end > sign + 3; end -= 3)
-        digits.insert(end - 3, L",");
-    return digits + L" KB";
 }
 
 struct Results {
@@ -44,9 +36,9 @@ void PrintTable(const std::vector<MapShopResult>& maps) {
     TextTable table(
         {{L"NAME", widestName}, {L"SIZE", TableColumn::whole, true}, {L"PATH"}, {L"DESCRIPTION"}});
     for (const MapShopResult& map : maps) {
-        table.AddRow({map.text1, SizeText(map.number), map.text2, map.text3});
+        table.AddRow({map.text1, GroupedDigits(map.number) + L" KB", map.text2, map.text3});
     }
-    table.FitLastColumn(LineWidth(), leastDescription);
+    table.FitLastColumn(LineWidth(Output::standard), leastDescription);
     for (const std::wstring& line : table.Lines())
         PrintLine(line);
 }

@@ -1,0 +1,112 @@
+#include "DownloadCommand.h"
+
+#include <windows.h>
+
+#include "Console.h"
+#include "Interruption.h"
+#include "LocalFile.h"
+#include "NumberText.h"
+#include "OnlineLibrary.h"
+#include "WebArguments.h"
+
+namespace {
+
+constexpr int64_t notBegun = -1;
+
+/* What the library's callback works with. */
+struct Transfer {
+    explicit Transfer(ProgressStyle style) : display(style) {}
+
+    DownloadProgress progress{notBegun, -1};
+    ProgressDisplay display;
+    Interruption interruption;
+};
+
+int LM_CALL OnRead(void* context) noexcept {
+    Transfer& transfer = *static_cast<Transfer*>(context);
+    transfer.display.Show(transfer.progress);
+    return transfer.interruption.Wanted() ? 0 : 1;
+}
+
+struct Files {
+    std::wstring target;
+    std::wstring temporary;  // in which the library lets the download grow
+    bool hadOlder;           // a file was at `target` before
+};
+
+std::wstring TargetProblem(const Files& files) {
+    std::wstring problem = WhyNotReplaceable(files.target);
+    return problem.empty() ? WhyNotWritable(files.temporary) : problem;
+}
+
+/* Says what a download without success leaves. */
+ExitCode Fail(const Files& files, const std::wstring& what, ExitCode code) {
+    const bool lostOlder = files.hadOlder && !IsThere(files.target);
+    PrintError(what + (lostOlder ? L" The older " + files.target + L" is gone." : L""));
+    return code;
+}
+
+ExitCode ReportFailure(const Transfer& transfer, const WebArguments& arguments, const Files& files) {
+    if (transfer.interruption.Wanted()) return Fail(files, L"Cancelled; nothing was kept.", exitCancelled);
+    if (transfer.progress.bytesReceived == notBegun) {
+        return Fail(files,
+                    L"Nothing was downloaded: " + arguments.host + L" cannot be reached, or refused " +
+                        arguments.operands[0] + L".",
+                    exitNoAnswer);
+    }
+    return Fail(files,
+                L"The download broke off after " + BytesText(transfer.progress.bytesReceived) +
+                    L", and nothing was kept: the connection was lost, or there is no room for the file.",
+                exitNoAnswer);
+}
+
+/* The library takes every reply that ends for complete. */
+ExitCode ReportReceived(const DownloadProgress& progress, const Files& files) {
+    if (IsThere(files.temporary)) {
+        PrintError(L"The download is complete, but " + files.target + L" could not be replaced: it is in " +
+                   files.temporary + L".");
+        return exitNotWritten;
+    }
+    if (progress.bytesReceived < progress.totalBytes) {
+        DeleteFileW(files.target.c_str());
+        return Fail(files,
+                    L"The download ended after " + BytesText(progress.bytesReceived) + L" of " +
+                        GroupedDigits(progress.totalBytes) + L", and nothing was kept.",
+                    exitNoAnswer);
+    }
+    PrintLine(BytesText(progress.bytesReceived) + L" saved as " + files.target + L".");
+    return exitDone;
+}
+
+ExitCode Download(const OnlineLibrary& library, const WebArguments& arguments, const Files& files) {
+    const ProgressStyle usual = ErrorsAreOnConsole() ? ProgressStyle::bar : ProgressStyle::lines;
+    Transfer transfer(arguments.progress.value_or(usual));
+    const int32_t result =
+        library.downloadWebFile(arguments.host.c_str(), arguments.operands[0].c_str(), files.target.c_str(),
+                                OnRead, &transfer, &transfer.progress);
+    transfer.display.Finish(transfer.progress);
+    return result == 0 ? ReportFailure(transfer, arguments, files) : ReportReceived(transfer.progress, files);
+}
+
+}  // namespace
+
+ExitCode RunDownload(const std::vector<std::wstring>& arguments) {
+    const WebArguments parsed = ParseWebArguments(arguments, 2, 2, L"PATH FILE");
+    if (!parsed.problem.empty()) {
+        PrintError(parsed.problem);
+        return exitUsage;
+    }
+    const OnlineLibrary library;
+    if (!library.Problem().empty()) {
+        PrintError(library.Problem());
+        return exitLibraryFailed;
+    }
+    const std::wstring& target = parsed.operands[1];
+    const Files files{target, target + L".TMP", IsThere(target)};
+    const std::wstring problem = TargetProblem(files);
+    if (!problem.empty()) {
+        PrintError(problem);
+        return exitNotWritten;
+    }
+    return Download(library, parsed, files);
+}

@@ -1,0 +1,123 @@
+#include "ProgressDisplay.h"
+
+#include <algorithm>
+#include <cwchar>
+
+#include "Console.h"
+#include "NumberText.h"
+
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr milliseconds betweenBars{100};
+constexpr milliseconds betweenLines{5000};
+// An average over less says nothing.
+constexpr milliseconds leastForRate{500};
+
+int Percent(const DownloadProgress& progress) {
+    if (progress.bytesReceived >= progress.totalBytes) return 100;
+    const double part =
+        static_cast<double>(progress.bytesReceived) / static_cast<double>(progress.totalBytes);
+    return static_cast<int>(part * 100);
+}
+
+/* `value` with one digit after the point. */
+std::wstring OneDecimal(double value) {
+    wchar_t text[40];
+    const int length = swprintf(text, std::size(text), L"%.1f", value);
+    return {text, static_cast<size_t>(std::max(length, 0))};
+}
+
+std::wstring RateText(double bytesPerSecond) {
+    constexpr double kilobyte = 1024;
+    constexpr double megabyte = kilobyte * kilobyte;
+    if (bytesPerSecond < kilobyte) return OneDecimal(bytesPerSecond) + L" bytes/s";
+    if (bytesPerSecond < megabyte) return OneDecimal(bytesPerSecond / kilobyte) + L" KB/s";
+    return OneDecimal(bytesPerSecond / megabyte) + L" MB/s";
+}
+
+std::wstring TwoDigits(int64_t number) {
+    return (number < 10 ? L"0" : L"") + std::to_wstring(number);
+}
+
+/* As minutes:seconds, or hours:minutes:seconds. */
+std::wstring DurationText(int64_t seconds) {
+    const std::wstring end = L":" + TwoDigits(seconds % 60);
+    const int64_t minutes = seconds / 60;
+    if (minutes < 60) return std::to_wstring(minutes) + end;
+    return std::to_wstring(minutes / 60) + L":" + TwoDigits(minutes % 60) + end;
+}
+
+std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed) {
+    if (elapsed < leastForRate || progress.bytesReceived <= 0) return {};
+    const double rate =
+        static_cast<double>(progress.bytesReceived) / std::chrono::duration<double>(elapsed).count();
+    const int64_t left = progress.totalBytes - progress.bytesReceived;
+    if (left <= 0) return L"  " + RateText(rate);
+    const auto seconds = static_cast<int64_t>(static_cast<double>(left) / rate + 1);
+    return L"  " + RateText(rate) + L"  " + DurationText(seconds) + L" left";
+}
+
+}  // namespace
+
+std::wstring ProgressText(const DownloadProgress& progress, milliseconds elapsed) {
+    const std::wstring speed = SpeedText(progress, elapsed);
+    if (progress.totalBytes < 0) {
+        return BytesText(progress.bytesReceived) + L" of an unknown length" + speed;
+    }
+    return std::to_wstring(Percent(progress)) + L"%  " + GroupedDigits(progress.bytesReceived) + L" of " +
+           BytesText(progress.totalBytes) + speed;
+}
+
+std::wstring ProgressBar(const DownloadProgress& progress, const std::wstring& text, size_t width) {
+    constexpr size_t most = 30;
+    constexpr size_t least = 8;
+    constexpr size_t frame = 4;  // brackets, and the gap to the text
+    const size_t room = std::min(width - std::min(width, text.size() + frame), most);
+    if (progress.totalBytes < 0 || room < least) return text.substr(0, width);
+    const size_t filled = room * static_cast<size_t>(Percent(progress)) / 100;
+    return L"[" + std::wstring(filled, L'#') + std::wstring(room - filled, L'-') + L"]  " + text;
+}
+
+void ProgressDisplay::Show(const DownloadProgress& progress) {
+    const Clock::time_point now = Clock::now();
+    if (!hasBegun) {
+        hasBegun = true;
+        began = now;
+        nextUpdate = now + (style == ProgressStyle::bar ? milliseconds{0} : betweenLines);
+    }
+    if (IsDue(progress, now)) Write(progress, now);
+}
+
+void ProgressDisplay::Finish(const DownloadProgress& progress) {
+    if (!hasBegun) return;
+    Write(progress, Clock::now());
+    if (style == ProgressStyle::bar) PrintProgress(L"\n");
+}
+
+bool ProgressDisplay::IsDue(const DownloadProgress& progress, Clock::time_point now) {
+    if (style == ProgressStyle::lines && progress.totalBytes >= 0) {
+        const int quarters = Percent(progress) / 25;
+        // The end is shown as the last state.
+        if (quarters <= quartersShown || quarters == 4) return false;
+        quartersShown = quarters;
+        return true;
+    }
+    if (now < nextUpdate) return false;
+    nextUpdate = now + (style == ProgressStyle::bar ? betweenBars : betweenLines);
+    return true;
+}
+
+void ProgressDisplay::Write(const DownloadProgress& progress, Clock::time_point now) {
+    const std::wstring text = ProgressText(progress, std::chrono::duration_cast<milliseconds>(now - began));
+    if (style == ProgressStyle::lines) {
+        PrintProgress(text + L"\n");
+        return;
+    }
+    const std::wstring line = ProgressBar(progress, text, LineWidth(Output::errors));
+    // Spaces take away what is left of a longer line.
+    const std::wstring rest(widthWritten - std::min(widthWritten, line.size()), L' ');
+    PrintProgress(L"\r" + line + rest);
+    widthWritten = line.size();
+}

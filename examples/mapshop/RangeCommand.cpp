@@ -1,0 +1,125 @@
+#include "RangeCommand.h"
+
+#include <limits>
+#include <memory>
+#include <new>
+#include <span>
+
+#include "Console.h"
+#include "HexDump.h"
+#include "Interruption.h"
+#include "LocalFile.h"
+#include "NumberText.h"
+#include "OnlineLibrary.h"
+#include "WebArguments.h"
+
+namespace {
+
+struct Range {
+    int64_t offset = 0;
+    int32_t length = 0;
+};
+
+/* Reads a range from its two texts. Why they are none, or nothing. */
+std::wstring ReadRange(const std::wstring& offset, const std::wstring& length, Range& range) {
+    const std::optional<int64_t> first = ParseCount(offset);
+    if (!first) {
+        return L"OFFSET is a number from 0 to 9223372036854775807 in decimal digits, not '" + offset + L"'.";
+    }
+    const std::optional<int64_t> count = ParseCount(length);
+    if (!count || *count < 1 || *count > std::numeric_limits<int32_t>::max()) {
+        return L"LENGTH is a number from 1 to 2147483647 in decimal digits, not '" + length + L"'.";
+    }
+    if (*count - 1 > std::numeric_limits<int64_t>::max() - *first) {
+        return L"The range ends beyond byte 9223372036854775807.";
+    }
+    range = {*first, static_cast<int32_t>(*count)};
+    return {};
+}
+
+int LM_CALL OnRead(void* context) noexcept {
+    return static_cast<const Interruption*>(context)->Wanted() ? 0 : 1;
+}
+
+/* Tells a result of the library other than the bytes wanted. */
+ExitCode ReportFailure(int32_t result, bool wasInterrupted, const WebArguments& arguments,
+                       const Range& range) {
+    if (wasInterrupted) {
+        PrintError(L"Cancelled; nothing was kept.");
+        return exitCancelled;
+    }
+    const std::wstring& path = arguments.operands[0];
+    if (result < 0) {
+        PrintError(L"Nothing was read: " + arguments.host + L" cannot be reached, or refused " + path +
+                   L" or this part of it.");
+    } else {
+        PrintError(L"The reply broke off: " + path + L" has no " + BytesText(range.length) + L" from byte " +
+                   std::to_wstring(range.offset) + L" on, or the connection was lost.");
+    }
+    return exitNoAnswer;
+}
+
+void PrintDump(int64_t offset, std::span<const uint8_t> bytes) {
+    constexpr size_t bytesOfLine = 16;
+    const auto first = static_cast<uint64_t>(offset);
+    const size_t digits = OffsetDigits(first + bytes.size() - 1);
+    for (size_t begin = 0; begin < bytes.size(); begin += bytesOfLine) {
+        const size_t count = std::min(bytesOfLine, bytes.size() - begin);
+        PrintLine(HexDumpLine(first + begin, digits, bytes.subspan(begin, count)));
+    }
+}
+
+ExitCode Deliver(const WebArguments& arguments, const Range& range, std::span<const uint8_t> bytes) {
+    if (arguments.operands.size() == 3) {
+        PrintDump(range.offset, bytes);
+        return exitDone;
+    }
+    const std::wstring& file = arguments.operands[3];
+    const std::wstring problem = SaveFile(file, bytes);
+    if (!problem.empty()) {
+        PrintError(problem);
+        return exitNotWritten;
+    }
+    PrintLine(BytesText(range.length) + L" from byte " + std::to_wstring(range.offset) + L" on saved as " +
+              file + L".");
+    return exitDone;
+}
+
+ExitCode Read(const OnlineLibrary& library, const WebArguments& arguments, const Range& range) {
+    const auto size = static_cast<size_t>(range.length);
+    const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[size]);
+    if (bytes == nullptr) {
+        PrintError(L"There is not enough memory for " + BytesText(range.length) + L".");
+        return exitNoAnswer;
+    }
+    Interruption interruption;
+    const int32_t result =
+        library.readWebFileRange(arguments.host.c_str(), arguments.operands[0].c_str(), range.offset,
+                                 range.length, bytes.get(), OnRead, &interruption);
+    if (result != range.length) return ReportFailure(result, interruption.Wanted(), arguments, range);
+    return Deliver(arguments, range, {bytes.get(), size});
+}
+
+}  // namespace
+
+ExitCode RunRange(const std::vector<std::wstring>& arguments) {
+    const WebArguments parsed = ParseWebArguments(arguments, 3, 4, L"PATH OFFSET LENGTH [FILE]");
+    Range range;
+    std::wstring problem = parsed.problem;
+    if (problem.empty()) problem = ReadRange(parsed.operands[1], parsed.operands[2], range);
+    if (!problem.empty()) {
+        PrintError(problem);
+        return exitUsage;
+    }
+    const OnlineLibrary library;
+    if (!library.Problem().empty()) {
+        PrintError(library.Problem());
+        return exitLibraryFailed;
+    }
+    if (parsed.operands.size() == 4) problem = WhyNotWritable(parsed.operands[3]);
+    if (!problem.empty()) {
+        PrintError(problem);
+        return exitNotWritten;
+    }
+    return Read(library, parsed, range);
+}

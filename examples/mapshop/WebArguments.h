@@ -1,0 +1,21 @@
+/* The arguments of the commands that fetch from a web host. */
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ProgressDisplay.h"
+
+/* What a command line asks for, or why it is wrong. */
+struct WebArguments {
+    std::wstring host;                      // --host; the service's own without it
+    std::optional<ProgressStyle> progress;  // --progress
+    std::vector<std::wstring> operands;  // what is no option, in its order; the first is the path on the host
+    std::wstring problem;                // empty when all is well
+};
+
+/* Reads the options --host NAME and --progress bar|lines wherever they stand, and checks the host and the path.
+ * `least` and `most` operands are wanted; `form` names them in the message. */
+WebArguments ParseWebArguments(const std::vector<std::wstring>& arguments, size_t least, size_t most,
+                               const std::wstring& form);
