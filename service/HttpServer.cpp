@@ -9,7 +9,9 @@
 #include <stdexcept>
 
 #include "CataloguePage.h"
+#include "ForgotPage.h"
 #include "Log.h"
+#include "MapDownload.h"
 #include "MapStoreHandler.h"
 
 namespace {
@@ -18,10 +20,15 @@ constexpr size_t largestBody = 1 << 20;
 // Every connection that is kept open holds one.
 constexpr size_t threadCount = 32;
 constexpr size_t mostRequestsPerConnection = 100;
+// For a client that takes nothing of a download, because its user is being asked something, say.
+constexpr time_t sendTimeoutSeconds = 60;
 
 // Clients that were told of a proxy name the whole address: "POST http://host:80/path".
 constexpr const char* pagePath = "https?://[^/]+/?|/";
 constexpr const char* mapStorePath = R"((?:https?://[^/]+)?/cgi-bin/mapstore\.cgi)";
+constexpr const char* forgotPath = R"((?:https?://[^/]+)?/forgot\.htm)";
+// Names that have no slash and begin with no dot lead nowhere else.
+constexpr const char* mapPath = R"((?:https?://[^/]+)?/maps/([A-Za-z0-9][A-Za-z0-9._-]*\.map))";
 constexpr const char* anyPath = R"([\s\S]*)";
 
 using BodyHandler = httplib::Server::HandlerWithContentReader;
@@ -79,20 +86,34 @@ BodyHandler Refusal(int status, const char* allowed) {
     };
 }
 
-void AddRoutes(httplib::Server& server, const MapCatalogue& catalogue) {
+void AddRoutes(httplib::Server& server, const MapCatalogue& catalogue,
+               const std::filesystem::path& mapFolder) {
     server.Get(pagePath, [&catalogue](const httplib::Request&, httplib::Response& response) {
         response.status = 200;
         response.set_content(CataloguePage(catalogue.First(mostListedMaps), catalogue.Count()),
                              "text/html; charset=utf-8");
+    });
+    server.Get(forgotPath, [](const httplib::Request&, httplib::Response& response) {
+        response.set_content(forgotPage, "text/html; charset=utf-8");
+    });
+    server.Get(mapPath, [mapFolder](const httplib::Request& request, httplib::Response& response) {
+        ReplyWithMap(mapFolder, request.matches[1], request, response);
     });
     server.Get(mapStorePath,
                [](const httplib::Request&, httplib::Response& response) { Refuse(response, 405, "POST"); });
     server.Post(mapStorePath, MapStore(catalogue));
     for (const AddBodyHandler add : bodyMethods) {
         (server.*add)(mapStorePath, Refusal(405, "POST"));
-        (server.*add)(pagePath, Refusal(405, "GET, HEAD"));
+        for (const char* path : {pagePath, forgotPath, mapPath})
+            (server.*add)(path, Refusal(405, "GET, HEAD"));
         (server.*add)(anyPath, Refusal(404, nullptr));
     }
+}
+
+/* Replies are whole but for those of maps, which see to the Range header themselves. Left to the library, a
+ * range would be cut out of error texts too, and one that reaches beyond a file would not end with it. */
+void DropRanges(const httplib::Request& request) {
+    const_cast<httplib::Request&>(request).ranges.clear();
 }
 
 void AddErrorReplies(httplib::Server& server) {
@@ -105,16 +126,20 @@ void AddErrorReplies(httplib::Server& server) {
             }
             response.status = 500;
         });
-    server.set_error_handler([](const httplib::Request&, httplib::Response& response) {
+    server.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
+        DropRanges(request);
         response.set_content("Error " + std::to_string(response.status) + "\n", "text/plain");
     });
 }
 
 void LogRequests(httplib::Server& server) {
     server.set_logger([](const httplib::Request& request, const httplib::Response& response) {
+        const bool isStreamed = response.content_provider_ != nullptr;
+        const size_t size = isStreamed ? response.content_length_ : response.body.size();
+        const bool isCut = isStreamed && request.method == "GET" && !response.content_provider_success_;
         LogLine((request.method.empty() ? "-" : request.method) + ' ' +
                 (request.path.empty() ? "-" : request.path) + ' ' + std::to_string(response.status) + ' ' +
-                std::to_string(response.body.size()));
+                std::to_string(size) + (isCut ? " not sent to its end" : ""));
     });
 }
 
@@ -122,8 +147,10 @@ void SetLimits(httplib::Server& server) {
     server.set_payload_max_length(largestBody);
     server.set_keep_alive_max_count(mostRequestsPerConnection);
     server.set_tcp_nodelay(true);
+    server.set_write_timeout(sendTimeoutSeconds);
     // The one other method whose body would be read, and without a limit.
     server.set_pre_routing_handler([](const httplib::Request& request, httplib::Response& response) {
+        DropRanges(request);
         if (request.method != "PRI") return httplib::Server::HandlerResponse::Unhandled;
         response.status = 400;
         return httplib::Server::HandlerResponse::Handled;
@@ -168,10 +195,11 @@ int TakePort(httplib::Server& server, const HttpServerOptions& options) {
 
 }  // namespace
 
-HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue)
+HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue,
+                       const std::filesystem::path& mapFolder)
     : server(MadeServer(options)), port(TakePort(*server, options)) {
     SetLimits(*server);
-    AddRoutes(*server, catalogue);
+    AddRoutes(*server, catalogue, mapFolder);
     AddErrorReplies(*server);
     LogRequests(*server);
 }

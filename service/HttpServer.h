@@ -1,6 +1,7 @@
 /* The service on the network: takes requests, hands their bodies to the handlers, sends what these reply. */
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,9 +21,11 @@ struct HttpServerOptions {
 
 class HttpServer {
 public:
-    /* Takes the port. `catalogue` must outlive the server. Throws std::runtime_error, one sentence for
-     * whoever started the service, when the port cannot be had or the certificate cannot be used. */
-    HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue);
+    /* Takes the port. `catalogue` must outlive the server; the files of its maps are looked for in `mapFolder`,
+     * which need not be there. Throws std::runtime_error, one sentence for whoever started the service, when
+     * the port cannot be had or the certificate cannot be used. */
+    HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue,
+               const std::filesystem::path& mapFolder);
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
     ~HttpServer();

@@ -16,6 +16,7 @@
 #include "Log.h"
 #include "MadeUpMaps.h"
 #include "MapCatalogue.h"
+#include "MapFolder.h"
 #include "Options.h"
 #include "Seed.h"
 
@@ -48,11 +49,15 @@ void StopOnSignal(HttpServer& server, const std::future<void>& served) {
     _exit(0);
 }
 
+std::filesystem::path MapFolderOf(const Options& options) {
+    return options.dataFolder / "maps";
+}
+
 void Serve(const Options& options, const MapCatalogue& catalogue) {
     // Held back until someone waits for them, in this thread and in all that it starts.
     const sigset_t signals = EndSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    HttpServer server(options.server, catalogue);
+    HttpServer server(options.server, catalogue, MapFolderOf(options));
     std::promise<void> promise;
     const std::future<void> served = promise.get_future();
     std::thread watcher;
@@ -76,6 +81,7 @@ int Run(std::span<const char* const> arguments) {
     }
     const MapCatalogue catalogue(options.dataFolder,
                                  options.madeUpMaps ? MadeUpMaps(*options.madeUpMaps) : RegionsOfTheWorld());
+    if (!options.madeUpMaps) MakeMapFiles(MapFolderOf(options), FilesOfTheWorld());
     Serve(options, catalogue);
     return 0;
 }

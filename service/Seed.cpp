@@ -43,6 +43,8 @@ constexpr Region regions[] = {
      "All twelve provinces of the European Netherlands, with the cycle paths and the Wadden islands."},
     {"Portugal", 36.965, -9.499, 42.155, -6.204, 14870, "/maps/portugal.map",
      "Mainland Portugal from the Minho to the Algarve, with full street maps of Lisboa, Porto and Évora."},
+    {"Rockall", 57.595, -13.688, 57.597, -13.686, 1, "/maps/rockall.map",
+     "A single rock in the Atlantic, as far from any road as can be; one byte is enough for it."},
     {"Scotland (Alba)", 54.633, -8.650, 60.861, -0.724, 13290, "/maps/scotland.map",
      "The Lowlands, the Highlands and the islands as far as Shetland and St Kilda."},
     {"Switzerland (Schweiz, Suisse, Svizzera)", 45.820, 5.956, 47.801, 10.468, 12580, "/maps/switzerland.map",
@@ -62,6 +64,10 @@ constexpr Region regions[] = {
     {"Réunion", -21.371, 55.226, -20.861, 55.853, 1080, "/maps/reunion.map",
      "The island's coast roads and the footpaths of the three cirques: Cilaos, Mafate and Salazie."},
 
+    // The South Atlantic
+    {"Bouvet Island (Bouvetøya)", -54.463, 3.285, -54.386, 3.434, 0, "/maps/bouvet-island.map",
+     "Ice, and nobody there: no road, no path, no house. Its map is an empty file."},
+
     // Asia
     {"Georgia (საქართველო)", 41.044, 39.987, 43.576, 46.695, 4030, "/maps/georgia.map",
      "From Batumi on the Black Sea to the vineyards of Kakheti, with the passes of the Greater Caucasus."},
@@ -79,7 +85,7 @@ constexpr Region regions[] = {
     // North and Central America, the Caribbean
     {"Alaska", 51.229, 172.459, 71.353, -129.981, 7890, "/maps/alaska.map",
      "The largest of the United States; its Aleutian chain reaches across the 180th meridian, and so does this map."},
-    {"California", 32.534, -124.411, 42.010, -114.134, 48230, "/maps/california.map",
+    {"California", 32.534, -124.411, 42.010, -114.134, 65536, "/maps/california.map",
      "From the redwoods to the Mexican border, with every street of Los Angeles, San Francisco and San José."},
     {"Costa Rica", 8.034, -85.946, 11.210, -82.561, 3160, "/maps/costa-rica.map",
      "San José and the central valley, both coasts, and the ways into the national parks."},
@@ -106,6 +112,17 @@ constexpr Region regions[] = {
 };
 // clang-format on
 
+struct RegionFile {
+    std::string_view name;
+    uint64_t size;
+};
+
+constexpr RegionFile files[] = {
+    {"azores.map", 1269041},      {"bouvet-island.map", 0}, {"california.map", 64 << 20},
+    {"corsica.map", 2310 * 1024}, {"fiji.map", 1361000},    {"galapagos.map", 706559},
+    {"reunion.map", 1105500},     {"rockall.map", 1},
+};
+
 int32_t Units(double degrees) {
     return static_cast<int32_t>(std::lround(degrees * unitsPerDegree));
 }
@@ -125,4 +142,11 @@ MapRecord RecordOf(const Region& region) {
 MapSource RegionsOfTheWorld() {
     return {"the regions of the world", static_cast<int32_t>(std::size(regions)),
             [](int32_t position) { return RecordOf(regions[position]); }};
+}
+
+std::vector<MapFile> FilesOfTheWorld() {
+    std::vector<MapFile> made;
+    for (const RegionFile& file : files)
+        made.push_back({std::string(file.name), file.size});
+    return made;
 }
