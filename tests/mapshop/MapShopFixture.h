@@ -5,23 +5,12 @@
 
 #include <vector>
 
-#include "Device.h"
 #include "LMOnline.h"
-#include "support/DeviceTest.h"
 #include "support/MapShopReply.h"
-#include "transport/NetworkConnection.h"
+#include "support/NetworkTest.h"
 
-class MapShop : public DeviceTest {
+class MapShop : public NetworkTest {
 protected:
-    void SetUp() override {
-        DeviceTest::SetUp();
-        managedConnection = nullptr;
-    }
-    void TearDown() override {
-        managedConnection = nullptr;
-        DeviceTest::TearDown();
-    }
-
     void Answer(WebReply reply) { device.AddHost(u"online.orvande.example", 80, std::move(reply)); }
     void Answer(const MapShopReply& reply) { Answer(WebReply::WithBody(reply.bytes)); }
 
@@ -51,8 +40,6 @@ protected:
         EXPECT_EQ(0, outcome.finalValue);
         EXPECT_TRUE(device.MessageBoxes().empty());
     }
-
-    Device& device = Device::Current();
 };
 
 /* A reply with two maps and the final value 24. */

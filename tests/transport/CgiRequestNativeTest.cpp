@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Device.h"
-#include "support/DeviceTest.h"
-#include "transport/NetworkConnection.h"
+#include "support/NetworkTest.h"
 
 using namespace std::string_view_literals;
 
@@ -13,17 +11,8 @@ namespace {
 constexpr WCHAR host[] = TEXT("host.example");
 constexpr WCHAR path[] = TEXT("cgi-bin/program.cgi");
 
-class Cgi : public DeviceTest {
+class Cgi : public NetworkTest {
 protected:
-    void SetUp() override {
-        DeviceTest::SetUp();
-        managedConnection = nullptr;
-    }
-    void TearDown() override {
-        managedConnection = nullptr;
-        DeviceTest::TearDown();
-    }
-
     void Answer(WebReply reply, INTERNET_PORT port = 80) { device.AddHost(host, port, std::move(reply)); }
     void Answer(std::string_view bytes) { Answer(WebReply::WithBody(std::string(bytes))); }
 
@@ -31,8 +20,6 @@ protected:
         request.WriteInt32(7);
         return request;
     }
-
-    Device& device = Device::Current();
 };
 
 }  // namespace

@@ -2,26 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "Device.h"
 #include "OnlineConfiguration.h"
-#include "support/DeviceTest.h"
+#include "support/NetworkTest.h"
 
 namespace {
 
-class NetworkConnection : public DeviceTest {
+class NetworkConnection : public NetworkTest {
 protected:
-    void SetUp() override {
-        DeviceTest::SetUp();
-        managedConnection = nullptr;
-    }
-    void TearDown() override {
-        managedConnection = nullptr;
-        DeviceTest::TearDown();
-    }
-
     void Answer(const ConnectionAnswers& answers) { device.SetConnectionAnswers(answers); }
-
-    Device& device = Device::Current();
 };
 
 }  // namespace

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Device.h"
-#include "support/DeviceTest.h"
-#include "transport/NetworkConnection.h"
+#include "support/NetworkTest.h"
 
 using namespace std::string_literals;
 
@@ -12,22 +10,8 @@ namespace {
 
 constexpr WCHAR host[] = TEXT("maps.example");
 
-class Web : public DeviceTest {
+class Web : public NetworkTest {
 protected:
-    void SetUp() override {
-        DeviceTest::SetUp();
-        Forget();
-    }
-    void TearDown() override {
-        Forget();
-        DeviceTest::TearDown();
-    }
-
-    static void Forget() {
-        managedConnection = nullptr;
-        roamingWarningAccepted = false;
-    }
-
     static void SetPhoneStatus(std::string_view bytes) {
         SetRegistryValue(HKEY_LOCAL_MACHINE, TEXT("System\\State\\Phone"), TEXT("Status"), REG_DWORD, bytes);
     }
@@ -35,7 +19,6 @@ protected:
 
     void Answer(WebReply reply, INTERNET_PORT port = 80) { device.AddHost(host, port, std::move(reply)); }
 
-    Device& device = Device::Current();
     const HWND owner = reinterpret_cast<HWND>(uintptr_t{0x1230});
 };
 
