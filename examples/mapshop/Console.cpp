@@ -52,6 +52,8 @@ void PrintError(std::wstring_view text) {
 
 void PrintProgress(std::wstring_view text) {
     std::fputs(Utf8Of(text).c_str(), stderr);
+    // Some runtimes hold it back where it goes to no console.
+    std::fflush(stderr);
 }
 
 bool ErrorsAreOnConsole() {

@@ -46,7 +46,7 @@ std::wstring AddressProblem(const WebArguments& parsed) {
     }
     const std::wstring& path = parsed.operands[0];
     if (!path.starts_with(L'/')) {
-        return L"'" + path + L"' is not a path such as /maps/crete.map: it begins with no slash.";
+        return L"'" + path + L"' is not a path such as /maps/corsica.map: it begins with no slash.";
     }
     return {};
 }

@@ -30,8 +30,8 @@ Options of download and range:
   --progress bar|lines  one line that is renewed, or a few lines (bar where the error output is a console)
 
 Examples: mapshop search 45.8 5.9 47.9 10.5
-          mapshop download /maps/crete.map crete.map
-          mapshop range /maps/crete.map 4096 64
+          mapshop download /maps/corsica.map corsica.map
+          mapshop range /maps/corsica.map 4096 64
 
 Exit code: 0 done, or the service answered a search; 1 no answer, a refusal, or a transfer that broke off; 2 wrong
 arguments; 3 the online library cannot be used; 4 FILE cannot be written; 5 cancelled.)";
