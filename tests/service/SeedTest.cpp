@@ -84,9 +84,28 @@ TEST(Seed, TextsAreWellFormedAndFitTheApplicationsRecord) {
 
 TEST(Seed, SizesSuitAHandheldsStorageCard) {
     for (const MapRecord& map : Regions()) {
-        EXPECT_GE(map.kilobytes, 500) << map.name;
+        EXPECT_GE(map.kilobytes, 0) << map.name;
         EXPECT_LE(map.kilobytes, 128 * 1024) << map.name;
     }
+}
+
+TEST(Seed, FilesAreOfMapsWhoseSizesTheyHave) {
+    std::set<std::string> names;
+    for (const MapFile& file : FilesOfTheWorld()) {
+        EXPECT_TRUE(names.insert(file.name).second) << file.name;
+        EXPECT_EQ(RegionAt("/maps/" + file.name).kilobytes, static_cast<int64_t>((file.size + 1023) / 1024))
+            << file.name;
+    }
+    EXPECT_GE(names.size(), 5u);
+}
+
+TEST(Seed, FilesGoFromEmptyTo64Megabytes) {
+    std::set<uint64_t> sizes;
+    for (const MapFile& file : FilesOfTheWorld())
+        sizes.insert(file.size);
+    EXPECT_TRUE(sizes.contains(0));
+    EXPECT_TRUE(sizes.contains(1));
+    EXPECT_EQ(*sizes.rbegin(), 64u * 1024 * 1024);
 }
 
 TEST(Seed, BoxesHoldPlacesThatLieInTheRegionAndNoneFarOutside) {

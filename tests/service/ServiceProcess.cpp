@@ -74,6 +74,16 @@ int ServiceProcess::WaitForEnd() {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+uint64_t ServiceProcess::PeakMemory() const {
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    constexpr std::string_view field = "VmHWM:";
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(field)) return std::strtoull(line.c_str() + field.size(), nullptr, 10) * 1024;
+    }
+    ADD_FAILURE() << "the system does not tell the memory of the service";
+    return 0;
+}
+
 std::string ServiceProcess::Errors() const {
     std::ostringstream text;
     text << std::ifstream(folder.Path() / "errors").rdbuf();

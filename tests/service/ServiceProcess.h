@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <sys/types.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -33,6 +34,9 @@ public:
         Signal(SIGTERM);
         return WaitForEnd();
     }
+
+    /* The most memory that it has held so far, in bytes. */
+    [[nodiscard]] uint64_t PeakMemory() const;
 
     /* What it has written; whole after its end. */
     [[nodiscard]] const std::string& Output() const { return output; }
