@@ -32,7 +32,7 @@ std::wstring Reason(DWORD error) {
         case ERROR_INVALID_NAME:
             return L"no file can have that name";
         case ERROR_ACCESS_DENIED:
-            return L"it is read-only, or access is denied";
+            return L"access to it is denied";
         case ERROR_SHARING_VIOLATION:
             return L"another program has it open";
         case ERROR_DISK_FULL:
@@ -49,6 +49,7 @@ std::wstring Problem(const std::wstring& path, DWORD error) {
 
 std::wstring WhyNotOverwritten(const std::wstring& path, DWORD attributes) {
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return path + L" is a folder.";
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return path + L" is read-only.";
     return Problem(path, FileHandle(path, GENERIC_WRITE | DELETE, OPEN_EXISTING).Error());
 }
 
