@@ -60,6 +60,14 @@ TEST_F(Range, CallsOfOneRangedRead) {
     EXPECT_EQ(1u, callbacks);
 }
 
+TEST_F(Range, DataConnectionIsAskedForAndStaysUp) {
+    Answer("abcd");
+    char buffer[4];
+    EXPECT_EQ(4, xfa704a3f(host, TEXT("/f"), 0, 4, buffer, nullptr, nullptr));
+    EXPECT_EQ(1u, device.CountCalls("ConnMgrEstablishConnectionSync"));
+    EXPECT_EQ(0u, device.CountCalls("ConnMgrReleaseConnection"));
+}
+
 TEST_F(Range, LongOneIsReadInPiecesOf4096AndTheRest) {
     Answer(Content(20000));
     std::string buffer(10000, '\0');
