@@ -30,7 +30,7 @@ void SendBytes(std::shared_ptr<const MapReader> file, uint64_t first, uint64_t l
     }
     const auto provide = [file = std::move(file), first](size_t offset, size_t rest,
                                                          httplib::DataSink& sink) {
-        std::array<char, pieceSize> piece;
+        std::array<char, pieceSize> piece{};
         const size_t count = file->Read(first + offset, {piece.data(), std::min(rest, piece.size())});
         return count > 0 && sink.write(piece.data(), count);
     };

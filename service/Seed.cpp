@@ -118,9 +118,9 @@ struct RegionFile {
 };
 
 constexpr RegionFile files[] = {
-    {"azores.map", 1269041},      {"bouvet-island.map", 0}, {"california.map", 64 << 20},
-    {"corsica.map", 2310 * 1024}, {"fiji.map", 1361000},    {"galapagos.map", 706559},
-    {"reunion.map", 1105500},     {"rockall.map", 1},
+    {"azores.map", 1269041},  {"bouvet-island.map", 0}, {"california.map", 64 << 20},
+    {"corsica.map", 2365440}, {"fiji.map", 1361000},    {"galapagos.map", 706559},
+    {"reunion.map", 1105500}, {"rockall.map", 1},
 };
 
 int32_t Units(double degrees) {
