@@ -55,8 +55,10 @@ std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed) {
         static_cast<double>(progress.bytesReceived) / std::chrono::duration<double>(elapsed).count();
     const int64_t left = progress.totalBytes - progress.bytesReceived;
     if (left <= 0) return L"  " + RateText(rate);
-    const auto seconds = static_cast<int64_t>(static_cast<double>(left) / rate + 1);
-    return L"  " + RateText(rate) + L"  " + DurationText(seconds) + L" left";
+    constexpr double longest = 100 * 3600;  // seconds; what is longer is no forecast
+    const double seconds = static_cast<double>(left) / rate + 1;
+    if (seconds > longest) return L"  " + RateText(rate);
+    return L"  " + RateText(rate) + L"  " + DurationText(static_cast<int64_t>(seconds)) + L" left";
 }
 
 }  // namespace
@@ -73,11 +75,15 @@ std::wstring ProgressText(const DownloadProgress& progress, milliseconds elapsed
 std::wstring ProgressBar(const DownloadProgress& progress, const std::wstring& text, size_t width) {
     constexpr size_t most = 30;
     constexpr size_t least = 8;
-    constexpr size_t frame = 4;  // brackets, and the gap to the text
-    const size_t room = std::min(width - std::min(width, text.size() + frame), most);
+    constexpr size_t frame = 4;   // brackets, and the gap to the text
+    constexpr size_t speed = 26;  // "  1023.9 KB/s  59:59 left", one more
+    // Room for the longest text to come: a bar that changed its width could not be read.
+    const size_t longest = ProgressText({progress.totalBytes, progress.totalBytes}, {}).size() + speed;
+    const size_t room = std::min(width - std::min(width, longest + frame), most);
     if (progress.totalBytes < 0 || room < least) return text.substr(0, width);
     const size_t filled = room * static_cast<size_t>(Percent(progress)) / 100;
-    return L"[" + std::wstring(filled, L'#') + std::wstring(room - filled, L'-') + L"]  " + text;
+    const std::wstring bar = std::wstring(filled, L'#') + std::wstring(room - filled, L'-');
+    return (L"[" + bar + L"]  " + text).substr(0, width);
 }
 
 void ProgressDisplay::Show(const DownloadProgress& progress) {

@@ -25,6 +25,11 @@ std::vector<std::string> LinesOf(std::string_view text) {
     return lines;
 }
 
+std::string LastLineOf(std::string_view text) {
+    const std::vector<std::string> lines = LinesOf(text);
+    return lines.empty() ? "" : lines.back();
+}
+
 /* Bytes of which no 251 are like the next. */
 std::string Content(size_t size) {
     std::string bytes(size, '\0');
@@ -90,6 +95,7 @@ protected:
 
 using MapshopDownload = MapshopTransfer;
 using MapshopInterrupted = MapshopInFolder;
+using MapshopUnreached = MapshopInFolder;
 using MapshopRange = MapshopTransfer;
 
 constexpr char plainHead[] = "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n";
@@ -116,8 +122,7 @@ TEST_F(MapshopDownload, WithoutALengthSaysThatItIsUnknown) {
     const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
     EXPECT_EQ(0U, outcome.exitCode);
     EXPECT_EQ("100,000 bytes saved as a.map.\n", outcome.output);
-    ASSERT_NE("", outcome.errors);
-    EXPECT_THAT(LinesOf(outcome.errors).back(), StartsWith("100,000 bytes of an unknown length"));
+    EXPECT_THAT(LastLineOf(outcome.errors), StartsWith("100,000 bytes of an unknown length"));
     EXPECT_EQ(Content(100'000), ContentOf(PathOf(L"a.map")));
 }
 
@@ -173,20 +178,13 @@ TEST_F(MapshopDownload, RefusedPathLeavesTheOlderFile) {
     EXPECT_EQ(std::vector<std::wstring>{L"a.map"}, folder.Names());
 }
 
-TEST_F(MapshopDownload, HostThatCannotBeReachedIsNamed) {
-    server.Answer(ConnectionScript{"", ConnectionScript::Ending::Reset, false});
-    ExpectFailure(1, "Nothing was downloaded: maps.example cannot be reached, or refused /maps/a.map.",
-                  Run(L"download /maps/a.map a.map --host maps.example"));
-    EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
-}
-
 TEST_F(MapshopDownload, CutShortOfItsLengthKeepsNothing) {
     server.Answer(ConnectionScript{headOf10000 + Content(5000)});
     const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
     EXPECT_EQ(1U, outcome.exitCode);
     EXPECT_EQ("", outcome.output);
     EXPECT_EQ("mapshop: The download ended after 5,000 bytes of 10,000, and nothing was kept.",
-              LinesOf(outcome.errors).back());
+              LastLineOf(outcome.errors));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
 
@@ -198,7 +196,7 @@ TEST_F(MapshopDownload, CutOverAnOlderFileSaysThatItIsGone) {
     EXPECT_EQ(
         "mapshop: The download ended after 5,000 bytes of 10,000, and nothing was kept. The older a.map is "
         "gone.",
-        LinesOf(outcome.errors).back());
+        LastLineOf(outcome.errors));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
 
@@ -211,6 +209,36 @@ TEST_F(MapshopDownload, LostConnectionKeepsNothing) {
                   "The download broke off after 0 bytes, and nothing was kept: the connection was lost, or "
                   "there is no room for the file.",
                   Run(L"download /maps/a.map a.map"));
+    EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
+}
+
+TEST_F(MapshopDownload, TargetThatIsMadeMeanwhileStaysAndTheDownloadIsNamed) {
+    ConnectionScript script{plainHead + Content(100)};
+    script.beforeEnding = [this] {
+        WaitForFile(PathOf(L"a.map.TMP"));
+        PutFile(PathOf(L"a.map"), "made meanwhile");
+    };
+    server.Answer(script);
+    const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
+    EXPECT_EQ(4U, outcome.exitCode);
+    EXPECT_EQ("", outcome.output);
+    EXPECT_EQ("mapshop: The download is complete, but a.map could not be replaced: it is in a.map.TMP.",
+              LastLineOf(outcome.errors));
+    EXPECT_EQ("made meanwhile", ContentOf(PathOf(L"a.map")));
+    EXPECT_EQ(Content(100), ContentOf(PathOf(L"a.map.TMP")));
+}
+
+TEST_F(MapshopUnreached, HostIsNamed) {
+    // Bound but not listening: nobody else can take the port, and nobody answers.
+    const SocketLibrary sockets;
+    const Socket closed = BoundSocket();
+    const WebProxy nobody(PortOf(closed.Get()));
+    ExpectFailure(1, "Nothing was downloaded: maps.example cannot be reached, or refused /maps/a.map.",
+                  Run(L"download /maps/a.map a.map --host maps.example"));
+    ExpectFailure(1,
+                  "Nothing was read: maps.example cannot be reached, or refused /maps/a.map or this part of "
+                  "it.",
+                  Run(L"range /maps/a.map 0 20 part --host maps.example"));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
 
@@ -231,7 +259,7 @@ TEST_F(MapshopInterrupted, DownloadIsCancelledAndKeepsNothing) {
     const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
     EXPECT_EQ(5U, outcome.exitCode);
     EXPECT_EQ("", outcome.output);
-    EXPECT_EQ("mapshop: Cancelled; nothing was kept.", LinesOf(outcome.errors).back());
+    EXPECT_EQ("mapshop: Cancelled; nothing was kept.", LastLineOf(outcome.errors));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
 
@@ -325,14 +353,6 @@ TEST_F(MapshopRange, RefusedPathLeavesTheOlderFile) {
         "part of it.",
         Run(L"range /maps/a.map 0 20 part"));
     EXPECT_EQ("older", ContentOf(PathOf(L"part")));
-}
-
-TEST_F(MapshopRange, HostThatCannotBeReachedIsNamed) {
-    server.Answer(ConnectionScript{"", ConnectionScript::Ending::Reset, false});
-    ExpectFailure(1,
-                  "Nothing was read: maps.example cannot be reached, or refused /maps/a.map or this part of "
-                  "it.",
-                  Run(L"range /maps/a.map 0 20 --host maps.example"));
 }
 
 TEST_F(MapshopRange, ReplyThatIsTooShortIsAFailureAndKeepsNothing) {
