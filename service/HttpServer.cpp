@@ -134,12 +134,9 @@ void AddErrorReplies(httplib::Server& server) {
 
 void LogRequests(httplib::Server& server) {
     server.set_logger([](const httplib::Request& request, const httplib::Response& response) {
-        const bool isStreamed = response.content_provider_ != nullptr;
-        const size_t size = isStreamed ? response.content_length_ : response.body.size();
-        const bool isCut = isStreamed && request.method == "GET" && !response.content_provider_success_;
         LogLine((request.method.empty() ? "-" : request.method) + ' ' +
                 (request.path.empty() ? "-" : request.path) + ' ' + std::to_string(response.status) + ' ' +
-                std::to_string(size) + (isCut ? " not sent to its end" : ""));
+                response.get_header_value("Content-Length"));
     });
 }
 

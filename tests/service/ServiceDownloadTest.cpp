@@ -8,9 +8,11 @@
 
 #include "HttpConnection.h"
 #include "MapFile.h"
+#include "ServiceMaps.h"
 #include "ServiceProcess.h"
 #include "TemporaryFolder.h"
 
+using testing::ContainsRegex;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
@@ -214,12 +216,14 @@ TEST_F(ServiceDownload, NothingOutsideOfTheFolderIsReached) {
     std::ofstream(folder->Path() / "outside.map") << "secret";
     std::filesystem::create_symlink("../outside.map", folder->Path() / "maps/link.map");
     std::ofstream(folder->Path() / "maps/.hidden.map") << "secret";
+    std::filesystem::create_directory(folder->Path() / "maps/below");
     for (const char* path :
          {"/maps/../outside.map", "/maps/%2e%2e/outside.map", "/maps/%2E%2E%2Foutside.map",
-          "/maps/..%2foutside.map", "/maps/..%5coutside.map", "/maps/x/../../outside.map",
-          "/maps/reunion.map/../../outside.map", "/maps/%252e%252e/outside.map", "/maps/link.map",
-          "/maps/.hidden.map", "/maps/reunion.map%00", "/maps/%00/../outside.map", "/outside.map", "/maps/..",
-          "/maps/../catalogue.db", "/maps//etc/passwd"}) {
+          "/maps/..%2foutside.map", "/maps/..%5coutside.map", "/maps/below/../../outside.map",
+          "/maps/below%2F..%2F..%2Foutside.map", "/maps/reunion.map/../../outside.map",
+          "/maps/%252e%252e/outside.map", "/maps/link.map", "/maps/.hidden.map", "/maps/reunion.map%00",
+          "/maps/%00/../outside.map", "/outside.map", "/maps/..", "/maps/../catalogue.db",
+          "/maps//etc/passwd"}) {
         SCOPED_TRACE(path);
         for (const char* origin : {"", "http://online.orvande.example", "http://online.orvande.example:80"}) {
             const HttpReply reply = Ask("GET", std::string(origin) + path);
@@ -291,7 +295,8 @@ TEST_F(ServiceDownload, ClientThatLeavesIsALineInTheLogAndNothingMore) {
     }
     EXPECT_EQ(Exchange(leftPort, "GET /maps/rockall.map HTTP/1.1\r\nConnection: close\r\n\r\n").body, "O");
     EXPECT_EQ(left->End(), 0);
-    EXPECT_THAT(left->Errors(), HasSubstr("GET /maps/california.map 200 67108864 not sent to its end\n"));
+    EXPECT_THAT(left->Errors(), HasSubstr("GET /maps/california.map 200 67108864\n"));
+    EXPECT_THAT(left->Errors(), ContainsRegex("california.map: broken off after [0-9]+ of 67108864 bytes\n"));
     EXPECT_THAT(left->Errors(), HasSubstr("GET /maps/rockall.map 200 1\n"));
 }
 
@@ -305,7 +310,29 @@ TEST_F(ServiceDownload, FileThatIsCutWhileItIsSentEndsTheReplyEarly) {
     std::filesystem::resize_file(own.Path() / "maps/california.map", 60000000);
     EXPECT_FALSE(connection.WaitUntilClosed());
     EXPECT_EQ(cut->End(), 0);
-    EXPECT_EQ(cut->Errors(), "GET /maps/california.map 200 67108864 not sent to its end\n");
+    EXPECT_EQ(cut->Errors(),
+              "GET /maps/california.map 200 67108864\n"
+              "california.map: broken off after 60000000 of 67108864 bytes\n");
+}
+
+TEST_F(ServiceDownload, CompleteTransfersAreOneLineEachInTheLog) {
+    const TemporaryFolder own;
+    PlaceEmptyMaps(own.Path());
+    std::ofstream(own.Path() / "maps/own.map") << "my own";
+    const std::unique_ptr<ServiceProcess> complete = Started(own.Path());
+    HttpConnection connection(complete->WaitForPort());
+    for (const char* headers : {"", "Range: bytes=1-3\r\n", "Range: bytes=6-\r\n"}) {
+        connection.Send(std::string("GET /maps/own.map HTTP/1.1\r\n") + headers + "\r\n");
+        connection.ReadReply();
+    }
+    connection.Send("HEAD /maps/own.map HTTP/1.1\r\n\r\n");
+    connection.ReadReply(true);
+    connection.Send("GET /maps/rockall.map HTTP/1.1\r\nConnection: close\r\n\r\n");
+    connection.ReadReply();
+    EXPECT_EQ(complete->End(), 0);
+    EXPECT_EQ(complete->Errors(),
+              "GET /maps/own.map 200 6\nGET /maps/own.map 206 3\nGET /maps/own.map 416 10\n"
+              "HEAD /maps/own.map 200 6\nGET /maps/rockall.map 200 0\n");
 }
 
 TEST_F(ServiceDownload, MadeUpMapsHaveNoFiles) {
