@@ -188,7 +188,8 @@ std::string Device::HostPath(std::u16string_view path) const {
     const auto place = Storage::Current().Place(path, error);
     if (place) return *place;
     simulator::Violate("no path of this device: " + simulator::Quoted(path));
-    return "/nonexistent";
+    // Where nothing can be made, not even by root.
+    return "/dev/null/nowhere";
 }
 
 void Device::SetReadOnly(std::u16string_view path, bool isReadOnly) {
