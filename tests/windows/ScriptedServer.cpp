@@ -98,5 +98,6 @@ void ScriptedServer::Handle(Socket connection) {
         requests.push_back(std::move(*request));
     }
     SendAll(connection.Get(), now.reply);
+    now.beforeEnding();
     if (now.ending == ConnectionScript::Ending::Reset) ResetConnection(std::move(connection));
 }

@@ -1,6 +1,7 @@
 /* A web server of a test's own. It keeps what it is asked byte by byte, and answers with whatever bytes it is told. */
 #pragma once
 
+#include <functional>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -25,7 +26,8 @@ struct ConnectionScript {
 
     std::string reply;
     Ending ending = Ending::Close;
-    bool takesRequest = true;  // false: the connection ends before anything is read
+    bool takesRequest = true;                    // false: the connection ends before anything is read
+    std::function<void()> beforeEnding = [] {};  // runs on the server's thread, after the reply
 };
 
 /* `body` under a good status and with its length. */

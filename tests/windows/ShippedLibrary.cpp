@@ -19,6 +19,9 @@ ShippedLibrary::ShippedLibrary() : module(LoadLibraryW(L"OrvandeOnline.dll")) {
     Find(module, mapShopSearch, "LMMapShopSearch");
     Find(module, mapShopGetNext, "LMMapShopGetNext");
     Find(module, mapShopClose, "LMMapShopClose");
+    Find(module, downloadWithProgress, "LMDownloadWebFileProgress");
+    Find(module, download, "x77fc64c7");
+    Find(module, readRange, "xfa704a3f");
 }
 
 ShippedLibrary::~ShippedLibrary() {

@@ -32,6 +32,9 @@ public:
     decltype(&LMMapShopSearch) mapShopSearch = nullptr;
     decltype(&LMMapShopGetNext) mapShopGetNext = nullptr;
     decltype(&LMMapShopClose) mapShopClose = nullptr;
+    decltype(&LMDownloadWebFileProgress) downloadWithProgress = nullptr;
+    decltype(&x77fc64c7) download = nullptr;
+    decltype(&xfa704a3f) readRange = nullptr;
 
 private:
     HMODULE module = nullptr;

@@ -1,7 +1,8 @@
-/* Searches that reach nobody. */
+/* Searches and transfers that reach nobody. */
 #include <gtest/gtest.h>
 
 #include "LocalListener.h"
+#include "ScratchFolder.h"
 #include "ShippedLibrary.h"
 #include "WebProxy.h"
 
@@ -13,20 +14,41 @@ void ExpectNothing(const SearchOutcome& outcome) {
     EXPECT_EQ(0, outcome.finalValue);
 }
 
-}  // namespace
-
-TEST(Unreachable, UnknownHostHasNoResults) {
-    const ShippedLibrary library;
-    ExpectNothing(library.Search());
+/* Expects a download to fail with the older file unchanged, and a ranged read to give -1. */
+void ExpectNoTransfer(const ShippedLibrary& library) {
+    const ScratchFolder folder;
+    const std::wstring target = folder.Path() + L"\\file.map";
+    PutFile(target, "old");
+    DownloadProgress progress{-7, -7};
+    EXPECT_EQ(
+        0, library.downloadWithProgress(L"maps.example", L"/f", target.c_str(), nullptr, nullptr, &progress));
+    EXPECT_EQ(0, library.download(L"maps.example", L"/f", target.c_str(), nullptr, nullptr));
+    EXPECT_EQ("old", ContentOf(target));
+    EXPECT_EQ(1U, folder.Names().size());
+    EXPECT_EQ(-7, progress.bytesReceived);
+    EXPECT_EQ(-7, progress.totalBytes);
+    char buffer[] = "....";
+    EXPECT_EQ(-1, library.readRange(L"maps.example", L"/f", 0, 4, buffer, nullptr, nullptr));
+    EXPECT_EQ(-1, library.readRange(L"maps.example", L"/f", 0, 0, buffer, nullptr, nullptr));
+    EXPECT_STREQ("....", buffer);
 }
 
-TEST(Unreachable, RefusedConnectionHasNoResults) {
+}  // namespace
+
+TEST(Unreachable, UnknownHostBringsNothing) {
+    const ShippedLibrary library;
+    ExpectNothing(library.Search());
+    ExpectNoTransfer(library);
+}
+
+TEST(Unreachable, RefusedConnectionBringsNothing) {
     // Bound but not listening: nobody else can take the port, and nobody answers.
     const SocketLibrary sockets;
     const Socket closed = BoundSocket();
     const WebProxy nobody(PortOf(closed.Get()));
     const ShippedLibrary library;
     ExpectNothing(library.Search());
+    ExpectNoTransfer(library);
 }
 
 TEST(Unreachable, NullHandleHasNoResultsAndNoFinalValue) {
