@@ -2,8 +2,6 @@
 #include "TransferTest.h"
 
 #include <algorithm>
-#include <chrono>
-#include <semaphore>
 
 using namespace std::string_literals;
 
@@ -128,29 +126,8 @@ TEST_F(DownloadReply, CutByAResetBeforeTheFirstByteLeavesNeitherFile) {
     EXPECT_EQ(0U, callbacks) << "a failed read is not reported";
 }
 
-TEST_F(DownloadReply, CutByAResetBetweenReadsLeavesNeitherFile) {
-    for (const size_t reads : {1U, 2U}) {
-        for (const bool lengthIsTold : {true, false}) {
-            SCOPED_TRACE(testing::Message() << reads << " reads, length told: " << lengthIsTold);
-            std::binary_semaphore taken{0};
-            ConnectionScript script{lengthIsTold ? Cut(reads * 4096) : Head("200 OK") + Content(reads * 4096),
-                                    ConnectionScript::Ending::Reset};
-            script.beforeEnding = [&] { EXPECT_TRUE(taken.try_acquire_for(std::chrono::seconds(30))); };
-            atCallback = [&] {
-                if (callbacks == reads) taken.release();
-                return 1;
-            };
-            server.Answer(script);
-            EXPECT_EQ(0, DownloadOverOldFile());
-            ExpectNoFiles();
-            EXPECT_EQ(static_cast<int64_t>(reads * 4096), progress.bytesReceived);
-            EXPECT_EQ(lengthIsTold ? 10000 : -1, progress.totalBytes);
-            EXPECT_EQ(reads, callbacks) << "a failed read is not reported";
-        }
-    }
-}
-
-TEST_F(DownloadReply, CutByAResetWithinAReadLeavesNoFileOrTheBeginning) {
+// WinINet may take a reset for an end. Then the beginning of the file is all that there is to know of.
+TEST_F(DownloadReply, CutByAResetLeavesNoFileOrTheBeginning) {
     for (const size_t at : cuts) {
         SCOPED_TRACE(at);
         AnswerAndReset(Cut(at));

@@ -52,11 +52,16 @@ protected:
 
 }  // namespace
 
-TEST_F(TransferGrowth, IsMeasuredByWhatSeesAHandleAndAMegabyte) {
+TEST_F(TransferGrowth, IsMeasuredByWhatSeesHandlesAndAMegabyte) {
+    // More than the server's own sockets come and go by.
+    constexpr size_t count = 100;
     const size_t handles = Handles();
-    const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-    EXPECT_EQ(handles + 1, Handles());
-    CloseHandle(event);
+    std::vector<HANDLE> events(count);
+    for (HANDLE& event : events)
+        event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    EXPECT_LE(handles + count / 2, Handles());
+    for (const HANDLE event : events)
+        CloseHandle(event);
     const size_t bytes = PrivateBytes();
     const std::vector<char> megabyte(1U << 20, 'x');
     EXPECT_LE(bytes + (1U << 20), PrivateBytes());
