@@ -129,8 +129,8 @@ TEST_F(TransferService, MapWithoutAFileIsRefusedAndTheOldFileStays) {
 TEST_F(TransferService, CancelledDownloadDoesNotDisturbTheNext) {
     PutFile(target, "old");
     const LMProgressCallback cancel = [](void*) -> int { return 0; };
-    EXPECT_EQ(0, Download(largest, cancel));
+    EXPECT_EQ(0, Download(middling, cancel));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
-    EXPECT_EQ(static_cast<int64_t>(largest.size), progress.totalBytes);
+    EXPECT_EQ(static_cast<int64_t>(middling.size), progress.totalBytes);
     ExpectDownload(middling);
 }
