@@ -19,6 +19,11 @@ if(ORVANDE_RING STREQUAL "windows")
     COMMAND ${CMAKE_OBJCOPY} --only-keep-debug ${file} ${file}.debug
     COMMAND ${CMAKE_OBJCOPY} --strip-all --add-gnu-debuglink=${file}.debug ${file}
     BYPRODUCTS ${PROJECT_BINARY_DIR}/OrvandeOnline.dll.debug)
+elseif(ORVANDE_RING STREQUAL "device")
+  # Images are moved by relocations, not by position-independent code.
+  set_target_properties(orvande_objects PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+  target_link_libraries(orvande_online PRIVATE orvande_objects device_library_start)
+  add_device_image(orvande_online OrvandeOnline.dll LibraryStart EXPORTS ${definitions})
 else()
   # A program on the simulated handheld loads the library and supplies the platform itself, so the library is
   # linked without one. Without unique symbols, which pin it, it can be unloaded again.

@@ -41,7 +41,11 @@
 #include "aygshell.h"
 #include "connmgr.h"
 
-#ifndef __MINGW32__
+#ifdef __MINGW32__
+// The desktop's runtime has it all.
+#elif WCHAR_MAX == 0xFFFF
+#include "windowsce.h"
+#else
 #include "wideruntime.h"
 #endif
 

@@ -1,0 +1,68 @@
+#include "ImageRuntime.h"
+
+#include "Platform.h"
+
+#include <cstddef>
+
+using Constructor = void (*)();
+extern "C" const Constructor firstConstructor[];   // NOLINT: the linker script's
+extern "C" const Constructor endOfConstructors[];  // NOLINT
+
+// The compiler's runtime declares these nowhere.
+namespace __gnu_cxx {
+void __freeres();
+}
+
+namespace {
+
+struct Destructor {
+    void* object;
+    void (*destroy)(void*);
+};
+
+constexpr size_t mostDestructors = 32;
+Destructor destructors[mostDestructors];
+size_t destructorCount;
+
+bool memoryRanOut;
+
+}  // namespace
+
+extern "C" {
+
+void* __dso_handle = nullptr;
+
+[[noreturn]] void abort() {
+    for (;;)
+        TerminateProcess(GetCurrentProcess(), 3);
+}
+
+/* Called by every constructed object that wants to be destroyed. */
+int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
+    if (destructorCount == mostDestructors) abort();
+    destructors[destructorCount++] = {object, destroy};
+    return 0;
+}
+
+/* Everything in the image that allocates comes through here (the linker's --wrap). */
+void* __real_malloc(size_t size);
+void* __wrap_malloc(size_t size) {
+    void* const memory = __real_malloc(size);
+    if (memory == nullptr) memoryRanOut = true;
+    return memory;
+}
+}
+
+bool BeginImage() noexcept {
+    for (const Constructor* constructor = firstConstructor; constructor != endOfConstructors; ++constructor)
+        (*constructor)();
+    return !memoryRanOut;
+}
+
+void EndImage() noexcept {
+    while (destructorCount > 0) {
+        const Destructor& last = destructors[--destructorCount];
+        last.destroy(last.object);
+    }
+    __gnu_cxx::__freeres();
+}

@@ -1,0 +1,62 @@
+#!/usr/bin/env python3
+"""Writes the assembly of everything that an image may import.
+
+    make_imports.py OUTPUT LIBRARY[#]=LIST ...
+
+LIST has the lines "ordinal<TAB>name" of what LIBRARY exports; with # it is imported by ordinal, else by name. Each
+function becomes a piece of code that callers reach by its name, and a slot, which the device's loader fills with the
+function's address. A slot's symbol says what belongs there: LIBRARY!name or LIBRARY!#ordinal; make_image.py makes the
+import table of the slots that are left when the linker has dropped what nobody calls.
+"""
+import re
+import sys
+
+MACRO = """\
+    .macro import library, function, slot
+    .pushsection .text.import.\\function, "ax", %progbits
+    .arm
+    .global \\function
+    .type \\function, %function
+\\function:
+    ldr ip, 1f
+    ldr ip, [ip]
+    bx ip
+1:  .word "\\slot"
+    .size \\function, . - \\function
+    .popsection
+    .pushsection .imports.\\library.\\function, "aw", %progbits
+"\\slot":
+    .word 0
+    .popsection
+    .endm
+
+"""
+
+
+def imports(library, path):
+    by_ordinal = library.endswith("#")
+    library = library.rstrip("#")
+    with open(path, encoding="ascii") as lines:
+        for line in lines:
+            ordinal, name = line.rstrip("\n").split("\t")
+            # The names of another compiler's C++ functions are of no use here.
+            if re.fullmatch(r"[A-Za-z_]\w*", name):
+                slot = f"#{ordinal}" if by_ordinal else name
+                yield f'    import {library}, {name}, "{library}!{slot}"\n'
+
+
+def main():
+    output, *lists = sys.argv[1:]
+    lines = [MACRO]
+    named = set()
+    for library_list in lists:
+        for line in imports(*library_list.split("=", 1)):
+            name = line.split(",")[1]
+            if name not in named:  # some names are listed under two ordinals
+                lines.append(line)
+            named.add(name)
+    with open(output, "w", encoding="ascii") as file:
+        file.writelines(lines)
+
+
+main()
