@@ -10,6 +10,7 @@ if(ORVANDE_RING STREQUAL "windows")
     ${definitions}
     ${PROJECT_SOURCE_DIR}/platform/windows/RuntimeSemaphores.c
     ${PROJECT_SOURCE_DIR}/platform/windows/TerminateHandler.cpp)
+  target_resources(orvande_online ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
   target_link_libraries(orvande_online PRIVATE orvande_objects)
   target_link_options(orvande_online PRIVATE -Wl,--gc-sections)
   set_target_properties(orvande_online PROPERTIES

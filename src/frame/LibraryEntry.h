@@ -4,11 +4,8 @@
 
 #include "Platform.h"
 
-/* The module that the library's own resources come from; null until AttachLibrary. */
-extern HINSTANCE ownModule;
-
 /* Gets the library ready: prepares the shell's controls, makes the caption of the message boxes, keeps
- * `instance` as `ownModule` and loads the user's language file. `instance` is the library's module, or the
+ * `instance` as the module of the library's resources and loads the user's language file. `instance` is the library's module, or the
  * program's own where the library is linked into it; `reason` and `reserved` are DllMain's
  * (DLL_PROCESS_ATTACH and null in a program). Always true: what cannot be done for lack of memory leaves the
  * texts English. */

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "frame/Contained.h"
+#include "frame/Folders.h"
 #include "frame/OwnedFile.h"
 #include "frame/Paths.h"
 #include "settings/Settings.h"
@@ -27,12 +28,6 @@ WideString WithoutOrnaments(const WideString& text) {
 WideString TranslationFilePath(const WideString& modulePath, const WideString& name) {
     if (modulePath.empty()) return {};
     return GetFolderPart(modulePath) + TEXT("\\") + GetBaseName(modulePath) + TEXT(".") + name + TEXT(".txt");
-}
-
-WideString PersonalFolder() {
-    WCHAR path[MAX_PATH]{};
-    if (!SHGetSpecialFolderPath(nullptr, path, CSIDL_PERSONAL, TRUE)) return {};
-    return path;
 }
 
 bool IsFolder(const WideString& path) {
@@ -97,7 +92,7 @@ const WideString& TranslationCatalogue::Translate(const char* text) {
 }
 
 void TranslationCatalogue::WriteUntranslatedFile() {
-    WriteUntranslatedFile(ModulePath(), PersonalFolder());
+    WriteUntranslatedFile(ModulePath(), GetSpecialFolderPath(CSIDL_PERSONAL));
 }
 
 void TranslationCatalogue::WriteUntranslatedFile(const WideString& modulePath,

@@ -1,0 +1,10 @@
+/* The version of Orvande Online, the only place where it stands: the build and the library's version resource
+ * read it from here. For C, C++ and the resource compiler. */
+#ifndef LMONLINEVERSION_H
+#define LMONLINEVERSION_H
+
+#define LM_ONLINE_VERSION_MAJOR 0
+#define LM_ONLINE_VERSION_MINOR 2
+#define LM_ONLINE_VERSION_PATCH 0
+
+#endif

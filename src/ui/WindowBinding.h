@@ -1,0 +1,46 @@
+/* What binds window handles to the objects behind them. Each binding is a record; the records of a window form a
+ * chain whose head lies in the window's user data, and which others may lengthen with records of their own. A
+ * walk along a chain ends after 1000 records as if nothing had been found: a chain that long is damaged. */
+#pragma once
+
+#include "Platform.h"
+
+class Window;
+
+struct WindowHookRecord {
+    WNDPROC key;          /* the procedure that the binding installed; tells whose record it is */
+    WNDPROC previousProc; /* the procedure before that */
+    Window* object;
+    WindowHookRecord* next;
+};
+
+/* Binds windows to objects through one window procedure, its key. The bindings themselves lie in the windows'
+ * user data. */
+class WindowBindingTable {
+public:
+    explicit constexpr WindowBindingTable(WNDPROC keyProc) noexcept : key(keyProc) {}
+
+    /* Binds `object` to `window`. True: a record was made and the key procedure installed. False: there was a
+     * record, whose object is replaced by `object`, or the key procedure was installed without one and nothing
+     * was done. Without memory for a record the window's user data is cleared, no procedure is installed, and
+     * the result is true all the same. */
+    bool AttachWindow(HWND window, Window* object) const;
+
+    /* Unbinds `window` and gives it the procedure back that it had before. False: there is no record, or it
+     * lies behind one whose procedure was not installed directly on top of the key procedure; nothing is
+     * changed then. */
+    bool DetachWindow(HWND window) const;
+
+    /* The object bound to `window`, or null. */
+    [[nodiscard]] Window* FindWindowObject(HWND window) const;
+
+    /* Passes a message on to the procedure before the binding; 0 when there is no binding. With WM_DESTROY the
+     * window is unbound first. */
+    LRESULT CallPreviousProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const;
+
+private:
+    WNDPROC key;
+};
+
+/* The table of the library's windows, from load to unload. */
+extern WindowBindingTable windowBindings;
