@@ -40,6 +40,11 @@ void Statement::Bind(int parameter, std::string_view value) {
           sqlite3_db_handle(statement.get()));
 }
 
+void Statement::BindBytes(int parameter, std::string_view value) {
+    Check(sqlite3_bind_blob64(statement.get(), parameter, value.data(), value.size(), SQLITE_TRANSIENT),
+          sqlite3_db_handle(statement.get()));
+}
+
 bool Statement::Step() {
     const int result = sqlite3_step(statement.get());
     Check(result, sqlite3_db_handle(statement.get()));

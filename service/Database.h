@@ -39,9 +39,10 @@ class Statement {
 public:
     Statement(const Database& database, const char* sql);
 
-    /* Parameters count from 1. The text is copied. */
+    /* Parameters count from 1. Text (UTF-8) and bytes are copied. */
     void Bind(int parameter, int64_t value);
     void Bind(int parameter, std::string_view value);
+    void BindBytes(int parameter, std::string_view value);
 
     /* Goes to the next row; false after the last. */
     bool Step();

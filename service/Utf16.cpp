@@ -40,7 +40,40 @@ Character FirstOf(std::string_view utf8) {
     return IsScalar(value, length) ? Character{value, length} : Character{};
 }
 
+bool IsSurrogate(char32_t value) {
+    return value >= 0xD800 && value <= 0xDFFF;
+}
+
+void AppendUtf8(std::string& bytes, char32_t value) {
+    const auto append = [&bytes](char32_t byte) { bytes += static_cast<char>(byte); };
+    const auto appendRest = [&](unsigned shift) { append(0x80 | (value >> shift & 0x3F)); };
+    if (value < 0x80) {
+        append(value);
+    } else if (value < 0x800) {
+        append(0xC0 | value >> 6);
+        appendRest(0);
+    } else if (value < 0x10000) {
+        append(0xE0 | value >> 12);
+        appendRest(6);
+        appendRest(0);
+    } else {
+        append(0xF0 | value >> 18);
+        appendRest(12);
+        appendRest(6);
+        appendRest(0);
+    }
+}
+
 }  // namespace
+
+void AppendUtf16(std::u16string& units, char32_t value) {
+    if (value < 0x10000) {
+        units += static_cast<char16_t>(value);
+    } else {
+        units += static_cast<char16_t>(0xD800 + ((value - 0x10000) >> 10));
+        units += static_cast<char16_t>(0xDC00 + ((value - 0x10000) & 0x3FF));
+    }
+}
 
 std::u16string Utf16Of(std::string_view utf8) {
     std::u16string units;
@@ -48,12 +81,28 @@ std::u16string Utf16Of(std::string_view utf8) {
     while (!utf8.empty()) {
         const Character character = FirstOf(utf8);
         utf8.remove_prefix(character.length);
-        if (character.value < 0x10000) {
-            units += static_cast<char16_t>(character.value);
-        } else {
-            units += static_cast<char16_t>(0xD800 + ((character.value - 0x10000) >> 10));
-            units += static_cast<char16_t>(0xDC00 + ((character.value - 0x10000) & 0x3FF));
-        }
+        AppendUtf16(units, character.value);
     }
     return units;
+}
+
+std::u32string CodePointsOf(std::u16string_view units) {
+    std::u32string values;
+    values.reserve(units.size());
+    for (const char16_t unit : units) {
+        const bool isSecondHalf = unit >= 0xDC00 && unit <= 0xDFFF;
+        if (isSecondHalf && !values.empty() && values.back() >= 0xD800 && values.back() <= 0xDBFF) {
+            values.back() = 0x10000 + ((values.back() - 0xD800) << 10) + (unit - 0xDC00u);
+        } else {
+            values += unit;
+        }
+    }
+    return values;
+}
+
+std::string Utf8Of(std::u16string_view units) {
+    std::string bytes;
+    for (const char32_t value : CodePointsOf(units))
+        AppendUtf8(bytes, IsSurrogate(value) ? replacement : value);
+    return bytes;
 }

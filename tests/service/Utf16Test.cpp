@@ -47,3 +47,29 @@ TEST(Utf16, BytesThatAreNoCharacterBecomeReplacements) {
         EXPECT_EQ(Utf16Of(each.bytes), each.units);
     }
 }
+
+TEST(Utf16, SmallestAndLargestOfEachLengthBecomeTheSameUtf8) {
+    EXPECT_EQ(Utf8Of(u"\x7F\x80\u07FF"), "\x7F\xC2\x80\xDF\xBF");
+    EXPECT_EQ(Utf8Of(u"\u0800\xFFFF"), "\xE0\xA0\x80\xEF\xBF\xBF");
+    EXPECT_EQ(Utf8Of(u"\xD7FF\xE000"), "\xED\x9F\xBF\xEE\x80\x80");
+    EXPECT_EQ(Utf8Of(u"\xD800\xDC00\xDBFF\xDFFF"), "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+    EXPECT_EQ(Utf8Of({u"a\0b", 3}), std::string("a\0b", 3));
+    EXPECT_EQ(Utf8Of(u""), "");
+}
+
+TEST(Utf16, HalfSurrogatesBecomeReplacementsInUtf8) {
+    EXPECT_EQ(Utf8Of(u"a\xD83D"), "a\xEF\xBF\xBD");
+    EXPECT_EQ(Utf8Of(u"\xDDFA\xD83Dz"), "\xEF\xBF\xBD\xEF\xBF\xBDz");
+    EXPECT_EQ(Utf8Of(u"\xD83D\xD83D\xDDFA"), "\xEF\xBF\xBD\xF0\x9F\x97\xBA");
+}
+
+TEST(Utf16, CodePointsKeepHalfSurrogatesAndJoinPairs) {
+    EXPECT_EQ(CodePointsOf(u"\xDDFA\xD83D\xDDFA\xD83D"), (std::u32string{0xDDFA, 0x1F5FA, 0xD83D}));
+}
+
+TEST(Utf16, CodePointsBecomeTheUnitsThatTheyCameFrom) {
+    std::u16string units;
+    for (const char32_t value : {U'a', char32_t{0xDDFA}, char32_t{0x1F5FA}, char32_t{0x10FFFF}})
+        AppendUtf16(units, value);
+    EXPECT_EQ(units, u"a\xDDFA\xD83D\xDDFA\xDBFF\xDFFF");
+}
