@@ -8,11 +8,13 @@
 #include <optional>
 #include <stdexcept>
 
+#include "AccountHandler.h"
 #include "CataloguePage.h"
 #include "ForgotPage.h"
 #include "Log.h"
 #include "MapDownload.h"
 #include "MapStoreHandler.h"
+#include "SecretBytes.h"
 
 namespace {
 
@@ -26,6 +28,7 @@ constexpr time_t sendTimeoutSeconds = 60;
 // Clients that were told of a proxy name the whole address: "POST http://host:80/path".
 constexpr const char* pagePath = "https?://[^/]+/?|/";
 constexpr const char* mapStorePath = R"((?:https?://[^/]+)?/cgi-bin/mapstore\.cgi)";
+constexpr const char* accountPath = R"((?:https?://[^/]+)?/cgi-bin/licapp\.cgi)";
 constexpr const char* forgotPath = R"((?:https?://[^/]+)?/forgot\.htm)";
 // Names that have no slash and begin with no dot lead nowhere else.
 constexpr const char* mapPath = R"((?:https?://[^/]+)?/maps/([A-Za-z0-9][A-Za-z0-9._-]*\.map))";
@@ -36,18 +39,19 @@ using AddBodyHandler = httplib::Server& (httplib::Server::*)(const std::string&,
 constexpr std::array<AddBodyHandler, 4> bodyMethods = {&httplib::Server::Post, &httplib::Server::Put,
                                                        &httplib::Server::Patch, &httplib::Server::Delete};
 
-/* Reads a request's body. None, and the response's status is set, when it is too long or does not arrive. A
- * body that is too long is still read to its end: the next request of the connection begins there. */
-std::optional<std::string> ReadBody(const httplib::Request& request, httplib::Response& response,
+/* Reads a request's body; it may hold a password. None, and the response's status is set, when it is too long or
+ * does not arrive. A body that is too long is still read to its end: the next request of the connection begins
+ * there. */
+std::optional<SecretBytes> ReadBody(const httplib::Request& request, httplib::Response& response,
                                     const httplib::ContentReader& reader) {
     // Without either there is no body; the reader would wait for the end of the connection.
     if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding"))
-        return std::string();
-    std::string body;
+        return SecretBytes();
+    SecretBytes body;
     bool isTooLong = false;
     const auto keep = [&](const char* data, size_t size) {
         isTooLong = isTooLong || size > largestBody - body.size();
-        if (!isTooLong) body.append(data, size);
+        if (!isTooLong) body.insert(body.end(), data, data + size);
         return true;
     };
     // No handler takes forms: their fields are dropped.
@@ -61,13 +65,14 @@ std::optional<std::string> ReadBody(const httplib::Request& request, httplib::Re
     return std::nullopt;
 }
 
-BodyHandler MapStore(const MapCatalogue& catalogue) {
-    return [&catalogue](const httplib::Request& request, httplib::Response& response,
-                        const httplib::ContentReader& reader) {
-        const std::optional<std::string> body = ReadBody(request, response, reader);
+/* Lets a handler of request bodies answer; `name` is for the log. */
+BodyHandler Cgi(const char* name, const std::function<CgiReply(std::string_view)>& handle) {
+    return [name, handle](const httplib::Request& request, httplib::Response& response,
+                          const httplib::ContentReader& reader) {
+        const std::optional<SecretBytes> body = ReadBody(request, response, reader);
         if (!body) return;
-        const CgiReply reply = HandleMapStore(catalogue, *body);
-        if (!reply.refusal.empty()) LogLine("mapstore.cgi: " + reply.refusal);
+        const CgiReply reply = handle(std::string_view(body->data(), body->size()));
+        if (!reply.refusal.empty()) LogLine(std::string(name) + ": " + reply.refusal);
         response.status = 200;
         response.set_content(reply.body, "application/octet-stream");
     };
@@ -86,8 +91,8 @@ BodyHandler Refusal(int status, const char* allowed) {
     };
 }
 
-void AddRoutes(httplib::Server& server, const MapCatalogue& catalogue,
-               const std::filesystem::path& mapFolder) {
+void AddPages(httplib::Server& server, const MapCatalogue& catalogue,
+              const std::filesystem::path& mapFolder) {
     server.Get(pagePath, [&catalogue](const httplib::Request&, httplib::Response& response) {
         response.status = 200;
         response.set_content(CataloguePage(catalogue.First(mostListedMaps), catalogue.Count()),
@@ -99,11 +104,27 @@ void AddRoutes(httplib::Server& server, const MapCatalogue& catalogue,
     server.Get(mapPath, [mapFolder](const httplib::Request& request, httplib::Response& response) {
         ReplyWithMap(mapFolder, request.matches[1], request, response);
     });
-    server.Get(mapStorePath,
-               [](const httplib::Request&, httplib::Response& response) { Refuse(response, 405, "POST"); });
-    server.Post(mapStorePath, MapStore(catalogue));
+}
+
+void AddPrograms(httplib::Server& server, const MapCatalogue& catalogue, AccountStore& accounts) {
+    server.Post(mapStorePath, Cgi("mapstore.cgi", [&catalogue](std::string_view body) {
+                    return HandleMapStore(catalogue, body);
+                }));
+    server.Post(accountPath, Cgi("licapp.cgi", [&accounts](std::string_view body) {
+                    return HandleAccounts(accounts, body);
+                }));
+}
+
+/* After all others: what matches a path first answers. */
+void AddRefusals(httplib::Server& server) {
+    for (const char* path : {mapStorePath, accountPath}) {
+        server.Get(path, [](const httplib::Request&, httplib::Response& response) {
+            Refuse(response, 405, "POST");
+        });
+    }
     for (const AddBodyHandler add : bodyMethods) {
-        (server.*add)(mapStorePath, Refusal(405, "POST"));
+        for (const char* path : {mapStorePath, accountPath})
+            (server.*add)(path, Refusal(405, "POST"));
         for (const char* path : {pagePath, forgotPath, mapPath})
             (server.*add)(path, Refusal(405, "GET, HEAD"));
         (server.*add)(anyPath, Refusal(404, nullptr));
@@ -193,10 +214,12 @@ int TakePort(httplib::Server& server, const HttpServerOptions& options) {
 }  // namespace
 
 HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue,
-                       const std::filesystem::path& mapFolder)
+                       const std::filesystem::path& mapFolder, AccountStore& accounts)
     : server(MadeServer(options)), port(TakePort(*server, options)) {
     SetLimits(*server);
-    AddRoutes(*server, catalogue, mapFolder);
+    AddPages(*server, catalogue, mapFolder);
+    AddPrograms(*server, catalogue, accounts);
+    AddRefusals(*server);
     AddErrorReplies(*server);
     LogRequests(*server);
 }

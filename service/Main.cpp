@@ -1,4 +1,4 @@
-/* The reference service's program: command line, catalogue, server, signals. */
+/* The reference service's program: command line, database, server, signals. */
 #include <pthread.h>
 #include <unistd.h>
 
@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "AccountStore.h"
 #include "HttpServer.h"
 #include "Log.h"
 #include "MadeUpMaps.h"
@@ -36,8 +37,8 @@ sigset_t EndSignals() {
 }
 
 /* Waits for a signal, then stops the server. A client that keeps its connection open or never ends its
- * request would hold the process for as long as it likes: what is left after the grace is cut. Nothing is
- * lost by that, the catalogue is only read. */
+ * request would hold the process for as long as it likes: what is left after the grace is cut. An account
+ * that is being added then is added whole or not at all, and its client has had no answer. */
 void StopOnSignal(HttpServer& server, const std::future<void>& served) {
     const sigset_t signals = EndSignals();
     int received = 0;
@@ -53,11 +54,11 @@ std::filesystem::path MapFolderOf(const Options& options) {
     return options.dataFolder / "maps";
 }
 
-void Serve(const Options& options, const MapCatalogue& catalogue) {
+void Serve(const Options& options, const MapCatalogue& catalogue, AccountStore& accounts) {
     // Held back until someone waits for them, in this thread and in all that it starts.
     const sigset_t signals = EndSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    HttpServer server(options.server, catalogue, MapFolderOf(options));
+    HttpServer server(options.server, catalogue, MapFolderOf(options), accounts);
     std::promise<void> promise;
     const std::future<void> served = promise.get_future();
     std::thread watcher;
@@ -82,7 +83,8 @@ int Run(std::span<const char* const> arguments) {
     const MapCatalogue catalogue(options.dataFolder,
                                  options.madeUpMaps ? MadeUpMaps(*options.madeUpMaps) : RegionsOfTheWorld());
     if (!options.madeUpMaps) MakeMapFiles(MapFolderOf(options), FilesOfTheWorld());
-    Serve(options, catalogue);
+    AccountStore accounts(options.dataFolder / MapCatalogue::fileName);
+    Serve(options, catalogue, accounts);
     return 0;
 }
 

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr const char* fileName = "catalogue.db";
-
 constexpr int32_t applicationId = 0x4F724D43;
 constexpr int32_t schemaVersion = 1;
 

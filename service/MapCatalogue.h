@@ -1,4 +1,4 @@
-/* The maps that the service offers, in a database. */
+/* The maps that the service offers, in its database. */
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,10 @@ class CatalogueError : public std::runtime_error {
  * the database fails under it. */
 class MapCatalogue {
 public:
-    /* Opens "catalogue.db" in `folder`. Makes the folder, and fills a catalogue that is missing or empty from
+    /* The database in the folder; others may keep tables of their own in it. */
+    static constexpr const char* fileName = "catalogue.db";
+
+    /* Opens the database in `folder`. Makes the folder, and fills a catalogue that is missing or empty from
      * `source`: all of it, or, when that is interrupted, nothing. A catalogue that is there keeps its maps.
      * Throws CatalogueError when the folder or the database cannot be used, is damaged, belongs to another
      * program, or was filled with other contents than those of `source`. */

@@ -1,6 +1,7 @@
 #include "MapStoreHandler.h"
 
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -19,10 +20,7 @@ struct Query {
 };
 
 CgiReply Refused(MapStoreStatus status, const std::string& why) {
-    WireWriter writer;
-    writer.WriteInt32(static_cast<int32_t>(status));
-    return {writer.TakeBytes(),
-            "refused with status " + std::to_string(static_cast<int32_t>(status)) + ": " + why};
+    return RefusedReply(static_cast<int32_t>(status), why);
 }
 
 /* The next item; the reader must hold one. */

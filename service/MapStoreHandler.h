@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
+#include "CgiReply.h"
 #include "MapCatalogue.h"
 
 constexpr int32_t mapSearchCode = 101;
@@ -20,11 +20,6 @@ enum class MapStoreStatus : int32_t {
     badLength = 4,       // the body does not end with its last item
     badBox = 5,          // an item's south lies north of its north, or an edge is off the globe
     serviceFailure = 6,  // the database failed
-};
-
-struct CgiReply {
-    std::string body;
-    std::string refusal;  // for the log: why nothing was found out; empty after success
 };
 
 /* Answers one request body, whatever it holds. */

@@ -32,3 +32,25 @@ inline std::string SearchBytes(const std::vector<Box>& boxes) {
         bytes += ItemBytes(box);
     return bytes;
 }
+
+inline std::string SignInBytes(std::u16string_view userId, std::u16string_view password) {
+    return Int32Bytes(8) + TextBytes(userId) + TextBytes(password) + Int32Bytes(4711);
+}
+
+/* A request for an account; a test changes what it is about. */
+struct Creation {
+    std::u16string userId = u"anna";
+    std::u16string password = u"secret1";
+    std::u16string name = u"Anna Muster";
+    std::u16string referrer = {};
+    std::u16string email = u"anna@mail.example";
+    char wantsUpdates = 1;
+    int32_t vendor = 7;
+    std::u16string language = u"English";
+
+    [[nodiscard]] std::string Bytes() const {
+        return Int32Bytes(10) + TextBytes(userId) + TextBytes(password) + TextBytes(name) +
+               TextBytes(referrer) + TextBytes(email) + wantsUpdates + Int32Bytes(vendor) +
+               TextBytes(language);
+    }
+};
