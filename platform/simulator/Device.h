@@ -29,6 +29,10 @@
 #include <utility>
 #include <vector>
 
+#include "AllocationWatch.h"
+#include "DeviceScreen.h"
+#include "Failing.h"
+
 /* A request as it reached a host. Texts are exactly those that the library gave. */
 struct WebRequest {
     std::u16string agent;    // of InternetOpenW
@@ -85,6 +89,7 @@ struct ShownMessageBox {
     std::u16string caption;
     UINT flags = 0;
     int answer = 0;
+    std::string ownerName;  // as the journal names it: null, dialog 1, ...
 };
 
 /* What the Connection Manager answers, to every call alike. */
@@ -95,8 +100,6 @@ struct ConnectionAnswers {
     DWORD status = CONNMGR_STATUS_CONNECTED;
     HRESULT releaseResult = S_OK;  // of ConnMgrReleaseConnection
 };
-
-enum class Failing { Once, FromThereOn };
 
 /* A shared build of the library, loaded into this process as the device's loader would. Unloaded at the
  * latest when this is destroyed. */
@@ -140,9 +143,10 @@ public:
      */
     void BeginTest();
 
-    /* Reports as violations: internet handles, registry keys and files that were opened since BeginTest and
-     * are still open, scripted answers for message boxes that were never shown, a wait cursor left on. Closes
-     * and removes everything. */
+    /* Reports as violations: internet handles, registry keys, files, process handles, windows and menus that
+     * were opened since BeginTest and are still open, scripted answers for message boxes that were never
+     * shown, scripts for dialogs that were never needed, a wait cursor left on. Closes and removes
+     * everything; windows get no messages about it. */
     void EndTest();
 
     /* Who is told of violations; null: print and abort. The earlier hook is the result. */
@@ -184,7 +188,45 @@ public:
      *   ConnMgrReleaseConnection(link 1, 0) = 0x00000000
      *   LoadCursorW(null, IDC_WAIT) = wait cursor
      *   SetCursor(wait cursor) = normal cursor
-     *   MessageBoxW(null, "Text", "Caption", 0x00000001) = 2
+     *   MessageBoxW(dialog 1, "Text", "Caption", 0x00000001) = 2
+     *   LoadLibraryW("Res.dll") = Res.dll
+     *   FreeLibrary(Res.dll) = TRUE
+     *   FindResourceW(library, 107, RT_DIALOG) = resource
+     *   LoadResource(library, resource) = bytes
+     *   LoadStringW(library, 2000, 100) = 4, "Done"
+     *   CreateDirectoryW("\Temp\folder", null) = TRUE
+     *   ShellExecuteExW({size ok, mask 0x40, owner dialog 1, verb "open", file "http://host/", show 5})
+     *                                                  = TRUE, process 1                       (in one line)
+     *   WaitForSingleObject(process 1, 0xFFFFFFFF) = 0
+     *   DialogBoxIndirectParamW(library, template 107, null, procedure, parameter) = 1, dialog 1
+     *   EndDialog(dialog 1, 2) = TRUE
+     *   GetDlgItem(dialog 1, 1001) = control 1001 of dialog 1
+     *   GetWindow(dialog 1, 5) = control 1001 of dialog 1
+     *   GetWindowTextW(control 1001 of dialog 1, 5000) = 4, "Text"
+     *   SetWindowTextW(control 1001 of dialog 1, "Text") = TRUE
+     *   GetWindowLongPtrW(dialog 1, GWLP_WNDPROC) = dialog procedure
+     *   SetWindowLongPtrW(dialog 1, GWLP_WNDPROC, procedure) = dialog procedure
+     *   SetWindowLongPtrW(dialog 1, GWLP_USERDATA, data) = 0
+     *   CallWindowProcW(dialog procedure, dialog 1, WM_COMMAND, 0x1, 0x0) = 0
+     *   SendMessageW(control 1017 of dialog 1, BM_GETCHECK, 0x0, 0x0) = 1
+     *   SendDlgItemMessageW(dialog 1, 1001, WM_GETTEXTLENGTH, 0x0, 0x0) = 4
+     *   SHInitDialog({mask 0x1, dialog 1, flags 0x4}) = TRUE
+     *   SHCreateMenuBar({size ok, parent dialog 1, flags 0x10, id 115, library}) = TRUE, bar 1
+     *   SendMessageW(bar 1, SHCMBM_OVERRIDEKEY, 27, 0x00030003) = 1
+     *   SendMessageW(bar 1, SHCMBM_GETMENU, 0x0, 0x0) = menu 1
+     *   SendMessageW(bar 1, TB_BUTTONCOUNT, 0x0, 0x0) = 2
+     *   SendMessageW(bar 1, TB_GETBUTTON, 0) = 1, command 1
+     *   SendMessageW(bar 1, TB_GETBUTTONINFOW, 1, {size ok, mask 0x22, room 255}) = 0, command 1, text "Done"
+     *   SendMessageW(bar 1, TB_SETBUTTONINFOW, 1, {size ok, mask 0x22, command 0, text "Fini", length 4}) = 1
+     *   SHSendBackToFocusWindow(WM_HOTKEY, 0x0, 0x1B0000)
+     *   GetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = TRUE, type 0x0, "Done"
+     *   SetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, text "Fini"}) = TRUE
+     *   GetSubMenu(menu 1, 1) = menu 2
+     *   TerminateProcess(this process, 1)
+     *
+     * A call that brings others about (messages to window procedures of the library) has its line after
+     * theirs. Messages without a name are hexadecimal numbers; a structure's size that is not the platform's
+     * own is "size 44". A window is named by its kind and number, a control by its id and its dialog.
      *
      * Handles are numbered by kind from 1; those from before BeginTest are "earlier session 1" and so on. In
      * texts, units outside of U+0020 to U+007E are written as <U+000A>. A connection's information names the
@@ -275,6 +317,39 @@ public:
      * export its symbols (ENABLE_EXPORTS) and must not link the library itself. */
     LoadedLibrary LoadLibraryFile(const std::string& file);
 
+    /* The instance handle of the program that loads the library. */
+    HINSTANCE ProgramInstance() const;
+
+    /* Puts a further module on the device, which LoadLibraryW finds by the name of its file, whatever the
+     * case and the folder. It has no code. Gone after the test. */
+    HINSTANCE AddModule(std::u16string_view fileName);
+
+    /* How often an added module was loaded less how often it was freed. Freeing one that is not loaded is a
+     * violation, one that stays loaded is none. */
+    size_t ModuleReferences(HINSTANCE module) const;
+
+    // ---- Resources ------------------------------------------------------------------------------------
+
+    /* What a module's resources are until the next BeginTest, in place of all it has. */
+    void SetResources(HINSTANCE module, std::vector<Resource> resources);
+
+    /* What the resources of the program or the library are from the next BeginTest on, in every test: for a
+     * program of tests to set once. */
+    void SetDefaultResources(HINSTANCE module, std::vector<Resource> resources);
+
+    // ---- Programs -------------------------------------------------------------------------------------
+
+    /* The programs that were started through the shell, in order. */
+    const std::vector<StartedProgram>& StartedPrograms() const;
+
+    /* Whether the shell gives a process handle to who asks for one. It does at first; documents that a
+     * running program opens bring none. A process has ended when it is waited for without a limit. */
+    void SetGivesProcessHandles(bool gives);
+
+    /* Called when the library ends this process, before the process ends without running destructors. */
+    using TerminationHook = std::function<void(UINT exitCode)>;
+    void SetTerminationHook(TerminationHook hook);
+
     // ---- The user -------------------------------------------------------------------------------------
 
     /* What the user presses in the next message box that has no answer yet: IDOK, IDCANCEL, ... A box without
@@ -283,6 +358,15 @@ public:
 
     const std::vector<ShownMessageBox>& MessageBoxes() const;
 
+    /* What the user does next in a dialog. When the innermost modal dialog has no message left to handle,
+     * the first script that has not run yet is run on it, once; if the dialog is then still open, the next
+     * one is. A dialog that finds no script is a violation, and is ended with IDCANCEL; so is a script
+     * without a dialog at the end of the test. */
+    void UseDialog(DialogScript script);
+
+    /* The dialogs that were shown, in the order in which they finished WM_INITDIALOG. */
+    const std::vector<ShownDialog>& Dialogs() const;
+
     /* The cursor now in force; a new machine shows the normal one. */
     HCURSOR CurrentCursor() const;
     HCURSOR NormalCursor() const;
@@ -290,42 +374,4 @@ public:
 
 private:
     Device() = default;
-};
-
-/* Counts what the library allocates with operator new on this thread while it exists, and can make an
- * allocation fail with std::bad_alloc (or null, for the nothrow forms). What the simulator and its handlers
- * allocate does not count; what the test itself does counts, so the scope should hold nothing but the call:
- *
- *   {
- *       AllocationWatch watch(3);
- *       handle = LMMapShopSearch(items, 1);
- *   }
- *
- * The program must link simulator_allocations; that it does not is a violation. One at a time. */
-class AllocationWatch {
-public:
-    AllocationWatch();
-
-    /* Makes the n-th allocation (1: the first) fail, and with FromThereOn all after it. */
-    explicit AllocationWatch(size_t n, Failing failing = Failing::Once);
-
-    AllocationWatch(const AllocationWatch&) = delete;
-    AllocationWatch& operator=(const AllocationWatch&) = delete;
-    ~AllocationWatch();
-
-    /* The allocations so far, failed ones included. */
-    size_t Count() const;
-
-    /* Whether one of them was made to fail. */
-    bool Failed() const;
-
-    /* Ends the watch early; Count and Failed keep their values. */
-    void Stop();
-
-private:
-    void Start();
-
-    bool running_ = false;
-    size_t count_ = 0;
-    bool failed_ = false;
 };

@@ -64,7 +64,8 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
     if (call.MustFail()) return call.Fails(0, "0", call.OrderedError());
     User& user = CurrentUser();
     const std::u16string shownCaption = caption != nullptr ? caption : u"Error";
-    user.boxes.push_back({owner, simulator::TextOrEmpty(text), shownCaption, flags, 0});
+    user.boxes.push_back(
+        {owner, simulator::TextOrEmpty(text), shownCaption, flags, 0, simulator::PointerText(owner)});
     if (user.answers.empty()) {
         call.Violates("nobody expected this message box");
         return call.Returns(0, "0");
