@@ -1,9 +1,12 @@
-/* What tests can tell and ask the stand-in Connection Manager, cellcore.dll. The handheld's has no such
- * functions. */
+/* What tests can tell and ask the stand-ins for the Connection Manager, cellcore.dll, and the shell library,
+ * aygshell.dll. The handheld's have no such functions. */
 #pragma once
 
 #include <windows.h>
+// It builds on windows.h.
+#include <commctrl.h>
 
+#include "aygshell.h"
 #include "connmgr.h"
 
 #ifdef __cplusplus
@@ -27,6 +30,30 @@ typedef struct StandInCallRecord {
 void WINAPI StandInAnswer(HRESULT mapping, HRESULT establishing, DWORD status);
 
 void WINAPI StandInCalls(StandInCallRecord* record);
+
+/* The shell's calls since the last StandInMenuBars, and the arguments of the last of each kind. */
+typedef struct StandInShellRecord {
+    LONG initialized;      /* calls of SHInitExtraControls */
+    LONG dialogs;          /* calls of SHInitDialog */
+    LONG menuBars;         /* calls of SHCreateMenuBar */
+    LONG backs;            /* calls of SHSendBackToFocusWindow */
+    LONG overrides;        /* SHCMBM_OVERRIDEKEY to any menu bar */
+    LONG buttons;          /* TB_SETBUTTONINFO to any menu bar */
+    SHINITDLGINFO dialog;  /* what was to be prepared */
+    SHMENUBARINFO menuBar; /* what was to be made */
+    UINT backMessage;      /* what the Back key came as */
+    WPARAM backWParam;
+    LPARAM backLParam;
+    WPARAM overriddenKey;
+    LPARAM overrideFlags;
+    int buttonCommand;    /* the button that was changed */
+    TBBUTTONINFOW button; /* how; its text may be gone */
+} StandInShellRecord;
+
+/* Sets whether menu bars can be made from here on, and begins a new record of calls. At the start they can. */
+void WINAPI StandInMenuBars(BOOL succeed);
+
+void WINAPI StandInShellCalls(StandInShellRecord* record);
 
 #ifdef __cplusplus
 }
