@@ -1,7 +1,6 @@
 /* The library as an application sees it: loaded from its file, used through its exports, unloaded. */
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
 #include "Device.h"
@@ -74,19 +73,6 @@ TEST_F(LoadedFromFile, SearchGoesThroughTheExports) {
     EXPECT_EQ(TEXT("Malta"), WideString(map.text1));
     EXPECT_EQ(0, getNext(handle, &map));
     EXPECT_EQ(24, close(handle));
-}
-
-TEST_F(LoadedFromFile, NothingButTheExportsIsVisible) {
-    FILE* const symbols = popen("nm -D --defined-only --format=just-symbols " ORVANDE_LIBRARY_FILE, "r");
-    ASSERT_NE(nullptr, symbols);
-    std::set<std::string> names;
-    char line[300];
-    while (fgets(line, sizeof line, symbols) != nullptr)
-        names.insert(std::string(line, strcspn(line, "\n")));
-    EXPECT_EQ(0, pclose(symbols));
-    EXPECT_EQ((std::set<std::string>{"DllMain", "LMDownloadWebFileProgress", "LMMapShopClose",
-                                     "LMMapShopGetNext", "LMMapShopSearch", "x77fc64c7", "xfa704a3f"}),
-              names);
 }
 
 TEST_F(LoadedFromFile, LoadsAndUnloadsThousandsOfTimes) {

@@ -1,0 +1,72 @@
+#include "DeviceHeap.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <unordered_map>
+
+#include "Allocations.h"
+#include "Violations.h"
+
+namespace {
+
+/* The blocks and their sizes. */
+std::unordered_map<void*, size_t>& Blocks() {
+    static auto& blocks = *new std::unordered_map<void*, size_t>;
+    return blocks;
+}
+
+// What a program reads from memory that it has not written, and from memory that it has given back.
+constexpr int freshByte = 0xCD;
+constexpr int freedByte = 0xDD;
+
+}  // namespace
+
+void* DeviceMalloc(size_t size) {
+    if (simulator::AllocationIsRefused()) return nullptr;
+    const simulator::OwnWork ownWork;
+    void* const block = std::malloc(std::max(size, size_t{1}));
+    if (block == nullptr) return nullptr;
+    std::memset(block, freshByte, size);
+    Blocks().emplace(block, size);
+    return block;
+}
+
+void* DeviceCalloc(size_t count, size_t size) {
+    if (size != 0 && count > SIZE_MAX / size) return nullptr;
+    void* const block = DeviceMalloc(count * size);
+    if (block != nullptr) std::memset(block, 0, count * size);
+    return block;
+}
+
+void* DeviceRealloc(void* block, size_t size) {
+    if (block == nullptr) return DeviceMalloc(size);
+    const auto found = Blocks().find(block);
+    if (found == Blocks().end()) {
+        simulator::Violate("realloc of what is no block of the heap");
+        return nullptr;
+    }
+    void* const moved = DeviceMalloc(size);
+    if (moved == nullptr) return nullptr;
+    std::memcpy(moved, block, std::min(size, found->second));
+    DeviceFree(block);
+    return moved;
+}
+
+void DeviceFree(void* block) {
+    const simulator::OwnWork ownWork;
+    if (block == nullptr) return;
+    const auto found = Blocks().find(block);
+    if (found == Blocks().end()) {
+        simulator::Violate("free of what is no block of the heap");
+        return;
+    }
+    std::memset(block, freedByte, found->second);
+    Blocks().erase(found);
+    std::free(block);
+}
+
+size_t DeviceHeapBlocks() {
+    return Blocks().size();
+}

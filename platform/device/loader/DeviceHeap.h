@@ -1,0 +1,13 @@
+/* The heap of the device's runtime: what an image gets from malloc. AllocationWatch counts its allocations and makes
+ * them fail. Giving back what is not a block of it is a violation. */
+#pragma once
+
+#include <cstddef>
+
+void* DeviceMalloc(size_t size);
+void* DeviceCalloc(size_t count, size_t size);
+void* DeviceRealloc(void* block, size_t size);
+void DeviceFree(void* block);
+
+/* The number of blocks that have not been given back. */
+size_t DeviceHeapBlocks();
