@@ -1,28 +1,15 @@
-/* A test on the simulated handheld in which the library's network state is that of a new process. */
+/* A test on the simulated handheld in which the library's network state is that of a new process: in the native ring
+ * it is set so, in the device ring the library is loaded anew for each test. */
 #pragma once
 
 #include "support/DeviceTest.h"
 
 #include "Device.h"
-#include "transport/NetworkConnection.h"
-#include "transport/WebConnection.h"
 
 class NetworkTest : public DeviceTest {
 protected:
-    void SetUp() override {
-        DeviceTest::SetUp();
-        Forget();
-    }
-    void TearDown() override {
-        Forget();
-        DeviceTest::TearDown();
-    }
+    void SetUp() override;
+    void TearDown() override;
 
     Device& device = Device::Current();
-
-private:
-    static void Forget() {
-        managedConnection = nullptr;
-        roamingWarningAccepted = false;
-    }
 };
