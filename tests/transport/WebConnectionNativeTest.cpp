@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/NetworkTest.h"
+#include "transport/NetworkConnection.h"
 
 using namespace std::string_literals;
 
