@@ -3,9 +3,10 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include <algorithm>
+#include <array>
+#include <atomic>
+#include <barrier>
 #include <fstream>
-#include <latch>
 #include <thread>
 #include <vector>
 
@@ -155,22 +156,31 @@ TEST_F(AccountStoreFile, FailureOfTheDatabaseIsReported) {
 }
 
 TEST_F(AccountStoreFile, OfSimultaneousAdditionsOfOneUserIdOneGetsIn) {
-    constexpr int perStore = 6;
+    constexpr size_t rounds = 30;
+    constexpr size_t threadCount = 6;
     // Two connections, as of two processes, and several threads on each.
-    AccountStore stores[] = {AccountStore(File()), AccountStore(File())};
-    std::vector<AccountAdded> results(2 * perStore);
-    std::latch start(2 * perStore);
+    std::array<AccountStore, 2> stores{AccountStore(File()), AccountStore(File())};
+    std::array<std::atomic<int>, rounds> added{};
+    std::barrier start(threadCount);
     std::vector<std::thread> threads;
-    for (size_t index = 0; index < results.size(); ++index) {
+    for (size_t index = 0; index < threadCount; ++index) {
         threads.emplace_back([&, index] {
-            const std::u16string email = std::u16string(index + 1, u'a') + u"@x.example";
-            start.arrive_and_wait();
-            results[index] = stores[index % 2].Add(Record(index % 3 == 0 ? u"Anna" : u"anna", email));
+            for (size_t round = 0; round < rounds; ++round) {
+                const std::u16string userId(round + 1, index % 3 == 0 ? u'U' : u'u');
+                const std::u16string email = std::u16string(index + 1, u'e') + u'@' + userId + u".example";
+                start.arrive_and_wait();
+                try {
+                    if (stores.at(index % 2).Add(Record(userId, email)) == AccountAdded::yes)
+                        ++added.at(round);
+                } catch (const DatabaseError& error) {
+                    ADD_FAILURE() << error.what();
+                }
+            }
         });
     }
     for (std::thread& thread : threads)
         thread.join();
-    EXPECT_EQ(std::count(results.begin(), results.end(), AccountAdded::yes), 1);
-    EXPECT_EQ(std::count(results.begin(), results.end(), AccountAdded::userIdTaken), 2 * perStore - 1);
-    EXPECT_EQ(OneText("SELECT count(*) FROM account"), "1");
+    for (const std::atomic<int>& count : added)
+        EXPECT_EQ(count, 1);
+    EXPECT_EQ(OneText("SELECT count(*) FROM account"), std::to_string(rounds));
 }
