@@ -1,0 +1,85 @@
+/* The user of the dialogs that a test shows: acts in a thread of its own while they run in the test's. */
+#pragma once
+
+#include "Platform.h"
+
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+class ScreenUser {
+public:
+    using Script = std::function<void(const ScreenUser&)>;
+
+    /* Begins `script`, in a thread of its own, for the windows of the thread that makes this. One user at a time. */
+    explicit ScreenUser(Script script);
+
+    /* Waits for the script's end. A script that fails, or that has not ended every dialog 10 s after its end, has
+     * failed the test; the dialogs that are left are then closed. */
+    ~ScreenUser();
+
+    ScreenUser(const ScreenUser&) = delete;
+    ScreenUser& operator=(const ScreenUser&) = delete;
+
+    /* The dialog or message box with that caption, once it can be used. This and the functions below throw
+     * std::runtime_error when what they wait for does not come within 10 s. */
+    HWND WaitForDialog(const std::wstring& caption) const;
+
+    /* The pop-up menu that is open. */
+    HMENU WaitForMenu() const;
+
+    /* Waits until the condition holds; it is looked at whenever a message has been handled. */
+    void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
+
+    /* Reads a message box, and closes it with OK. */
+    struct Message {
+        std::wstring text;
+        HICON icon;
+        HWND owner;
+    };
+    Message TakeMessage(const std::wstring& caption) const;
+
+private:
+    void Run(const Script& script);
+    void CloseWhatIsLeft() const;
+    HWND FindDialog(const std::wstring& caption) const;
+
+    DWORD thread;
+    HANDLE finished;
+    HHOOK hooks[2];
+    std::thread acting;
+};
+
+/* The top-level windows of a thread that are visible and of that class, the uppermost first. */
+std::vector<HWND> WindowsOf(DWORD thread, const std::wstring& windowClass);
+
+std::wstring TextOf(HWND window);
+
+/* The text of a dialog's control. */
+std::wstring TextOf(HWND dialog, int control);
+
+/* Replaces what is in a control, key by key, and leaves the focus there. */
+void Type(HWND dialog, int control, const std::wstring& text);
+
+/* One key, in the control that has the focus or in the menu that is open. */
+void PressKey(HWND dialog, WORD key);
+
+/* Clicks a dialog's control; returns at once. */
+void Click(HWND dialog, int control);
+
+/* The control of the dialog that has the focus; 0: none has. */
+int FocusOf(HWND dialog);
+
+/* The dialog's menu bar, or null. */
+HWND MenuBarOf(HWND dialog);
+
+/* The texts and the commands of a menu bar's buttons, from left to right. */
+std::vector<std::wstring> ButtonTextsOf(HWND bar);
+std::vector<int> ButtonCommandsOf(HWND bar);
+
+/* Presses a button of a menu bar with the stylus; returns at once. */
+void PressButton(HWND bar, int index);
+
+/* The texts of a menu's items. */
+std::vector<std::wstring> ItemTextsOf(HMENU menu);
