@@ -54,9 +54,11 @@ void* __wrap_malloc(size_t size) {
 }
 
 bool BeginImage() noexcept {
-    for (const Constructor* constructor = firstConstructor; constructor != endOfConstructors; ++constructor)
+    for (const Constructor* constructor = firstConstructor; constructor != endOfConstructors; ++constructor) {
         (*constructor)();
-    return !memoryRanOut;
+        if (memoryRanOut) return false;
+    }
+    return true;
 }
 
 void EndImage() noexcept {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "Allocations.h"
 #include "Device.h"
 #include "DeviceHeap.h"
 #include "Imports.h"
@@ -40,17 +41,23 @@ void CheckHeap(const Module& module) {
                        " blocks on the heap");
 }
 
+/* Maps the library; null, and a violation, when it cannot be. */
+std::unique_ptr<Module> Map(const std::string& file) {
+    const simulator::OwnWork ownWork;
+    const size_t blocks = DeviceHeapBlocks();
+    try {
+        return std::unique_ptr<Module>(new Module{MappedImage(file, NextBase(), FindImport), blocks});
+    } catch (const ImageError& error) {
+        simulator::Violate(file + " cannot be loaded: " + error.what());
+        return nullptr;
+    }
+}
+
 }  // namespace
 
 LoadedLibrary Device::LoadLibraryFile(const std::string& file) {
-    std::unique_ptr<Module> module;
-    const size_t blocks = DeviceHeapBlocks();
-    try {
-        module.reset(new Module{MappedImage(file, NextBase(), FindImport), blocks});
-    } catch (const ImageError& error) {
-        simulator::Violate(file + " cannot be loaded: " + error.what());
-        return {};
-    }
+    std::unique_ptr<Module> module = Map(file);
+    if (module == nullptr) return {};
     if (module->CallEntry(DLL_PROCESS_ATTACH) != FALSE) return LoadedLibrary(module.release());
     CheckHeap(*module);
     return {};

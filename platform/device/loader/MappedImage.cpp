@@ -104,10 +104,10 @@ MappedImage::Mapping::Mapping(uintptr_t base, size_t size)
     : memory_(mmap(reinterpret_cast<void*>(base), size, PROT_READ | PROT_WRITE,
                    MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0)),
       size_(size) {
-    if (memory_ == MAP_FAILED) throw ImageError("there is no room for the image at its base");
     if (memory_ == reinterpret_cast<void*>(base)) return;
-    munmap(memory_, size_);
-    throw ImageError("the image cannot lie at its base");
+    // An emulator may take any other place for it.
+    if (memory_ != MAP_FAILED) munmap(memory_, size_);
+    throw ImageError("there is no room for the image at its base");
 }
 
 MappedImage::Mapping::~Mapping() {
