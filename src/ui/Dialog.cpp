@@ -49,6 +49,8 @@ INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LP
         EndDialog(handle, notShown);
         return FALSE;
     }
+    // This procedure is given to windows of dialogs only.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-static-cast-downcast)
     auto* const dialog = static_cast<Dialog*>(windowBindings.FindWindowObject(handle));
     if (dialog == nullptr) return 0;
     INT_PTR result = 0;
