@@ -24,7 +24,7 @@ MACRO = """\
 1:  .word "\\slot"
     .size \\function, . - \\function
     .popsection
-    .pushsection .imports.\\library.\\function, "aw", %progbits
+    .pushsection .imports.\\library\\().\\function, "aw", %progbits
 "\\slot":
     .word 0
     .popsection

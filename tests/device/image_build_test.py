@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""What the build of an image refuses, and that it makes the same file again.
+
+    image_build_test.py FOLDER        FOLDER: where the device's files were built
+"""
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+import named_cases
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+DEVICE = SOURCE / "platform/device"
+FOLDER = pathlib.Path(sys.argv[1])
+
+COMPILE = ["arm-none-eabi-g++", "-march=armv4t", "-mfloat-abi=soft", "-fshort-wchar", "-Os", "-std=gnu++17", "-c"]
+LINK = ["arm-none-eabi-g++", "-nostdlib", "-Wl,-e,Start", f"-Wl,-T,{DEVICE}/Image.ld", "-Wl,--orphan-handling=error",
+        "-Wl,--emit-relocs", "-Wl,--gc-sections", "-Wl,--no-wchar-size-warning"]
+LIBRARIES = ["-Wl,--start-group", "-lstdc++", "-lgcc", str(FOLDER / "platform/device/libdevice_imports.a")]
+
+
+class ImageBuild(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def run_tool(self, *command):
+        return subprocess.run([str(part) for part in command], capture_output=True, text=True, check=False,
+                              cwd=self.folder)
+
+    def compiled(self, text, *options):
+        (self.folder / "source.cpp").write_text(text, encoding="ascii")
+        result = self.run_tool(*COMPILE, *options, "source.cpp", "-o", "object.o")
+        self.assertEqual(0, result.returncode, result.stderr)
+
+    def link(self, *libraries):
+        return self.run_tool(*LINK, "-Wl,-Map=map", "object.o", "-o", "image.elf", *libraries)
+
+    def linked(self, *libraries):
+        result = self.link(*libraries)
+        self.assertEqual(0, result.returncode, result.stderr)
+
+    def make(self, *options):
+        return self.run_tool(sys.executable, DEVICE / "make_image.py", "image.elf", "image.dll", *options)
+
+    def check(self):
+        return self.run_tool(sys.executable, DEVICE / "check_link.py", "map", "arm-none-eabi-c++filt")
+
+    def test_a_program_with_imports_becomes_an_image(self):
+        self.compiled('extern "C" void* malloc(unsigned); extern "C" void* Start() { return malloc(1); }', "-marm")
+        self.linked(*LIBRARIES, "-Wl,--end-group")
+        self.assertEqual(0, self.check().returncode)
+        result = self.make()
+        self.assertEqual(0, result.returncode, result.stderr)
+        self.assertIn("code", result.stdout)
+        self.assertIn(b"COREDLL.dll\0", (self.folder / "image.dll").read_bytes())
+
+    def test_a_function_that_windows_ce_lacks_is_not_linked(self):
+        self.compiled('extern "C" int GetMenuItemCount(void*); extern "C" int Start() { return GetMenuItemCount(0); }',
+                      "-marm")
+        result = self.link(*LIBRARIES, "-Wl,--end-group")
+        self.assertNotEqual(0, result.returncode)
+        self.assertIn("undefined reference to `GetMenuItemCount'", result.stderr)
+
+    def test_the_compilers_c_library_is_refused(self):
+        self.compiled('#include <cwchar>\nextern "C" wchar_t* Start() { return std::wcsstr(L"ab", L"b"); }', "-marm")
+        self.linked("-lc", "-lgcc")
+        result = self.check()
+        self.assertEqual(1, result.returncode)
+        self.assertIn("libc.a(", result.stderr)
+
+    def test_wide_text_of_the_compilers_cpp_library_is_refused(self):
+        self.compiled('#include <string>\nextern "C" { void* __dso_handle; }'
+                      'extern "C" void Start(std::wstring* text) { text->append(3, L\'a\'); }', "-marm")
+        result = self.run_tool("arm-none-eabi-g++", "-nostdlib", "-Wl,-e,Start", "-Wl,--no-wchar-size-warning",
+                               "-Wl,--unresolved-symbols=ignore-all", "-Wl,-Map=map", "object.o", "-o", "image.elf",
+                               "-lstdc++", "-lgcc")
+        self.assertEqual(0, result.returncode, result.stderr)
+        result = self.check()
+        self.assertEqual(1, result.returncode)
+        self.assertIn("wstring-inst.o", result.stderr)
+        self.assertIn("basic_string<wchar_t", result.stderr)
+
+    def test_a_relocation_of_an_unknown_kind_is_refused(self):
+        self.compiled('extern "C" __attribute__((noinline)) int Other(int n) { asm(""); return n; }'
+                      'extern "C" int Start() { return Other(1) + 1; }', "-mthumb", "-ffunction-sections")
+        self.linked()
+        result = self.make()
+        self.assertEqual(1, result.returncode)
+        self.assertIn("the relocation R_ARM_THM_CALL at 0x", result.stderr)
+
+    def test_an_export_that_is_not_linked_is_named(self):
+        self.compiled('extern "C" int Start() { return 1; }', "-marm")
+        self.linked()
+        (self.folder / "exports.def").write_text("LIBRARY Sample\nEXPORTS\n    Start\n    Missing\n", encoding="ascii")
+        result = self.make("--exports", "exports.def")
+        self.assertEqual(1, result.returncode)
+        self.assertIn("not linked: Missing", result.stderr)
+
+    def test_more_writable_data_than_a_page_is_refused(self):
+        self.compiled('char data[5000]; extern "C" char Start(int n) { return data[n]; }', "-marm")
+        self.linked()
+        result = self.make()
+        self.assertEqual(1, result.returncode)
+        self.assertIn("more than 4096 bytes of the image are writable", result.stderr)
+
+    def test_the_same_elf_file_gives_the_same_image(self):
+        image = self.folder / "again.dll"
+        result = self.run_tool(sys.executable, DEVICE / "make_image.py", FOLDER / "src/OrvandeOnline.elf", image,
+                               "--exports", SOURCE / "src/frame/Exports.def", *resources())
+        self.assertEqual(0, result.returncode, result.stderr)
+        self.assertEqual((FOLDER / "OrvandeOnline.dll").read_bytes(), image.read_bytes())
+
+
+def resources():
+    file = FOLDER / "src/OrvandeOnline.res.o"
+    return ["--resources", file] if file.exists() else []
+
+
+if __name__ == "__main__":
+    named_cases.main()

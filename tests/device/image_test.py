@@ -1,0 +1,179 @@
+#!/usr/bin/env python3
+"""What the device's files look like to tools that did not make them.
+
+    image_test.py FOLDER        FOLDER: where the device's files were built
+"""
+import csv
+import pathlib
+import re
+import struct
+import subprocess
+import sys
+import unittest
+
+import pefile
+
+import named_cases
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+FOLDER = pathlib.Path(sys.argv[1])
+
+THREADS = {"CreateThread", "ResumeThread", "CreateProcessW", "CreateFiber", "SwitchToFiber", "waveOutOpen"}
+REGISTRY_WRITERS = {"RegCreateKeyExW", "RegDeleteKeyW", "RegDeleteValueW", "RegSetValueExW", "RegFlushKey",
+                    "RegCopyFile", "RegRestoreFile", "RegSaveKey", "RegReplaceKey", "WriteRegistryToOEM"}
+HANDHELD_ORDINALS = {9, 34, 56, 97}
+
+
+def readobj(option, file):
+    return subprocess.run(["llvm-readobj", option, file], capture_output=True, text=True, check=True).stdout
+
+
+def exported_by_device(library):
+    with open(SOURCE / f"platform/device/exports/{library}.tsv", encoding="ascii") as file:
+        return {name for _, name in csv.reader(file, delimiter="\t")}
+
+
+class ImageTest:
+    """For every file; `name` is the file's."""
+    name = ""
+
+    def setUp(self):
+        self.file = FOLDER / self.name
+        self.image = pefile.PE(self.file)
+
+    def imports(self):
+        return {entry.dll.decode().lower(): entry.imports for entry in self.image.DIRECTORY_ENTRY_IMPORT}
+
+    def section(self, name):
+        return next(s for s in self.image.sections if s.Name.rstrip(b"\0") == name.encode())
+
+    def test_headers_are_those_of_windows_ce_on_arm(self):
+        header, optional = self.image.FILE_HEADER, self.image.OPTIONAL_HEADER
+        self.assertEqual([], self.image.get_warnings())
+        self.assertEqual(0x10B, optional.Magic)
+        self.assertEqual(0x1C0, header.Machine)
+        self.assertEqual(9, optional.Subsystem)
+        self.assertEqual((4, 20), (optional.MajorSubsystemVersion, optional.MinorSubsystemVersion))
+        self.assertEqual((4, 20), (optional.MajorOperatingSystemVersion, optional.MinorOperatingSystemVersion))
+        self.assertEqual((0x1000, 0x200), (optional.SectionAlignment, optional.FileAlignment))
+        self.assertEqual(0, header.Characteristics & 1, "relocations must be there")
+
+    def test_the_second_reader_finds_the_same_headers(self):
+        text = readobj("--file-headers", self.file)
+        self.assertIn("IMAGE_FILE_MACHINE_ARM (0x1C0)", text)
+        self.assertIn("IMAGE_SUBSYSTEM_WINDOWS_CE_GUI", text)
+        self.assertIn("MinorSubsystemVersion: 20", text)
+
+    def test_nothing_tells_when_it_was_built(self):
+        self.assertEqual(0, self.image.FILE_HEADER.TimeDateStamp)
+        self.assertNotIn(str(SOURCE).encode(), self.file.read_bytes())
+
+    def test_sections_are_in_order_and_none_is_writable_code(self):
+        end = 0
+        for section in self.image.sections:
+            self.assertGreaterEqual(section.VirtualAddress, end)
+            self.assertEqual(0, section.VirtualAddress % 0x1000)
+            self.assertFalse(section.IMAGE_SCN_MEM_WRITE and section.IMAGE_SCN_MEM_EXECUTE)
+            end = section.VirtualAddress + section.Misc_VirtualSize
+        self.assertLessEqual(end, self.image.OPTIONAL_HEADER.SizeOfImage)
+
+    def test_the_entry_point_is_code(self):
+        text = self.section(".text")
+        self.assertIn(self.image.OPTIONAL_HEADER.AddressOfEntryPoint,
+                      range(text.VirtualAddress, text.VirtualAddress + text.Misc_VirtualSize))
+
+    def test_a_page_holds_all_writable_data(self):
+        self.assertLessEqual(sum(s.Misc_VirtualSize for s in self.image.sections if s.IMAGE_SCN_MEM_WRITE), 4096)
+
+    def test_imports_come_from_the_devices_libraries_alone(self):
+        self.assertLessEqual(set(self.imports()), {"coredll.dll", "wininet.dll", "cellcore.dll", "aygshell.dll"})
+
+    def test_windows_ce_exports_every_import(self):
+        for library, imports in self.imports().items():
+            if library == "aygshell.dll":
+                self.assertLessEqual({i.ordinal for i in imports}, HANDHELD_ORDINALS)
+                self.assertTrue(all(i.import_by_ordinal for i in imports))
+                continue
+            self.assertFalse(any(i.import_by_ordinal for i in imports))
+            known = exported_by_device(library.removesuffix(".dll"))
+            self.assertEqual(set(), {i.name.decode() for i in imports} - known)
+
+    def test_lookup_tables_stand_beside_the_slots(self):
+        for entry in self.image.DIRECTORY_ENTRY_IMPORT:
+            lookup, slots = entry.struct.OriginalFirstThunk, entry.struct.FirstThunk
+            size = 4 * (len(entry.imports) + 1)
+            self.assertNotIn(lookup, (0, slots))
+            self.assertEqual(self.image.get_data(lookup, size), self.image.get_data(slots, size))
+            self.assertTrue(self.image.get_section_by_rva(slots).IMAGE_SCN_MEM_WRITE)
+
+    def test_the_second_reader_finds_the_same_imports(self):
+        names = {i.name.decode() for imports in self.imports().values() for i in imports if i.name}
+        self.assertEqual(names, set(re.findall(r"Symbol: (\w+) \(", readobj("--coff-imports", self.file))))
+
+    def test_no_import_makes_a_thread_or_writes_the_registry(self):
+        names = {i.name.decode() for imports in self.imports().values() for i in imports if i.name}
+        self.assertEqual(set(), names & (THREADS | REGISTRY_WRITERS))
+
+    def relocated(self):
+        return [e.rva for block in self.image.DIRECTORY_ENTRY_BASERELOC for e in block.entries if e.type != 0]
+
+    def test_relocated_words_are_addresses_in_the_image(self):
+        base = self.image.OPTIONAL_HEADER.ImageBase
+        places = self.relocated()
+        self.assertEqual(len(places), len(set(places)))
+        for place in places:
+            self.assertEqual(0, place % 4)
+            # One past the end is where an array may end.
+            self.assertIn(self.image.get_dword_at_rva(place) - base,
+                          range(0x1000, self.image.OPTIONAL_HEADER.SizeOfImage + 1))
+
+    def test_every_relocation_is_of_the_one_kind(self):
+        kinds = {e.type for block in self.image.DIRECTORY_ENTRY_BASERELOC for e in block.entries}
+        self.assertLessEqual(kinds, {0, 3})
+        self.assertEqual(len(self.relocated()), readobj("--coff-basereloc", self.file).count("HIGHLOW"))
+
+    def test_no_address_is_left_without_a_relocation(self):
+        base, places = self.image.OPTIONAL_HEADER.ImageBase, set(self.relocated())
+        for section in (".text", ".data", ".rdata"):
+            section = self.section(section)
+            data = section.get_data()[:section.Misc_VirtualSize]
+            for offset in range(0, len(data) - 3, 4):
+                word, = struct.unpack_from("<I", data, offset)
+                if base + 0x1000 <= word < base + self.image.OPTIONAL_HEADER.SizeOfImage:
+                    self.assertIn(section.VirtualAddress + offset, places)
+
+
+class Library(ImageTest, unittest.TestCase):
+    name = "OrvandeOnline.dll"
+
+    def exports(self):
+        return {e.name.decode(): e.address for e in self.image.DIRECTORY_ENTRY_EXPORT.symbols}
+
+    def test_it_is_a_library(self):
+        self.assertTrue(self.image.is_dll())
+
+    def test_it_exports_exactly_the_six_names(self):
+        self.assertEqual({"LMDownloadWebFileProgress", "LMMapShopClose", "LMMapShopGetNext", "LMMapShopSearch",
+                          "x77fc64c7", "xfa704a3f"}, set(self.exports()))
+        self.assertEqual(6, self.image.DIRECTORY_ENTRY_EXPORT.struct.NumberOfFunctions)
+        self.assertEqual(b"OrvandeOnline.dll", self.image.DIRECTORY_ENTRY_EXPORT.name)
+
+    def test_the_names_are_sorted_for_the_loaders_search(self):
+        names = [e.name for e in self.image.DIRECTORY_ENTRY_EXPORT.symbols]
+        self.assertEqual(sorted(names), names)
+
+    def test_the_second_reader_finds_the_same_exports(self):
+        self.assertEqual(set(self.exports()), set(re.findall(r"Name: (\w+)\n", readobj("--coff-exports", self.file))))
+
+    def test_exports_are_arm_code(self):
+        text = self.section(".text")
+        for address in self.exports().values():
+            self.assertEqual(0, address % 4)
+            self.assertIn(address, range(text.VirtualAddress, text.VirtualAddress + text.Misc_VirtualSize))
+
+    def test_the_file_has_64_kb_or_less(self):
+        self.assertLessEqual(self.file.stat().st_size, 65536)
+
+
+if __name__ == "__main__":
+    named_cases.main()

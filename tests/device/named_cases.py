@@ -1,0 +1,39 @@
+"""Runs unittest cases and reports them in GoogleTest's form, so that each of them is counted."""
+import sys
+import time
+import unittest
+
+
+class Result(unittest.TestResult):
+    def startTest(self, test):
+        super().startTest(test)
+        self.began = time.monotonic()
+        print(f"[ RUN      ] {name_of(test)}", flush=True)
+
+    def addSuccess(self, test):
+        self.report("      OK", test)
+
+    def addFailure(self, test, error):
+        super().addFailure(test, error)
+        print(self.failures[-1][1])
+        self.report(" FAILED ", test)
+
+    def addError(self, test, error):
+        super().addError(test, error)
+        print(self.errors[-1][1])
+        self.report(" FAILED ", test)
+
+    def report(self, word, test):
+        print(f"[ {word} ] {name_of(test)} ({int(1000 * (time.monotonic() - self.began))} ms)", flush=True)
+
+
+def name_of(test):
+    return test.id().replace("__main__.", "").replace(".test_", ".")
+
+
+def main():
+    suite = unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])
+    print(f"[==========] Running {suite.countTestCases()} tests from {sys.argv[0]}", flush=True)
+    result = Result()
+    suite.run(result)
+    sys.exit(0 if result.wasSuccessful() and result.testsRun > 0 else 1)
