@@ -24,7 +24,9 @@ elseif(ORVANDE_RING STREQUAL "device")
   # Images are moved by relocations, not by position-independent code.
   set_target_properties(orvande_objects PROPERTIES POSITION_INDEPENDENT_CODE OFF)
   target_link_libraries(orvande_online PRIVATE orvande_objects device_library_start)
-  add_device_image(orvande_online OrvandeOnline.dll LibraryStart EXPORTS ${definitions})
+  add_device_image(orvande_online OrvandeOnline.dll LibraryStart
+    EXPORTS ${definitions}
+    RESOURCES ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
 else()
   # A program on the simulated handheld loads the library and supplies the platform itself, so the library is
   # linked without one. Without unique symbols, which pin it, it can be unloaded again.

@@ -110,14 +110,9 @@ class ImageBuild(unittest.TestCase):
     def test_the_same_elf_file_gives_the_same_image(self):
         image = self.folder / "again.dll"
         result = self.run_tool(sys.executable, DEVICE / "make_image.py", FOLDER / "src/OrvandeOnline.elf", image,
-                               "--exports", SOURCE / "src/frame/Exports.def", *resources())
+                               "--exports", SOURCE / "src/frame/Exports.def", "--resources", FOLDER / "src/orvande_online-resources.o")
         self.assertEqual(0, result.returncode, result.stderr)
         self.assertEqual((FOLDER / "OrvandeOnline.dll").read_bytes(), image.read_bytes())
-
-
-def resources():
-    file = FOLDER / "src/OrvandeOnline.res.o"
-    return ["--resources", file] if file.exists() else []
 
 
 if __name__ == "__main__":

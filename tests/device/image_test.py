@@ -22,6 +22,7 @@ THREADS = {"CreateThread", "ResumeThread", "CreateProcessW", "CreateFiber", "Swi
 REGISTRY_WRITERS = {"RegCreateKeyExW", "RegDeleteKeyW", "RegDeleteValueW", "RegSetValueExW", "RegFlushKey",
                     "RegCopyFile", "RegRestoreFile", "RegSaveKey", "RegReplaceKey", "WriteRegistryToOEM"}
 HANDHELD_ORDINALS = {9, 34, 56, 97}
+MENU, DIALOG, STRING, RCDATA, VERSION = 4, 5, 6, 10, 16
 
 
 def readobj(option, file):
@@ -170,6 +171,30 @@ class Library(ImageTest, unittest.TestCase):
         for address in self.exports().values():
             self.assertEqual(0, address % 4)
             self.assertIn(address, range(text.VirtualAddress, text.VirtualAddress + text.Misc_VirtualSize))
+
+    def resources(self):
+        """The bytes of each resource by type and number."""
+        return {(kind.id, name.id): self.image.get_data(language.data.struct.OffsetToData, language.data.struct.Size)
+                for kind in self.image.DIRECTORY_ENTRY_RESOURCE.entries for name in kind.directory.entries
+                for language in name.directory.entries}
+
+    def test_it_has_the_dialogs_menus_and_texts(self):
+        texts_from_2000 = 2000 // 16 + 1
+        self.assertEqual({(MENU, 107), (MENU, 115), (DIALOG, 107), (DIALOG, 108), (STRING, texts_from_2000),
+                          (RCDATA, 107), (RCDATA, 115), (VERSION, 1)}, set(self.resources()))
+        for number, text in ((107, "Sign in to Your Account"), (108, "Create Account")):
+            self.assertIn(text.encode("utf-16-le"), self.resources()[DIALOG, number])
+        self.assertIn("Sign in".encode("utf-16-le"), self.resources()[STRING, texts_from_2000])
+        self.assertEqual((107, 2), struct.unpack_from("<HH", self.resources()[RCDATA, 107]))
+
+    def test_its_version_tells_its_name(self):
+        strings = {key: value for info in self.image.FileInfo[0] if info.Key == b"StringFileInfo"
+                   for table in info.StringTable for key, value in table.entries.items()}
+        self.assertEqual(b"OrvandeOnline.dll", strings[b"OriginalFilename"])
+        self.assertRegex(strings[b"FileVersion"], rb"^\d+\.\d+\.\d+$")
+
+    def test_the_second_reader_finds_as_many_resources(self):
+        self.assertIn(f"Total Number of Resources: {len(self.resources())}\n", readobj("--coff-resources", self.file))
 
     def test_the_file_has_64_kb_or_less(self):
         self.assertLessEqual(self.file.stat().st_size, 65536)
