@@ -21,7 +21,10 @@ void DialogTest::TearDown() {
 }
 
 void DialogTest::UseFrench(std::string_view records) {
-    languageFile = ProgramFolder() + L"\\orvande-dialog-tests.French.txt";
+    WCHAR program[MAX_PATH]{};
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    const std::wstring path = program;
+    languageFile = path.substr(0, path.rfind(L'.')) + L".French.txt";
     PutFile(languageFile, records);
     SetRegistryValue(HKEY_CURRENT_USER, L"Software\\Orvande", L"Language", REG_SZ,
                      BytesOf(std::wstring(L"French\0", 7)));
