@@ -28,15 +28,6 @@ void Require(bool done, const char* what) {
     std::abort();
 }
 
-WideString NewFolder() {
-    WCHAR temporary[MAX_PATH + 1];
-    const DWORD length = GetTempPathW(MAX_PATH + 1, temporary);
-    Require(length > 0 && length <= MAX_PATH, "GetTempPath");
-    WideString path = WideString(temporary) + L"orvande-" + std::to_wstring(GetCurrentProcessId());
-    Require(CreateDirectoryW(path.c_str(), nullptr), "CreateDirectory");
-    return path;
-}
-
 void RemoveFolder(const WideString& path) {
     WIN32_FIND_DATAW entry;
     const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &entry);
@@ -55,6 +46,17 @@ void RemoveFolder(const WideString& path) {
     } while (FindNextFileW(search, &entry));
     FindClose(search);
     EXPECT_TRUE(RemoveDirectoryW(path.c_str()));
+}
+
+WideString NewFolder() {
+    WCHAR temporary[MAX_PATH + 1];
+    const DWORD length = GetTempPathW(MAX_PATH + 1, temporary);
+    Require(length > 0 && length <= MAX_PATH, "GetTempPath");
+    WideString path = WideString(temporary) + L"orvande-" + std::to_wstring(GetCurrentProcessId());
+    // What a process of the same number left behind is not part of the test.
+    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) RemoveFolder(path);
+    Require(CreateDirectoryW(path.c_str(), nullptr), "CreateDirectory");
+    return path;
 }
 
 /* Opens a key for writing; those on its path that are not there are made, and remembered. */

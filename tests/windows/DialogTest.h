@@ -18,7 +18,7 @@ protected:
     void UseFrench(std::string_view records);
 
     /* Shows a dialog to a user, and gives its result. */
-    int Show(Dialog& dialog, ScreenUser::Script script, HWND parent = nullptr);
+    static int Show(Dialog& dialog, ScreenUser::Script script, HWND parent = nullptr);
 
     /* What the stand-in shell was asked for since the test began. */
     static StandInShellRecord ShellCalls();

@@ -21,6 +21,15 @@ LRESULT CALLBACK NoteMessage(int code, WPARAM wParam, LPARAM lParam) {
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
+/* The icon of a message box, or null. */
+HICON IconOf(HWND box) {
+    for (HWND child = GetWindow(box, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        const LRESULT icon = SendMessageW(child, STM_GETICON, 0, 0);
+        if (icon != 0) return reinterpret_cast<HICON>(icon);
+    }
+    return nullptr;
+}
+
 struct WindowSearch {
     const std::wstring& windowClass;
     std::vector<HWND> found;
@@ -113,14 +122,16 @@ HMENU ScreenUser::WaitForMenu() const {
     return reinterpret_cast<HMENU>(SendMessageW(menus.front(), getMenu, 0, 0));
 }
 
-ScreenUser::Message ScreenUser::TakeMessage(const std::wstring& caption) const {
+ScreenUser::Message ScreenUser::ReadMessage(const std::wstring& caption) const {
     constexpr int textControl = 0xFFFF;
-    constexpr int iconControl = 20;
     const HWND box = WaitForDialog(caption);
-    const LRESULT icon = SendDlgItemMessageW(box, iconControl, STM_GETIMAGE, IMAGE_ICON, 0);
-    Message message{TextOf(box, textControl), reinterpret_cast<HICON>(icon), GetWindow(box, GW_OWNER)};
-    PostMessageW(box, WM_COMMAND, IDOK, 0);
-    WaitUntil("the end of the box", [&] { return !IsWindow(box); });
+    return {box, TextOf(box, textControl), IconOf(box), GetWindow(box, GW_OWNER)};
+}
+
+ScreenUser::Message ScreenUser::TakeMessage(const std::wstring& caption) const {
+    Message message = ReadMessage(caption);
+    PostMessageW(message.box, WM_COMMAND, IDOK, 0);
+    WaitUntil("the end of the box", [&] { return !IsWindow(message.box); });
     return message;
 }
 
@@ -131,9 +142,12 @@ std::vector<HWND> WindowsOf(DWORD thread, const std::wstring& windowClass) {
 }
 
 std::wstring TextOf(HWND window) {
-    WCHAR text[500]{};
-    const LRESULT length = SendMessageW(window, WM_GETTEXT, 500, reinterpret_cast<LPARAM>(text));
-    return {text, static_cast<size_t>(length)};
+    const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
+    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
+    const LRESULT taken =
+        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<size_t>(taken));
+    return text;
 }
 
 std::wstring TextOf(HWND dialog, int control) {
@@ -144,6 +158,7 @@ void Type(HWND dialog, int control, const std::wstring& text) {
     const HWND field = GetDlgItem(dialog, control);
     SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
     SendMessageW(field, EM_SETSEL, 0, -1);
+    SendMessageW(field, WM_CLEAR, 0, 0);
     for (const WCHAR unit : text)
         SendMessageW(field, WM_CHAR, unit, 1);
 }

@@ -32,12 +32,17 @@ public:
     /* Waits until the condition holds; it is looked at whenever a message has been handled. */
     void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
 
-    /* Reads a message box, and closes it with OK. */
     struct Message {
+        HWND box;
         std::wstring text;
-        HICON icon;
+        HICON icon; /* null: none is shown */
         HWND owner;
     };
+
+    /* The message box with that caption. */
+    Message ReadMessage(const std::wstring& caption) const;
+
+    /* As above, and closes the box with OK. */
     Message TakeMessage(const std::wstring& caption) const;
 
 private:
