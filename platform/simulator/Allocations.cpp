@@ -3,6 +3,7 @@
 #include "Allocations.h"
 
 #include <new>
+#include <utility>
 
 #include "Device.h"
 #include "Violations.h"
@@ -20,6 +21,13 @@ struct Gate {
 
 // Constant-initialised and trivially destroyed: operator new is called before main and after it.
 thread_local constinit Gate gate;
+
+/* The gate without a watch. The simulator may be at work: a script of a user may hold a watch. */
+void Open() {
+    const int ownWork = gate.ownWork;
+    gate = Gate{};
+    gate.ownWork = ownWork;
+}
 
 }  // namespace
 
@@ -42,6 +50,12 @@ OwnWork::~OwnWork() {
     --gate.ownWork;
 }
 
+LibraryWork::LibraryWork() noexcept : suspended_(std::exchange(gate.ownWork, 0)) {}
+
+LibraryWork::~LibraryWork() {
+    gate.ownWork = suspended_;
+}
+
 }  // namespace simulator
 
 void AllocationWatch::Start() {
@@ -50,11 +64,14 @@ void AllocationWatch::Start() {
         simulator::Violate("an AllocationWatch begins while another one is on");
         return;
     }
-    gate = Gate{};
+    Open();
     gate.watching = true;
-    ::operator delete(::operator new(1));
+    {
+        const simulator::LibraryWork libraryWork;
+        ::operator delete(::operator new(1));
+    }
     const bool counts = gate.count == 1;
-    gate = Gate{};
+    Open();
     if (!counts) {
         simulator::Violate("AllocationWatch counts nothing: the program does not link simulator_allocations");
         return;
@@ -89,5 +106,5 @@ void AllocationWatch::Stop() {
     running_ = false;
     count_ = gate.count;
     failed_ = gate.refused;
-    gate = Gate{};
+    Open();
 }

@@ -15,4 +15,17 @@ public:
     ~OwnWork();
 };
 
+/* While one exists on this thread, allocations count again although the simulator is at work: it has called
+ * back into the library. */
+class LibraryWork {
+public:
+    LibraryWork() noexcept;
+    LibraryWork(const LibraryWork&) = delete;
+    LibraryWork& operator=(const LibraryWork&) = delete;
+    ~LibraryWork();
+
+private:
+    int suspended_;
+};
+
 }  // namespace simulator

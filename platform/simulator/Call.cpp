@@ -23,7 +23,7 @@ namespace simulator {
 Call::Call(const char* function)
     : function_(function), text_(function), orderedError_(OrderedFailure(function)) {}
 
-void Call::Arguments(std::initializer_list<std::string> arguments) {
+void Call::Arguments(const std::vector<std::string>& arguments) {
     text_ += '(';
     const char* separator = "";
     for (const std::string& argument : arguments) {
@@ -35,6 +35,10 @@ void Call::Arguments(std::initializer_list<std::string> arguments) {
 
 void Call::Write(const std::string& result) {
     Journal::Current().Add(function_, text_ + " = " + result);
+}
+
+void Call::Done() {
+    Journal::Current().Add(function_, text_);
 }
 
 void Call::Violates(const std::string& what) const {

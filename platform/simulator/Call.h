@@ -2,9 +2,9 @@
 
 #include "Platform.h"
 
-#include <initializer_list>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Allocations.h"
 
@@ -17,7 +17,7 @@ public:
     explicit Call(const char* function);
 
     /* The arguments as the journal shows them: the first thing to say about a call. */
-    void Arguments(std::initializer_list<std::string> arguments);
+    void Arguments(const std::vector<std::string>& arguments);
 
     /* Whether a test ordered this call to fail; the error is then to be passed on. */
     bool MustFail() const { return orderedError_.has_value(); }
@@ -44,6 +44,9 @@ public:
 
     /* For functions whose result is an error code; the last error stays. */
     LONG Code(DWORD error) { return Returns(static_cast<LONG>(error), std::to_string(error)); }
+
+    /* Writes the line of a function without a result. */
+    void Done();
 
     /* A violation in this call. */
     void Violates(const std::string& what) const;

@@ -1,11 +1,17 @@
 #include "Device.h"
 
 #include "ConnectionManager.h"
+#include "Dialogs.h"
 #include "Failures.h"
 #include "Handles.h"
 #include "Journal.h"
+#include "Menus.h"
 #include "Modules.h"
+#include "Processes.h"
 #include "Registry.h"
+#include "Resources.h"
+#include "Screen.h"
+#include "Scripts.h"
 #include "Storage.h"
 #include "User.h"
 #include "Violations.h"
@@ -15,12 +21,17 @@ namespace {
 
 void Reset() {
     simulator::ResetConnectionManager();
+    simulator::ResetDialogs();
     simulator::ResetFailures();
     simulator::ResetModules();
+    simulator::ResetPrograms();
     simulator::ResetRegistry();
+    simulator::ResetResources();
+    simulator::ResetScripts();
     simulator::ResetSpecialFolders();
     simulator::ResetUser();
     simulator::ResetWeb();
+    simulator::Screen::Current().Reset();
 }
 
 }  // namespace
@@ -43,10 +54,13 @@ void Device::BeginTest() {
 void Device::EndTest() {
     simulator::ResetFailures();
     simulator::ReportOpenFiles();
+    simulator::Screen::Current().ReportLeaks();
+    simulator::ReportMenus();
     for (const std::string& name : simulator::Handles::Current().CloseLeaks()) {
         simulator::Violate(name + " is still open at the end of the test");
     }
     simulator::ReportUser();
+    simulator::ReportScripts();
     Reset();
     simulator::Storage::Current().EndTest();
 }

@@ -47,6 +47,11 @@ std::string Handles::NameOf(const void* handle) const {
     return found != closed_.end() ? "closed " + found->second : "unknown handle " + PointerText(handle);
 }
 
+bool Handles::IsKnown(const void* handle) const {
+    void* const key = const_cast<void*>(handle);
+    return Lookup(key) != nullptr || closed_.contains(key);
+}
+
 void Handles::ReportWrong(void* handle, const Call& call) const {
     call.Violates(NameOf(handle) + (Lookup(handle) != nullptr ? " is of the wrong kind" : " is not open"));
 }

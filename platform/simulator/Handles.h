@@ -53,6 +53,16 @@ public:
     /* How the journal names the handle: its name, null, or what is wrong with it. */
     std::string NameOf(const void* handle) const;
 
+    /* Whether the handle is open, or was in this test. */
+    bool IsKnown(const void* handle) const;
+
+    /* Shows every open handle with its object. */
+    template <class Visitor>
+    void ForEach(const Visitor& visitor) const {
+        for (const auto& [handle, object] : open_)
+            visitor(handle, *object);
+    }
+
     /* All that is open becomes "earlier", the numbers begin at 1 again. */
     void BeginTest();
 

@@ -9,6 +9,9 @@ namespace simulator {
 /* How the journal names a module: library, program, null or its value. */
 std::string ModuleName(HMODULE module);
 
+/* Whether the module's resources can be reached: null is the program. */
+bool IsLoaded(HMODULE module);
+
 void ResetModules();
 
 }  // namespace simulator

@@ -10,6 +10,7 @@
 
 #include "Call.h"
 #include "Handles.h"
+#include "Processes.h"
 #include "Storage.h"
 #include "Text.h"
 
@@ -143,7 +144,8 @@ BOOL WINAPI WriteFile(HANDLE handle, LPCVOID data, DWORD size, LPDWORD written, 
 BOOL WINAPI CloseHandle(HANDLE handle) {
     Call call("CloseHandle");
     call.Arguments({Handles::Current().NameOf(handle)});
-    if (Handles::Current().Find<SystemFile>(handle, call) == nullptr) return call.False(ERROR_INVALID_HANDLE);
+    if (!simulator::IsProcess(handle) && Handles::Current().Find<SystemFile>(handle, call) == nullptr)
+        return call.False(ERROR_INVALID_HANDLE);
     Handles::Current().Close(handle);
     return call.MustFail() ? call.False(call.OrderedError()) : call.True();
 }

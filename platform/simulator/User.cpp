@@ -8,6 +8,7 @@
 
 #include "Call.h"
 #include "Device.h"
+#include "Screen.h"
 #include "Text.h"
 #include "Violations.h"
 
@@ -59,13 +60,16 @@ std::vector<int> ButtonsOf(UINT flags) {
 
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
     Call call("MessageBoxW");
-    call.Arguments({simulator::PointerText(owner), simulator::Quoted(text), simulator::Quoted(caption),
-                    simulator::Hex8(flags)});
+    const std::string ownerName = simulator::WindowName(owner);
+    call.Arguments({ownerName, simulator::Quoted(text), simulator::Quoted(caption), simulator::Hex8(flags)});
     if (call.MustFail()) return call.Fails(0, "0", call.OrderedError());
+    // An owner that the simulator never gave out is a window of the application.
+    if (simulator::Handles::Current().IsKnown(owner) &&
+        simulator::Screen::Current().Find(owner, call) == nullptr)
+        return call.Fails(0, "0", ERROR_INVALID_WINDOW_HANDLE);
     User& user = CurrentUser();
     const std::u16string shownCaption = caption != nullptr ? caption : u"Error";
-    user.boxes.push_back(
-        {owner, simulator::TextOrEmpty(text), shownCaption, flags, 0, simulator::PointerText(owner)});
+    user.boxes.push_back({owner, simulator::TextOrEmpty(text), shownCaption, flags, 0, ownerName});
     if (user.answers.empty()) {
         call.Violates("nobody expected this message box");
         return call.Returns(0, "0");
