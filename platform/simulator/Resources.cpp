@@ -117,7 +117,9 @@ std::u16string_view StringOf(HMODULE module, UINT id) {
         reader.Skip(size_t{reader.Word()} * sizeof(WCHAR));
     const size_t length = reader.Word();
     const std::string_view units = reader.Bytes(length * sizeof(WCHAR));
-    return {reinterpret_cast<const char16_t*>(units.data()), units.size() / sizeof(WCHAR)};
+    // A block holds nothing but units, so that each of them is aligned.
+    const void* const first = units.data();
+    return {static_cast<const char16_t*>(first), units.size() / sizeof(WCHAR)};
 }
 
 std::string ResourceText(const ResourceId& id) {
