@@ -201,8 +201,11 @@ TEST_F(AccountSignIn, BackKeyDeletesInTheFieldAndClosesNothing) {
 TEST_F(AccountSignIn, CommandsWithANotificationCodeAreNotTheMenus) {
     EXPECT_FALSE(SignInAs([](const ScreenUser& user) {
         const HWND dialog = user.WaitForDialog(signInCaption);
-        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(NEW_ACCOUNT_COMMAND, 1), 0);
-        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(FORGOT_COMMAND, 1), 0);
+        for (const int command : {NEW_ACCOUNT_COMMAND, FORGOT_COMMAND}) {
+            DWORD_PTR ignored = 0;
+            EXPECT_TRUE(SendMessageTimeoutW(dialog, WM_COMMAND, MAKEWPARAM(command, 1), 0, SMTO_NORMAL, 10000,
+                                            &ignored));
+        }
         EXPECT_TRUE(IsWindowEnabled(dialog));
         ChooseCancel(user, dialog);
     }));
