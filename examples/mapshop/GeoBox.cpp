@@ -4,6 +4,8 @@
 #include <cwchar>
 #include <iterator>
 
+#include "NumberText.h"
+
 namespace {
 
 constexpr int32_t unitsPerDegree = 100000;
@@ -32,11 +34,12 @@ std::wstring ReadEdge(const std::wstring& text, const Edge& edge, int32_t& units
     }
     const double degrees = std::wcstod(text.c_str(), nullptr);
     if (std::abs(degrees) > edge.limit) {
-        const std::wstring limit = std::to_wstring(edge.limit);
+        const std::wstring limit = DecimalText(edge.limit);
         return text + L" is out of range: " + edge.name + L" lies between -" + limit + L" and " + limit +
                L" degrees.";
     }
-    units = static_cast<int32_t>(std::lround(degrees * unitsPerDegree));
+    // To the nearest unit, without lround, which the device's runtime does not have.
+    units = static_cast<int32_t>(degrees * unitsPerDegree + (degrees < 0 ? -0.5 : 0.5));
     return {};
 }
 
@@ -57,7 +60,7 @@ ParsedBoxes ParseBoxes(const std::vector<std::wstring>& degrees) {
     const size_t count = degrees.size();
     if (count % std::size(edges) != 0) {
         return {{},
-                L"A box has four numbers, SOUTH WEST NORTH EAST; " + std::to_wstring(count) +
+                L"A box has four numbers, SOUTH WEST NORTH EAST; " + DecimalText(count) +
                     (count == 1 ? L" was given." : L" were given.")};
     }
     ParsedBoxes parsed;

@@ -2,13 +2,15 @@
 
 #include <windows.h>
 
+#include "NumberText.h"
+
 namespace {
 
 /* A file that is closed at the end of this object's life. */
 class FileHandle {
 public:
-    FileHandle(const std::wstring& path, DWORD access, DWORD creation, DWORD flags = FILE_ATTRIBUTE_NORMAL)
-        : handle(CreateFileW(path.c_str(), access, 0, nullptr, creation, flags, nullptr)),
+    FileHandle(const std::wstring& path, DWORD access, DWORD creation)
+        : handle(CreateFileW(path.c_str(), access, 0, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr)),
           error(handle == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS) {}
     ~FileHandle() {
         if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
@@ -38,7 +40,7 @@ std::wstring Reason(DWORD error) {
         case ERROR_DISK_FULL:
             return L"there is no room for it";
         default:
-            return L"Windows error " + std::to_wstring(error);
+            return L"Windows error " + DecimalText(error);
     }
 }
 
@@ -50,7 +52,7 @@ std::wstring Problem(const std::wstring& path, DWORD error) {
 std::wstring WhyNotOverwritten(const std::wstring& path, DWORD attributes) {
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return path + L" is a folder.";
     if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return path + L" is read-only.";
-    return Problem(path, FileHandle(path, GENERIC_WRITE | DELETE, OPEN_EXISTING).Error());
+    return Problem(path, FileHandle(path, GENERIC_WRITE, OPEN_EXISTING).Error());
 }
 
 }  // namespace
@@ -67,8 +69,9 @@ std::wstring WhyNotReplaceable(const std::wstring& path) {
 std::wstring WhyNotWritable(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES) return WhyNotOverwritten(path, attributes);
-    return Problem(path,
-                   FileHandle(path, GENERIC_WRITE | DELETE, CREATE_NEW, FILE_FLAG_DELETE_ON_CLOSE).Error());
+    const DWORD error = FileHandle(path, GENERIC_WRITE, CREATE_ALWAYS).Error();
+    if (error == ERROR_SUCCESS) DeleteFileW(path.c_str());
+    return Problem(path, error);
 }
 
 std::wstring SaveFile(const std::wstring& path, std::span<const uint8_t> bytes) {

@@ -2,8 +2,21 @@
 
 #include <limits>
 
+// Not std::to_wstring, which calls vswprintf: with other parameters on the device than anywhere else.
+std::wstring DecimalText(int64_t number) {
+    // The least number has no positive counterpart.
+    auto rest = static_cast<uint64_t>(number);
+    if (number < 0) rest = 0 - rest;
+    std::wstring digits;
+    do {
+        digits.insert(digits.begin(), static_cast<wchar_t>(L'0' + rest % 10));
+        rest /= 10;
+    } while (rest != 0);
+    return number < 0 ? L"-" + digits : digits;
+}
+
 std::wstring GroupedDigits(int64_t number) {
-    std::wstring digits = std::to_wstring(number);
+    std::wstring digits = DecimalText(number);
     const size_t sign = number < 0 ? 1U : 0U;
     for (size_t end = digits.size(); end > sign + 3; end -= 3)
         digits.insert(end - 3, L",");

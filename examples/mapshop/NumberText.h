@@ -5,6 +5,9 @@
 #include <optional>
 #include <string>
 
+/* 1234567 as "1234567". */
+std::wstring DecimalText(int64_t number);
+
 /* 1234567 as "1,234,567". */
 std::wstring GroupedDigits(int64_t number);
 

@@ -1,5 +1,7 @@
 #include "OnlineLibrary.h"
 
+#include "NumberText.h"
+
 namespace {
 
 constexpr wchar_t libraryName[] = L"OrvandeOnline.dll";
@@ -20,7 +22,7 @@ std::wstring LoadProblem(const std::wstring& path, DWORD error) {
     if (error == ERROR_MOD_NOT_FOUND) {
         return path + L" cannot be loaded: aygshell.dll or cellcore.dll, which belong beside it, is missing.";
     }
-    return path + L" cannot be loaded (Windows error " + std::to_wstring(error) + L").";
+    return path + L" cannot be loaded (Windows error " + DecimalText(error) + L").";
 }
 
 std::wstring WidenedName(const char* name) {

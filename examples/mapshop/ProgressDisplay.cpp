@@ -1,7 +1,6 @@
 #include "ProgressDisplay.h"
 
 #include <algorithm>
-#include <cwchar>
 
 #include "Console.h"
 #include "NumberText.h"
@@ -22,11 +21,10 @@ int Percent(const DownloadProgress& progress) {
     return static_cast<int>(part * 100);
 }
 
-/* `value` with one digit after the point. */
+/* `value`, not negative, with one digit after the point. */
 std::wstring OneDecimal(double value) {
-    wchar_t text[40];
-    const int length = swprintf(text, std::size(text), L"%.1f", value);
-    return {text, static_cast<size_t>(std::max(length, 0))};
+    const auto tenths = static_cast<int64_t>(value * 10 + 0.5);
+    return DecimalText(tenths / 10) + L"." + DecimalText(tenths % 10);
 }
 
 std::wstring RateText(double bytesPerSecond) {
@@ -38,15 +36,15 @@ std::wstring RateText(double bytesPerSecond) {
 }
 
 std::wstring TwoDigits(int64_t number) {
-    return (number < 10 ? L"0" : L"") + std::to_wstring(number);
+    return (number < 10 ? L"0" : L"") + DecimalText(number);
 }
 
 /* As minutes:seconds, or hours:minutes:seconds. */
 std::wstring DurationText(int64_t seconds) {
     const std::wstring end = L":" + TwoDigits(seconds % 60);
     const int64_t minutes = seconds / 60;
-    if (minutes < 60) return std::to_wstring(minutes) + end;
-    return std::to_wstring(minutes / 60) + L":" + TwoDigits(minutes % 60) + end;
+    if (minutes < 60) return DecimalText(minutes) + end;
+    return DecimalText(minutes / 60) + L":" + TwoDigits(minutes % 60) + end;
 }
 
 std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed) {
@@ -68,7 +66,7 @@ std::wstring ProgressText(const DownloadProgress& progress, milliseconds elapsed
     if (progress.totalBytes < 0) {
         return BytesText(progress.bytesReceived) + L" of an unknown length" + speed;
     }
-    return std::to_wstring(Percent(progress)) + L"%  " + GroupedDigits(progress.bytesReceived) + L" of " +
+    return DecimalText(Percent(progress)) + L"%  " + GroupedDigits(progress.bytesReceived) + L" of " +
            BytesText(progress.totalBytes) + speed;
 }
 

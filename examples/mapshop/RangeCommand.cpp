@@ -54,7 +54,7 @@ ExitCode ReportFailure(int32_t result, bool wasInterrupted, const WebArguments& 
                    L" or this part of it.");
     } else {
         PrintError(L"The reply broke off: " + path + L" has no " + BytesText(range.length) + L" from byte " +
-                   std::to_wstring(range.offset) + L" on, or the connection was lost.");
+                   DecimalText(range.offset) + L" on, or the connection was lost.");
     }
     return exitNoAnswer;
 }
@@ -80,8 +80,8 @@ ExitCode Deliver(const WebArguments& arguments, const Range& range, std::span<co
         PrintError(problem);
         return exitNotWritten;
     }
-    PrintLine(BytesText(range.length) + L" from byte " + std::to_wstring(range.offset) + L" on saved as " +
-              file + L".");
+    PrintLine(BytesText(range.length) + L" from byte " + DecimalText(range.offset) + L" on saved as " + file +
+              L".");
     return exitDone;
 }
 

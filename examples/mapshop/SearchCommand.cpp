@@ -9,7 +9,7 @@
 namespace {
 
 std::wstring Counted(int64_t count, const std::wstring& noun) {
-    return std::to_wstring(count) + L" " + noun + (count == 1 ? L"" : L"s");
+    return DecimalText(count) + L" " + noun + (count == 1 ? L"" : L"s");
 }
 
 struct Results {

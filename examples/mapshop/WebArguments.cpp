@@ -1,5 +1,7 @@
 #include "WebArguments.h"
 
+#include "NumberText.h"
+
 namespace {
 
 constexpr wchar_t defaultHost[] = MAPSHOP_DEFAULT_HOST;
@@ -61,7 +63,7 @@ WebArguments ParseWebArguments(const std::vector<std::wstring>& arguments, size_
     if (!parsed.problem.empty()) return parsed;
     const size_t count = parsed.operands.size();
     if (count < least || count > most) {
-        parsed.problem = L"Wanted is " + form + L"; " + std::to_wstring(count) +
+        parsed.problem = L"Wanted is " + form + L"; " + DecimalText(count) +
                          (count == 1 ? L" argument was given." : L" arguments were given.");
         return parsed;
     }

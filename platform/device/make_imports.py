@@ -11,6 +11,9 @@ import table of the slots that are left when the linker has dropped what nobody 
 import re
 import sys
 
+# They exist, but with other parameters than standard C gives them.
+DIFFERENT = {"swprintf", "vswprintf"}
+
 MACRO = """\
     .macro import library, function, slot
     .pushsection .text.import.\\function, "ax", %progbits
@@ -40,7 +43,7 @@ def imports(library, path):
         for line in lines:
             ordinal, name = line.rstrip("\n").split("\t")
             # The names of another compiler's C++ functions are of no use here.
-            if re.fullmatch(r"[A-Za-z_]\w*", name):
+            if re.fullmatch(r"[A-Za-z_]\w*", name) and name not in DIFFERENT:
                 slot = f"#{ordinal}" if by_ordinal else name
                 yield f'    import {library}, {name}, "{library}!{slot}"\n'
 

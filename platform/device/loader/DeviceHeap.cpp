@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <unordered_map>
 
 #include "Allocations.h"
@@ -69,4 +70,10 @@ void DeviceFree(void* block) {
 
 size_t DeviceHeapBlocks() {
     return Blocks().size();
+}
+
+void CheckHeap(size_t earlierBlocks) {
+    const size_t blocks = DeviceHeapBlocks();
+    if (blocks <= earlierBlocks) return;
+    simulator::Violate(std::to_string(blocks - earlierBlocks) + " blocks were left on the heap");
 }

@@ -11,3 +11,6 @@ void DeviceFree(void* block);
 
 /* The number of blocks that have not been given back. */
 size_t DeviceHeapBlocks();
+
+/* Reports it as a violation when there are more blocks than `earlierBlocks`. */
+void CheckHeap(size_t earlierBlocks);

@@ -2,11 +2,12 @@
 
 #include "Imports.h"
 
-#include <cstdlib>
+#include <cmath>
 #include <map>
 #include <string>
 
 #include "DeviceHeap.h"
+#include "ProgramFunctions.h"
 
 namespace {
 
@@ -69,6 +70,7 @@ void AddWideRuntime(Functions& functions) {
 void AddSystem(Functions& functions) {
     functions.insert({
         FUNCTION(CloseHandle),
+        FUNCTION(CreateDirectoryW),
         FUNCTION(CreateFileW),
         FUNCTION(DeleteFileW),
         FUNCTION(GetFileAttributesW),
@@ -88,10 +90,50 @@ void AddSystem(Functions& functions) {
     });
 }
 
-/* Ends the test program: what an image does when it cannot go on. */
-BOOL WINAPI EndProcess(HANDLE /*process*/, UINT exitCode) {
-    std::fprintf(stderr, "the image ended its process with the code %u\n", exitCode);
-    std::abort();
+/* Windows, dialogs, menus and resources. */
+void AddUserInterface(Functions& functions) {
+    functions.insert({
+        FUNCTION(CallWindowProcW),
+        FUNCTION(DestroyWindow),
+        FUNCTION(DialogBoxIndirectParamW),
+        FUNCTION(EndDialog),
+        FUNCTION(FindResourceW),
+        FUNCTION(GetDlgItem),
+        FUNCTION(GetDlgItemTextW),
+        FUNCTION(GetMenuItemInfoW),
+        FUNCTION(GetSubMenu),
+        FUNCTION(GetWindow),
+        FUNCTION(GetWindowLongW),
+        FUNCTION(GetWindowTextW),
+        FUNCTION(IsWindow),
+        FUNCTION(LoadResource),
+        FUNCTION(LoadStringW),
+        FUNCTION(SendDlgItemMessageW),
+        FUNCTION(SendMessageW),
+        FUNCTION(SetFocus),
+        FUNCTION(SetMenuItemInfoW),
+        FUNCTION(SetWindowLongW),
+        FUNCTION(SetWindowTextW),
+        {"ShellExecuteEx", Address(&ShellExecuteExW)},
+        FUNCTION(WaitForSingleObject),
+    });
+}
+
+/* What only programs call. */
+void AddProgramFunctions(Functions& functions) {
+    functions.insert({
+        {"_getstdfilex", Address(&StandardStream)},
+        {"FreeLibrary", Address(&FreeImage)},
+        {"GetProcAddressA", Address(&FindExport)},
+        {"LoadLibraryW", Address(&LoadImageAtPath)},
+        {"puts", Address(&PutLine)},
+        {"wcstod", Address(&NumberAt)},
+        FUNCTION(fputs),
+        FUNCTION(GetTickCount),
+        FUNCTION(TerminateProcess),
+        FUNCTION(WideCharToMultiByte),
+        {"floor", Address<double, double>(&std::floor)},
+    });
 }
 
 Functions Coredll() {
@@ -99,7 +141,8 @@ Functions Coredll() {
     AddRuntime(functions);
     AddWideRuntime(functions);
     AddSystem(functions);
-    functions.emplace("TerminateProcess", Address(&EndProcess));
+    AddUserInterface(functions);
+    AddProgramFunctions(functions);
     return functions;
 }
 
@@ -120,7 +163,12 @@ Functions Cellcore() {
 }
 
 Functions Aygshell() {
-    return {{"#9", Address(&SHInitExtraControls)}};
+    return {
+        {"#9", Address(&SHInitExtraControls)},
+        {"#34", Address(&SHCreateMenuBar)},
+        {"#56", Address(&SHInitDialog)},
+        {"#97", Address(&SHSendBackToFocusWindow)},
+    };
 }
 
 }  // namespace

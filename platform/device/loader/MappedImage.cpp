@@ -20,10 +20,6 @@ constexpr uint32_t subsystemField = 24 + 68;
 constexpr uint32_t directories = 24 + 96;
 constexpr uint32_t sectionTable = directories + 16 * 8;
 
-constexpr size_t exportDirectory = 0;
-constexpr size_t importDirectory = 1;
-constexpr size_t relocationDirectory = 5;
-
 constexpr uint16_t armMachine = 0x1C0;
 constexpr uint16_t windowsCeSubsystem = 9;
 
@@ -133,9 +129,7 @@ MappedImage::~MappedImage() = default;
 
 template <class Type>
 Type& MappedImage::At(uint32_t offset) const {
-    if (offset > size_ || sizeof(Type) > size_ - offset) {
-        throw ImageError("a table of the image points out of it");
-    }
+    BytesAt(offset, sizeof(Type));
     return *reinterpret_cast<Type*>(base_ + offset);
 }
 
@@ -145,12 +139,13 @@ const char* MappedImage::TextAt(uint32_t offset) const {
     return text;
 }
 
-uint32_t MappedImage::DirectoryOf(size_t number) const {
-    return At<uint32_t>(headers_ + directories + 8 * static_cast<uint32_t>(number));
+uint32_t MappedImage::DirectoryOf(Directory directory) const {
+    return At<uint32_t>(headers_ + directories + 8 * static_cast<uint32_t>(directory));
 }
 
-uint32_t MappedImage::DirectorySize(size_t number) const {
-    return At<uint32_t>(headers_ + directories + 8 * static_cast<uint32_t>(number) + 4);
+std::string_view MappedImage::BytesAt(uint32_t offset, size_t size) const {
+    if (offset > size_ || size > size_ - offset) throw ImageError("a table of the image points out of it");
+    return {reinterpret_cast<const char*>(base_ + offset), size};
 }
 
 void MappedImage::CopySections(const std::vector<char>& file) const {
@@ -171,8 +166,8 @@ void MappedImage::CopySections(const std::vector<char>& file) const {
 
 void MappedImage::Relocate() const {
     const auto distance = static_cast<uint32_t>(base_ - preferredBase_);
-    const uint32_t begin = DirectoryOf(relocationDirectory);
-    const uint32_t end = begin + DirectorySize(relocationDirectory);
+    const uint32_t begin = DirectoryOf(relocations);
+    const uint32_t end = begin + At<uint32_t>(headers_ + directories + 8 * relocations + 4);
     if (begin == end && distance != 0) throw ImageError("the image cannot be moved from its base");
     for (uint32_t block = begin; block < end;) {
         const auto page = At<uint32_t>(block);
@@ -189,7 +184,7 @@ void MappedImage::Relocate() const {
 }
 
 void MappedImage::BindImports(const Resolver& resolve) const {
-    const uint32_t table = DirectoryOf(importDirectory);
+    const uint32_t table = DirectoryOf(imports);
     if (table == 0) return;
     for (uint32_t i = 0; At<ImportDescriptor>(table + i * 20).library != 0; ++i) {
         const auto& descriptor = At<ImportDescriptor>(table + i * 20);
@@ -223,8 +218,8 @@ void* MappedImage::Entry() const {
 }
 
 void* MappedImage::Export(std::string_view name) const {
-    if (DirectoryOf(exportDirectory) == 0) return nullptr;
-    const auto& directory = At<ExportDirectory>(DirectoryOf(exportDirectory));
+    if (DirectoryOf(exports) == 0) return nullptr;
+    const auto& directory = At<ExportDirectory>(DirectoryOf(exports));
     for (uint32_t i = 0; i < directory.nameCount; ++i) {
         if (TextAt(At<uint32_t>(directory.names + 4 * i)) != name) continue;
         const auto index = At<uint16_t>(directory.ordinals + 2 * i);

@@ -34,8 +34,16 @@ public:
     /* The address of what is exported under that name, or null. */
     void* Export(std::string_view name) const;
 
+    /* The tables that the headers lead to, by their numbers. */
+    enum Directory { exports = 0, imports = 1, resources = 2, relocations = 5 };
+
+    /* The offset of a table from the base; 0 when there is none. */
+    uint32_t DirectoryOf(Directory directory) const;
+
+    /* A part of the image. Throws ImageError when it is not all in it. */
+    std::string_view BytesAt(uint32_t offset, size_t size) const;
+
     uintptr_t Base() const { return base_; }
-    size_t Size() const { return size_; }
 
     /* Where its maker would have it. */
     uintptr_t PreferredBase() const { return preferredBase_; }
@@ -55,8 +63,6 @@ private:
 
     MappedImage(const std::vector<char>& file, uintptr_t base, const Resolver& resolve);
 
-    uint32_t DirectoryOf(size_t number) const;
-    uint32_t DirectorySize(size_t number) const;
     void CopySections(const std::vector<char>& file) const;
     void Relocate() const;
     void BindImports(const Resolver& resolve) const;

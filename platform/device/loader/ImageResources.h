@@ -1,0 +1,10 @@
+/* The resources of an image. */
+#pragma once
+
+#include <vector>
+
+#include "DeviceScreen.h"
+#include "MappedImage.h"
+
+/* All of them. Throws ImageError when their tree makes no sense. */
+std::vector<Resource> ResourcesOf(const MappedImage& image);

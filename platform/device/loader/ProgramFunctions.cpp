@@ -1,0 +1,99 @@
+#include "ProgramFunctions.h"
+
+#include <chrono>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "Call.h"
+#include "Console.h"
+#include "Device.h"
+#include "LoadedImage.h"
+#include "Text.h"
+
+namespace {
+
+/* The library that a program has loaded, and how often. */
+struct Loaded {
+    std::unique_ptr<LoadedImage> image;
+    size_t references = 0;
+};
+
+Loaded& Current() {
+    static auto& loaded = *new Loaded;
+    return loaded;
+}
+
+}  // namespace
+
+HMODULE WINAPI LoadImageAtPath(LPCWSTR path) {
+    const Device& device = Device::Current();
+    if (path == nullptr || !device.Exists(path)) return LoadLibraryW(path);
+    Loaded& loaded = Current();
+    if (loaded.references == 0) loaded.image = LoadedImage::Load(device.HostPath(path));
+    if (loaded.image == nullptr) {
+        SetLastError(ERROR_BAD_EXE_FORMAT);
+        return nullptr;
+    }
+    ++loaded.references;
+    return device.LibraryInstance();
+}
+
+BOOL WINAPI FreeImage(HMODULE module) {
+    Loaded& loaded = Current();
+    if (module != Device::Current().LibraryInstance() || loaded.references == 0) return FreeLibrary(module);
+    if (--loaded.references == 0) loaded.image.reset();
+    return TRUE;
+}
+
+void* WINAPI FindExport(HMODULE module, const char* name) {
+    const Loaded& loaded = Current();
+    const bool isLoaded = module == Device::Current().LibraryInstance() && loaded.references != 0;
+    void* const function = isLoaded ? loaded.image->Export(name) : nullptr;
+    if (function == nullptr) SetLastError(ERROR_PROC_NOT_FOUND);
+    return function;
+}
+
+FILE* StandardStream(int number) {
+    return Console::Current().Stream(number);
+}
+
+int PutLine(const char* text) {
+    return std::fprintf(StandardStream(1), "%s\n", text);
+}
+
+double NumberAt(const WCHAR* text, WCHAR** end) {
+    std::string narrow;
+    for (const WCHAR* unit = text; *unit > 0 && *unit < 0x7F; ++unit)
+        narrow += static_cast<char>(*unit);
+    char* narrowEnd = nullptr;
+    const double value = std::strtod(narrow.c_str(), &narrowEnd);
+    if (end != nullptr) *end = const_cast<WCHAR*>(text) + (narrowEnd - narrow.c_str());
+    return value;
+}
+
+DWORD WINAPI GetTickCount() {
+    using std::chrono::milliseconds;
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<DWORD>(std::chrono::duration_cast<milliseconds>(now).count());
+}
+
+int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR text, int length, LPSTR bytes, int size,
+                               LPCSTR substitute, LPBOOL wasSubstituted) {
+    simulator::Call call("WideCharToMultiByte");
+    if (codePage != CP_UTF8 || flags != 0 || length < 0 || substitute != nullptr ||
+        wasSubstituted != nullptr) {
+        call.Violates("this conversion is not simulated");
+        return 0;
+    }
+    const std::string converted = simulator::ToUtf8({text, static_cast<size_t>(length)});
+    const auto count = static_cast<int>(converted.size());
+    if (size == 0) return count;
+    if (size < count) {
+        SetLastError(ERROR_INSUFFICIENT_BUFFER);
+        return 0;
+    }
+    std::memcpy(bytes, converted.data(), converted.size());
+    return count;
+}
