@@ -253,7 +253,8 @@ BOOL WINAPI EndDialog(HWND handle, INT_PTR result) {
     Call call("EndDialog");
     call.Arguments({simulator::WindowName(handle), std::to_string(result)});
     if (call.MustFail()) return call.False(call.OrderedError());
-    auto* const dialog = Screen::Current().Find<DialogWindow>(handle, call);
+    auto* const dialog = dynamic_cast<DialogWindow*>(Screen::Current().Find(handle, call));
+    // Of another window it is no mistake: a window procedure need not know what it serves.
     if (dialog == nullptr) return call.False(ERROR_INVALID_WINDOW_HANDLE);
     simulator::EndRunningDialog(*dialog, result);
     return call.True();

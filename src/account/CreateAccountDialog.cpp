@@ -46,7 +46,8 @@ void CreateAccountDialog::OnOK() {
     ReadFields();
     // Half a code must not look like success.
     int32_t code = -1;
-    switch (AskService(installation, code)) {
+    const auto ask = [&] { return AskService(installation, code); };
+    switch (Contained(Exchange::NotSent, ask)) {
         case Exchange::NotSent:
             return Tell(TEXT("Problem communicating over the internet"));
         case Exchange::Unreadable:
@@ -54,6 +55,10 @@ void CreateAccountDialog::OnOK() {
         case Exchange::Answered:
             return TakeAnswer(code);
     }
+}
+
+void CreateAccountDialog::OnDialogCommand(int id, HWND control, int notification) {
+    if (IsWindowEnabled(window)) Dialog::OnDialogCommand(id, control, notification);
 }
 
 CreateAccountDialog::Installation CreateAccountDialog::ReadInstallation() const {

@@ -15,6 +15,9 @@ public:
     BOOL OnInitDialog(WPARAM wParam, LPARAM lParam) override;
     void OnOK() override;
 
+    /* What was pressed before a message came up, and arrives while it is shown, counts for nothing. */
+    void OnDialogCommand(int id, HWND control, int notification) override;
+
 private:
     struct Installation {
         uint32_t vendor;     /* 0: none */

@@ -38,6 +38,7 @@ void SignInDialog::OnOK() {
 }
 
 void SignInDialog::OnDialogCommand(int id, HWND control, int notification) {
+    if (!IsWindowEnabled(window)) return;
     if (id == NEW_ACCOUNT_COMMAND && notification == 0) return CreateNewAccount();
     if (id == FORGOT_COMMAND && notification == 0) return OpenForgotPage();
     Dialog::OnDialogCommand(id, control, notification);

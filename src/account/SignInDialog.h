@@ -4,10 +4,10 @@
 #include "account/Account.h"
 #include "ui/Dialog.h"
 
-/* Asks for user ID and password until the service accepts them, which saves them, or until the user gives up. On the
- * way the user may create an account, which counts as signing in. True: signed in, `account` holds the credentials.
- * False: not, or the dialog could not be shown, of which the user has been told; `account` holds the user ID that was
- * tried last. */
+/* Asks for user ID and password until the service accepts them, which saves them, or until the user gives up. On
+ * the way the user may create an account, which counts as signing in. True: signed in, `account` holds the
+ * credentials. False: not, or the dialog could not be shown, of which the user has been told if there was memory
+ * for it; `account` holds what was tried last, without the password if that was a sign-in. */
 bool RunSignInDialog(Account& account, HWND owner) noexcept;
 
 class SignInDialog final : public Dialog {
@@ -18,6 +18,8 @@ public:
     BOOL OnInitDialog(WPARAM wParam, LPARAM lParam) override;
 
     void OnOK() override;
+
+    /* What was pressed before a message came up, and arrives while it is shown, counts for nothing. */
     void OnDialogCommand(int id, HWND control, int notification) override;
 
 private:

@@ -52,6 +52,8 @@ void CgiRequest::Write(const void* data, uint32_t size) {
 
 bool CgiRequest::SendRequest() {
     const WaitCursor waitCursor;
+    // Memory must not run out between the request and its reply.
+    body.reserve(smallestReceiveBuffer);
     const BOOL sent =
         HttpSendRequestW(request.Get(), nullptr, 0, body.data(), static_cast<DWORD>(body.size()));
     mode = reading;

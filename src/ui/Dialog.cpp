@@ -1,5 +1,7 @@
 #include "ui/Dialog.h"
 
+#include <algorithm>
+
 #include "frame/Contained.h"
 #include "frame/ResourceModule.h"
 #include "text/FormatString.h"
@@ -14,6 +16,7 @@ void ShowInternalError(HWND owner, const WideString& text) {
     MessageBoxW(owner, text.c_str(), TEXT("Internal error"), MB_ICONHAND);
 }
 
+/* Null when there is no such template; a module that could not be loaded has none. */
 const DLGTEMPLATE* LoadTemplate(HINSTANCE module, uint32_t id) {
     if (module == nullptr) return nullptr;
     const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(LOWORD(id)), RT_DIALOG);
@@ -37,6 +40,8 @@ int Dialog::DoModal(HWND parent) {
 }
 
 int Dialog::Run(HWND parent) {
+    menuBarWindow = nullptr;
+    commandMenu = nullptr;
     const HINSTANCE module = GetResourceModule(templateId);
     const DLGTEMPLATE* const dialogTemplate = LoadTemplate(module, templateId);
     if (dialogTemplate == nullptr) return notShown;
@@ -45,7 +50,8 @@ int Dialog::Run(HWND parent) {
 }
 
 INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG && !reinterpret_cast<Dialog*>(lParam)->Bind(handle)) {
+    auto* const created = message == WM_INITDIALOG ? reinterpret_cast<Dialog*>(lParam) : nullptr;
+    if (created != nullptr && !created->Bind(handle)) {
         EndDialog(handle, notShown);
         return FALSE;
     }
@@ -144,11 +150,9 @@ void Dialog::SetItemText(int id, const WideString& text) {
 
 WideString Dialog::GetItemText(int id) const {
     const LRESULT length = SendDlgItemMessageW(window, id, WM_GETTEXTLENGTH, 0, 0);
-    if (length <= 0) return {};
-    WideString text(static_cast<size_t>(length) + 1, 0);
+    WideString text(static_cast<size_t>(std::max<LRESULT>(length, 0)) + 1, 0);
     GetDlgItemTextW(window, id, text.data(), static_cast<int>(text.size()));
-    text.resize(WideStringView(text).find(WCHAR{0}));
-    return text;
+    return text.c_str();
 }
 
 void Dialog::SetMenuBarButtonText(int command, const WideString& text) {
@@ -156,6 +160,7 @@ void Dialog::SetMenuBarButtonText(int command, const WideString& text) {
     TBBUTTONINFOW info{};
     info.cbSize = sizeof(info);
     info.dwMask = TBIF_TEXT;
+    // The message only reads it.
     info.pszText = const_cast<WCHAR*>(text.c_str());
     SendMessageW(menuBarWindow, TB_SETBUTTONINFOW, static_cast<WPARAM>(command),
                  reinterpret_cast<LPARAM>(&info));

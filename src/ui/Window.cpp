@@ -12,7 +12,9 @@ int SignedHighWord(LPARAM value) {
     return static_cast<int16_t>(HIWORD(value));
 }
 
-void EndForUnboundWindow() {
+void EndForUnboundWindow(HWND window) {
+    // The box has messages delivered, to this window too; each would show a further box.
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DefWindowProcW));
     MessageBoxW(nullptr, TEXT("Window not found in Window::wndProc\n"), TEXT("Fatal Error"), MB_ICONHAND);
     TerminateProcess(GetCurrentProcess(), 1);
 }
@@ -63,12 +65,16 @@ void Window::CallHandler(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CALLBACK Window::wndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     Window* const object = windowBindings.FindWindowObject(window);
     if (object == nullptr) {
-        EndForUnboundWindow();
+        EndForUnboundWindow(window);
         return 0;
     }
+    // After WM_DESTROY, where others have kept it from being unbound, the window is no longer the object's.
+    if (object->window != window) return windowBindings.CallPreviousProc(window, message, wParam, lParam);
+
     LRESULT result = 0;
     if (RunContained([&] { result = object->WindowProc(message, wParam, lParam); })) return result;
 
+    // Nothing comes of this where the window is no dialog.
     EndDialog(window, -1);
     if (message == WM_DESTROY) {
         // The window goes all the same, and its binding with it.

@@ -1,5 +1,6 @@
 /* The base of the library's windows: an object behind a window handle that sees the window's messages first.
- * AttachWindow of the binding table binds the two; whoever calls it sets `window`. */
+ * AttachWindow of the binding table binds the two; whoever calls it sets `window`, and until then messages are
+ * only passed on. */
 #pragma once
 
 #include "ui/WindowBinding.h"
@@ -30,7 +31,8 @@ public:
     /* The inner size in pixels. */
     virtual void OnSize(int /*width*/, int /*height*/) {}
 
-    /* Destroys the window if it is still there. */
+    /* Destroys the window if it is still there. The handle must be the object's own to the end: nobody else binds
+     * the window, and with the window the handle goes. */
     virtual ~Window();
 
     /* What becomes of a message: its handler, then the previous procedure. */

@@ -46,7 +46,7 @@ bool WindowBindingTable::AttachWindow(HWND window, Window* object) const {
         return false;
     }
     const WNDPROC current = ProcOf(window);
-    if (current == key) return false;
+    if (current == nullptr || current == key) return false;
 
     auto* const record = new (std::nothrow) WindowHookRecord{key, current, object, ChainOf(window)};
     if (record != nullptr) SetProc(window, key);

@@ -21,8 +21,8 @@ public:
     explicit constexpr WindowBindingTable(WNDPROC keyProc) noexcept : key(keyProc) {}
 
     /* Binds `object` to `window`. True: a record was made and the key procedure installed. False: there was a
-     * record, whose object is replaced by `object`, or the key procedure was installed without one and nothing
-     * was done. Without memory for a record the window's user data is cleared, no procedure is installed, and
+     * record, whose object is replaced by `object` (that of a Dialog only by another Dialog), or the key
+     * procedure was installed without one, or there is no such window, and nothing was done. Without memory for a record the window's user data is cleared, no procedure is installed, and
      * the result is true all the same. */
     bool AttachWindow(HWND window, Window* object) const;
 

@@ -85,7 +85,8 @@ void TranslateButton(HWND toolbar, int command) {
 }  // namespace
 
 BOOL TranslateWindowText(HWND window) {
-    WCHAR buffer[5000]{};
+    // Not cleared: the system ends the text, and this is done for every control.
+    WCHAR buffer[5000];
     if (GetWindowTextW(window, buffer, static_cast<int>(std::size(buffer))) < 1) return TRUE;
     const WideString text = buffer;
     const WideString& translated = translationCatalogue.Translate(text);

@@ -4,6 +4,7 @@
 
 #include "Device.h"
 #include "frame/Contained.h"
+#include "frame/ResourceModule.h"
 #include "support/DeviceTest.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TranslationCatalogue.h"

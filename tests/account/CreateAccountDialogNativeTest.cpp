@@ -1,0 +1,366 @@
+#include "account/CreateAccountDialog.h"
+
+#include "account/AccountTest.h"
+
+namespace {
+
+class CreateAccountScreen : public AccountTest {
+protected:
+    bool Run(const DialogScript& script) {
+        device.UseDialog(script);
+        return CreateAccount(account, nullptr);
+    }
+
+    static void Fill(DialogUser& user) {
+        user.Type(USER_ID_FIELD, u"Anna");
+        user.Type(PASSWORD_FIELD, u"secret1");
+        user.Type(RETYPE_FIELD, u"secret1");
+        user.Type(NAME_FIELD, u"Anna Berg");
+        user.Type(EMAIL_FIELD, u"anna@example.org");
+    }
+
+    /* The request for what Fill types. */
+    static MapShopReply Request(int updates, int32_t vendor, WideStringView language) {
+        MapShopReply request;
+        request.Int32(10).Text(TEXT("Anna")).Text(TEXT("secret1")).Text(TEXT("Anna Berg")).Text(TEXT(""));
+        request.Text(TEXT("anna@example.org"));
+        request.bytes += static_cast<char>(updates);
+        return request.Int32(vendor).Text(language);
+    }
+
+    /* The service answers this to Done; the box must say so. */
+    void ExpectRefusal(WebReply reply, std::u16string_view text, bool staysOpen = true) {
+        Answer(std::move(reply));
+        EXPECT_FALSE(Run([&](DialogUser& user) {
+            Fill(user);
+            ExpectMessage();
+            user.PressButton(IDOK);
+            EXPECT_EQ(staysOpen, user.IsOpen());
+            EXPECT_EQ(user.Window(), device.MessageBoxes().back().owner);
+            ExpectBox(text, MB_ICONHAND);
+            if (user.IsOpen()) user.PressButton(IDCANCEL);
+        }));
+        EXPECT_EQ("no file", SettingsFile());
+    }
+    void ExpectRefusalOfCode(int32_t code, std::u16string_view text, bool staysOpen = true) {
+        ExpectRefusal(WebReply::WithBody(MapShopReply().Int32(code).bytes), text, staysOpen);
+    }
+};
+
+}  // namespace
+
+TEST_F(CreateAccountScreen, ShowsItsTextsFieldsAndMenuBar) {
+    account.userId = TEXT("Anna");
+    account.password = TEXT("secret1");
+    EXPECT_FALSE(Run([](DialogUser& user) {
+        EXPECT_EQ(u"Create Account", user.Caption());
+        EXPECT_EQ((std::vector<std::u16string>{u"User ID", u"Password", u"Retype", u"Your name", u"Email"}),
+                  user.Statics());
+        EXPECT_EQ(u"Anna", user.Text(USER_ID_FIELD));
+        EXPECT_EQ(u"*******", user.Text(PASSWORD_FIELD));
+        EXPECT_EQ(u"", user.Text(RETYPE_FIELD));
+        EXPECT_TRUE(user.Control(RETYPE_FIELD).isPassword);
+        EXPECT_EQ(u"", user.Text(NAME_FIELD));
+        EXPECT_EQ(u"", user.Text(EMAIL_FIELD));
+        EXPECT_EQ(u"Email product update info", user.Text(WANTS_UPDATES_BOX));
+        EXPECT_TRUE(user.IsChecked(WANTS_UPDATES_BOX));
+        EXPECT_EQ(u"Done", user.MenuBar().at(0).text);
+        EXPECT_EQ(u"Cancel", user.MenuBar().at(1).text);
+        user.PressButton(IDCANCEL);
+    }));
+    EXPECT_TRUE(device.Requests().empty());
+}
+
+TEST_F(CreateAccountScreen, CheckBoxIsNoTabStop) {
+    Run([](DialogUser& user) {
+        user.Type(EMAIL_FIELD, u"a");
+        user.PressTab();
+        EXPECT_EQ(USER_ID_FIELD, user.Focus());
+        user.PressButton(IDCANCEL);
+    });
+}
+
+TEST_F(CreateAccountScreen, PostsItsRequestSavesAndEndsWithOk) {
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([](DialogUser& user) {
+        Fill(user);
+        user.PressButton(u"Done");
+    }));
+    ASSERT_EQ(1u, device.Requests().size());
+    const WebRequest& request = device.Requests()[0];
+    EXPECT_EQ(u"POST", request.verb);
+    EXPECT_EQ(u"cgi-bin/licapp.cgi", request.path);
+    EXPECT_EQ(host, request.host);
+    EXPECT_EQ(80, request.port);
+    EXPECT_EQ(Request(1, 0, TEXT("English")).bytes, request.body);
+    EXPECT_EQ(TEXT("Anna"), account.userId);
+    EXPECT_EQ(TEXT("secret1"), account.password);
+    EXPECT_EQ("UserID=Anna\r\n", SettingsFile());
+    EXPECT_TRUE(device.MessageBoxes().empty());
+    EXPECT_EQ(1u, device.CountCalls("ConnMgrEstablishConnectionSync"));
+}
+
+TEST_F(CreateAccountScreen, KeepsThePasswordIfTheLastSignInSaidSo) {
+    account.savePassword = true;
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([](DialogUser& user) {
+        Fill(user);
+        user.PressButton(IDOK);
+    }));
+    EXPECT_EQ(0u, SettingsFile().find("Passwd="));
+}
+
+TEST_F(CreateAccountScreen, UntickedUpdatesAreTheByteZero) {
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([](DialogUser& user) {
+        Fill(user);
+        user.Check(WANTS_UPDATES_BOX, false);
+        user.PressButton(IDOK);
+    }));
+    EXPECT_EQ(Request(0, 0, TEXT("English")).bytes, device.Requests().at(0).body);
+}
+
+TEST_F(CreateAccountScreen, SendsTheProductsVendorAndTheUsersLanguage) {
+    SetRegistryValue(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\Navigator"), TEXT("web_vendor"), REG_DWORD,
+                     "\x04\x03\x02\x81");
+    SetRegistryValue(HKEY_CURRENT_USER, TEXT("Software\\Orvande"), TEXT("Language"), REG_SZ,
+                     BytesOf(WideString(TEXT("French")) + WCHAR{0}));
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([](DialogUser& user) {
+        Fill(user);
+        user.PressButton(IDOK);
+    }));
+    EXPECT_EQ(Request(1, static_cast<int32_t>(0x81020304), TEXT("French")).bytes,
+              device.Requests().at(0).body);
+}
+
+TEST_F(CreateAccountScreen, PasswordsThatDifferOnlyInCaseDoNotMatch) {
+    account.userId = TEXT("before");
+    EXPECT_FALSE(Run([this](DialogUser& user) {
+        Fill(user);
+        user.Type(PASSWORD_FIELD, u"abc123");
+        user.Type(RETYPE_FIELD, u"ABC123");
+        ExpectMessage();
+        user.PressButton(IDOK);
+        ExpectBox(u"The passwords do not match", 16);
+        EXPECT_EQ(user.Window(), device.MessageBoxes().back().owner);
+        EXPECT_TRUE(user.IsOpen());
+        EXPECT_EQ(u"", user.Text(RETYPE_FIELD));
+        EXPECT_EQ(u"******", user.Text(PASSWORD_FIELD));
+        user.PressButton(IDCANCEL);
+    }));
+    EXPECT_TRUE(device.Requests().empty());
+    EXPECT_EQ(0u, device.CountCalls("RegOpenKeyExW"));
+    EXPECT_EQ(TEXT("before"), account.userId) << "nothing is taken over";
+}
+
+TEST_F(CreateAccountScreen, EmptyFieldsAreSentForTheServiceToJudge) {
+    Answer(MapShopReply().Int32(3));
+    EXPECT_FALSE(Run([this](DialogUser& user) {
+        ExpectMessage();
+        user.PressButton(IDOK);
+        user.PressButton(IDCANCEL);
+    }));
+    MapShopReply request;
+    request.Int32(10).Text({}).Text({}).Text({}).Text({}).Text({});
+    request.bytes += '\x01';
+    request.Int32(0).Text(TEXT("English"));
+    EXPECT_EQ(request.bytes, device.Requests().at(0).body);
+}
+
+TEST_F(CreateAccountScreen, NameThatIsTakenIsTold) {
+    ExpectRefusalOfCode(
+        2,
+        u"This user name is already in use.\nIf this is your account and you have forgotten the User "
+        u"ID or Password, click \"Cancel\" and \"I Forgot\" to recover them.");
+}
+
+TEST_F(CreateAccountScreen, ShortPasswordIsTold) {
+    ExpectRefusalOfCode(3, u"The password must be at least 6 letters or numbers");
+}
+
+TEST_F(CreateAccountScreen, EmailThatIsTakenIsToldAndClosesTheDialogAsCancelled) {
+    ExpectRefusalOfCode(
+        13,
+        u"An account already exists with the same email address. Please sign in to that account.\nIf "
+        u"you have forgotten the User ID or Password, click \"Forgot\" to recover them.",
+        false);
+    EXPECT_EQ(TEXT("Anna"), account.userId) << "what was tried stays";
+    EXPECT_EQ(TEXT("secret1"), account.password);
+}
+
+TEST_F(CreateAccountScreen, BadEmailIsTold) {
+    ExpectRefusalOfCode(14, u"You must provide a valid email address.");
+}
+
+TEST_F(CreateAccountScreen, AnyOtherCodeIsToldByItsNumber) {
+    ExpectRefusalOfCode(7, u"The server returned error code 7");
+    ExpectRefusalOfCode(-1, u"The server returned error code -1");
+    ExpectRefusalOfCode(1, u"The server returned error code 1");
+    ExpectRefusalOfCode(INT32_MIN, u"The server returned error code -2147483648");
+}
+
+TEST_F(CreateAccountScreen, TransferThatFailsIsTold) {
+    ExpectRefusal(WebReply::Refused(), u"Problem communicating over the internet");
+    ExpectRefusal(WebReply::TimedOut(), u"Problem communicating over the internet");
+}
+
+TEST_F(CreateAccountScreen, ReplyThatCannotBeReadIsTold) {
+    ExpectRefusal(WebReply::WithBody(""), u"Internal server error");
+    ExpectRefusal(WebReply::Nothing(), u"Internal server error");
+}
+
+TEST_F(CreateAccountScreen, HalfACodeOfZerosIsNoSuccess) {
+    ExpectRefusal(WebReply::WithBody(std::string(2, '\0')), u"The server returned error code -65536");
+}
+
+TEST_F(CreateAccountScreen, EveryNetworkCallThatFailsIsTold) {
+    for (const char* function :
+         {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW", "HttpSendRequestW"}) {
+        SCOPED_TRACE(function);
+        device.FailCall(function, 1, ERROR_GEN_FAILURE, Failing::FromThereOn);
+        ExpectRefusalOfCode(0, u"Problem communicating over the internet");
+        device.StopFailing();
+    }
+}
+
+TEST_F(CreateAccountScreen, MessagesAreTranslatedTheCodeIsFilledInAfterwards) {
+    Translate("The server returned error code %d\tErreur %d\nThe passwords do not match\tPas pareils\n");
+    ExpectRefusalOfCode(7, u"Erreur 7");
+    EXPECT_EQ(0u, translationCatalogue.UntranslatedTexts().count(TEXT("The server returned error code 7")));
+    EXPECT_FALSE(Run([this](DialogUser& user) {
+        user.Type(PASSWORD_FIELD, u"a");
+        ExpectMessage();
+        user.PressButton(IDOK);
+        ExpectBox(u"Pas pareils", 16);
+        user.PressButton(IDCANCEL);
+    }));
+}
+
+TEST_F(CreateAccountScreen, EveryMessageIsShownInTheUsersLanguage) {
+    Translate(
+        "\"This user name is already in use.\\nIf this is your account and you have forgotten the User ID or "
+        "Password, "
+        "click \"\"Cancel\"\" and \"\"I Forgot\"\" to recover them.\"\tFr2\n"
+        "The password must be at least 6 letters or numbers\tFr3\n"
+        "\"An account already exists with the same email address. Please sign in to that account.\\nIf you "
+        "have "
+        "forgotten the User ID or Password, click \"\"Forgot\"\" to recover them.\"\tFr13\n"
+        "You must provide a valid email address.\tFr14\n"
+        "Problem communicating over the internet\tFrSend\n"
+        "Internal server error\tFrRead\n");
+    ExpectRefusalOfCode(2, u"Fr2");
+    ExpectRefusalOfCode(3, u"Fr3");
+    ExpectRefusalOfCode(13, u"Fr13", false);
+    ExpectRefusalOfCode(14, u"Fr14");
+    ExpectRefusal(WebReply::Refused(), u"FrSend");
+    ExpectRefusal(WebReply::WithBody(""), u"FrRead");
+}
+
+TEST_F(CreateAccountScreen, WithoutALanguageSettingTheRequestEndsWithEnglish) {
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([](DialogUser& user) {
+        Fill(user);
+        user.PressButton(IDOK);
+    }));
+    const std::string end = MapShopReply().Text(TEXT("English")).bytes;
+    const std::string& body = device.Requests().at(0).body;
+    EXPECT_EQ(end, body.substr(body.size() - end.size()));
+}
+
+TEST_F(CreateAccountScreen, EmptyLanguageSettingIsSentAsItIs) {
+    SetRegistryValue(HKEY_CURRENT_USER, TEXT("Software\\Orvande"), TEXT("Language"), REG_SZ,
+                     BytesOf(WideString(1, WCHAR{0})));
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([](DialogUser& user) {
+        Fill(user);
+        user.PressButton(IDOK);
+    }));
+    EXPECT_EQ(Request(1, 0, {}).bytes, device.Requests().at(0).body);
+}
+
+TEST_F(CreateAccountScreen, ReadOnlySettingsFileDoesNotKeepFromCreating) {
+    device.PutFile(settingsFile, "UserID=Old\r\n");
+    device.SetReadOnly(settingsFile, true);
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([](DialogUser& user) {
+        Fill(user);
+        user.PressButton(IDOK);
+    }));
+    EXPECT_EQ("UserID=Old\r\n", SettingsFile());
+}
+
+TEST_F(CreateAccountScreen, WhatIsPressedWhileAMessageIsShownCountsForNothing) {
+    EXPECT_FALSE(Run([this](DialogUser& user) {
+        EnableWindow(user.Window(), FALSE);
+        SendMessageW(user.Window(), WM_COMMAND, IDOK, 0);
+        SendMessageW(user.Window(), WM_COMMAND, IDCANCEL, 0);
+        EnableWindow(user.Window(), TRUE);
+        EXPECT_TRUE(user.IsOpen());
+        EXPECT_TRUE(device.Requests().empty());
+        user.PressButton(IDCANCEL);
+    }));
+}
+
+TEST_F(CreateAccountScreen, NetworkReadThatFailsIsAReplyThatCannotBeRead) {
+    device.FailCall("InternetReadFile", 1, ERROR_GEN_FAILURE, Failing::FromThereOn);
+    ExpectRefusalOfCode(0, u"Internal server error");
+}
+
+TEST_F(CreateAccountScreen, SecondAttemptStartsFromWhatWasTyped) {
+    Answer(MapShopReply().Int32(3));
+    EXPECT_TRUE(Run([this](DialogUser& user) {
+        Fill(user);
+        ExpectMessage();
+        user.PressButton(IDOK);
+        EXPECT_EQ(u"anna@example.org", user.Text(EMAIL_FIELD));
+        EXPECT_EQ(u"*******", user.Text(RETYPE_FIELD));
+        Answer(MapShopReply().Int32(0));
+        user.PressButton(IDOK);
+    }));
+    EXPECT_EQ(2u, device.Requests().size());
+    EXPECT_EQ(device.Requests()[0].body, device.Requests()[1].body);
+}
+
+TEST_F(CreateAccountScreen, LongTextsGoInALargeRequestWhoseReplyIsReadAllTheSame) {
+    const std::u16string longText(500, u'\x4E2D');
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([&](DialogUser& user) {
+        for (const int field : {USER_ID_FIELD, PASSWORD_FIELD, RETYPE_FIELD, NAME_FIELD, EMAIL_FIELD})
+            user.Type(field, longText);
+        user.PressButton(IDOK);
+    }));
+    EXPECT_EQ(longText, account.userId);
+}
+
+TEST_F(CreateAccountScreen, MemoryThatRunsOutEndsOrRefusesButNeverBreaksIt) {
+    bool isScriptRun = true;
+    for (size_t n = 1;; ++n) {
+        SCOPED_TRACE(n);
+        Answer(MapShopReply().Int32(0));
+        if (std::exchange(isScriptRun, false)) {
+            device.UseDialog([&](DialogUser& user) {
+                isScriptRun = true;
+                Fill(user);
+                user.PressButton(IDOK);
+                if (user.IsOpen()) user.PressButton(IDCANCEL);
+            });
+        }
+        ExpectMessageOnce();
+        account = {};
+        AllocationWatch watch(n);
+        const bool isCreated = CreateAccount(account, nullptr);
+        watch.Stop();
+        if (isCreated) {
+            EXPECT_EQ(TEXT("Anna"), account.userId);
+            EXPECT_EQ(TEXT("secret1"), account.password);
+        }
+        if (!watch.Failed()) {
+            EXPECT_TRUE(isCreated);
+            break;
+        }
+        ASSERT_LT(n, 400u);
+    }
+    EXPECT_TRUE(isScriptRun);
+    UseUpMessages();
+}
