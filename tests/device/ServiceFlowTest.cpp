@@ -1,35 +1,25 @@
 /* The device's image and the running reference service, over real HTTP. */
 #include "support/NetworkTest.h"
 
-#include <cstdlib>
-#include <stdexcept>
-
 #include "LMOnline.h"
 #include "NetworkWeb.h"
+#include "RunningService.h"
 
 namespace {
 
-constexpr WCHAR host[] = TEXT("online.orvande.example");
 constexpr WCHAR map[] = TEXT("/maps/reunion.map");
 constexpr size_t mapSize = 1105500;
-
-/* The port of a service with the map files, which ORVANDE_TEST_MAPS_PORT names. */
-uint16_t PortOfMaps() {
-    const char* const port = std::getenv("ORVANDE_TEST_MAPS_PORT");
-    if (port == nullptr) throw std::runtime_error("ORVANDE_TEST_MAPS_PORT is not set");
-    return static_cast<uint16_t>(std::strtoul(port, nullptr, 10));
-}
 
 class ServiceFlow : public NetworkTest {
 protected:
     void SetUp() override {
         NetworkTest::SetUp();
-        device.AddHost(host, 80, HostOnLoopback(PortOfMaps()));
+        device.AddHost(serviceHost, 80, HostOnLoopback(PortOfService()));
     }
 
     std::string Range(int64_t offset, int32_t length) {
         std::string bytes(static_cast<size_t>(length), '.');
-        EXPECT_EQ(length, xfa704a3f(host, map, offset, length, bytes.data(), nullptr, nullptr));
+        EXPECT_EQ(length, xfa704a3f(serviceHost, map, offset, length, bytes.data(), nullptr, nullptr));
         return bytes;
     }
 };
@@ -50,7 +40,7 @@ TEST_F(ServiceFlow, SearchFindsTheMapsOfTheCatalogueInABox) {
 TEST_F(ServiceFlow, DownloadBringsTheWholeFileAndRangesItsParts) {
     const WideString target = PathOf(TEXT("reunion.map"));
     DownloadProgress progress{-7, -7};
-    ASSERT_EQ(1, LMDownloadWebFileProgress(host, map, target.c_str(), nullptr, nullptr, &progress));
+    ASSERT_EQ(1, LMDownloadWebFileProgress(serviceHost, map, target.c_str(), nullptr, nullptr, &progress));
     EXPECT_EQ(static_cast<int64_t>(mapSize), progress.bytesReceived);
     EXPECT_EQ(static_cast<int64_t>(mapSize), progress.totalBytes);
     const std::string file = TakeFile(target).value_or("no file");
@@ -64,6 +54,6 @@ TEST_F(ServiceFlow, DownloadBringsTheWholeFileAndRangesItsParts) {
 
 TEST_F(ServiceFlow, MapThatTheServiceDoesNotHaveIsRefused) {
     const WideString target = PathOf(TEXT("none.map"));
-    EXPECT_EQ(0, x77fc64c7(host, TEXT("/maps/no-such.map"), target.c_str(), nullptr, nullptr));
+    EXPECT_EQ(0, x77fc64c7(serviceHost, TEXT("/maps/no-such.map"), target.c_str(), nullptr, nullptr));
     EXPECT_FALSE(device.Exists(target));
 }
