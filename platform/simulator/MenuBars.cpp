@@ -52,7 +52,7 @@ std::optional<std::vector<BarButton>> ReadButtons(const Resource& layout, HMODUL
     Reader reader(layout.bytes);
     const UINT menuId = reader.Word();
     const size_t count = reader.Word();
-    if (menuId != id) return std::nullopt;
+    if (!reader.IsGood() || menuId != id) return std::nullopt;
     std::vector<BarButton> buttons;
     while (buttons.size() < count) {
         auto button = ReadButton(reader, module, menu);
