@@ -3,8 +3,22 @@
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <set>
 #include <string>
+
+#include "Device.h"
+#include "support/DeviceTest.h"
+
+namespace {
+
+class LibraryFileOnDevice : public DeviceTest {
+protected:
+    Device& device = Device::Current();
+};
+
+}  // namespace
 
 TEST(LibraryFile, NothingButTheExportsIsVisible) {
     FILE* const symbols = popen("nm -D --defined-only --format=just-symbols " ORVANDE_LIBRARY_FILE, "r");
@@ -17,4 +31,32 @@ TEST(LibraryFile, NothingButTheExportsIsVisible) {
     EXPECT_EQ((std::set<std::string>{"DllMain", "LMDownloadWebFileProgress", "LMMapShopClose",
                                      "LMMapShopGetNext", "LMMapShopSearch", "x77fc64c7", "xfa704a3f"}),
               names);
+}
+
+TEST_F(LibraryFileOnDevice, TenThousandLoadsLeaveNeitherAMappingNorAFileBehind) {
+    const auto linesOf = [](const char* file, const char* part) {
+        std::ifstream lines(file);
+        size_t count = 0;
+        for (std::string line; std::getline(lines, line);)
+            if (line.find(part) != std::string::npos) ++count;
+        return count;
+    };
+    const auto openFiles = [] {
+        using Entries = std::filesystem::directory_iterator;
+        return std::distance(Entries("/proc/self/fd"), Entries());
+    };
+    const auto filesBefore = openFiles();
+    for (int i = 0; i < 10000; ++i) {
+        LoadedLibrary library = device.LoadLibraryFile(ORVANDE_LIBRARY_FILE);
+        ASSERT_TRUE(library.IsLoaded());
+        if (i == 0) {
+            ASSERT_LT(0u, linesOf("/proc/self/maps", "OrvandeOnline")) << "what is counted below";
+        }
+        library.Unload();
+        ASSERT_EQ(1u, device.CountCalls("InternetOpenW"));
+        ASSERT_EQ(1u, device.CountCalls("InternetCloseHandle"));
+        device.ForgetCalls();
+    }
+    EXPECT_EQ(0u, linesOf("/proc/self/maps", "OrvandeOnline"));
+    EXPECT_EQ(filesBefore, openFiles());
 }
