@@ -38,3 +38,57 @@ TEST_F(Modules, OtherModulesAreNotThere) {
     EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
     EXPECT_EQ(nullptr, GetModuleHandleW(u"other.dll"));
 }
+
+TEST_F(Modules, AddedModuleIsLoadedByItsNameAndCountsItsUsers) {
+    EXPECT_EQ(nullptr, LoadLibraryW(u"Res.dll"));
+    EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
+    const HINSTANCE module = device.AddModule(u"Res.dll");
+    EXPECT_EQ(nullptr, GetModuleHandleW(u"Res.dll")) << "not loaded yet";
+    EXPECT_EQ(module, LoadLibraryW(u"\\Windows\\RES.DLL"));
+    EXPECT_EQ(module, LoadLibraryW(u"Res.dll"));
+    EXPECT_EQ(2u, device.ModuleReferences(module));
+    EXPECT_EQ(module, GetModuleHandleW(u"res.dll"));
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_EQ(0u, device.ModuleReferences(module));
+    EXPECT_EQ(nullptr, GetModuleHandleW(u"Res.dll"));
+    EXPECT_EQ(
+        (Lines{R"(LoadLibraryW("Res.dll") = null, error 126)",
+               R"(LoadLibraryW("\Windows\RES.DLL") = Res.dll)", R"(LoadLibraryW("Res.dll") = Res.dll)"}),
+        device.Calls({"LoadLibraryW"}));
+    EXPECT_EQ(Lines{"FreeLibrary(Res.dll) = TRUE (2 times)"}, device.Calls({"FreeLibrary"}));
+}
+
+TEST_F(Modules, ModuleThatIsNotLoadedIsNeitherFreedNorRead) {
+    const HINSTANCE module = device.AddModule(u"Res.dll");
+    EXPECT_FALSE(FreeLibrary(module));
+    EXPECT_EQ(nullptr, FindResourceW(module, u"A", u"B"));
+    EXPECT_EQ((Lines{"FreeLibrary(Res.dll): this module is not loaded",
+                     R"(FindResourceW(Res.dll, "A", "B"): this module is not loaded)"}),
+              TakeViolations());
+}
+
+TEST_F(Modules, ModuleMayStayLoadedAndIsGoneAfterTheTest) {
+    device.AddModule(u"Res.dll");
+    LoadLibraryW(u"Res.dll");
+    device.EndTest();
+    device.BeginTest();
+    EXPECT_EQ(nullptr, LoadLibraryW(u"Res.dll"));
+}
+
+TEST_F(Modules, LoadedModulesAreFoundByTheirNames) {
+    EXPECT_EQ(device.LibraryInstance(), GetModuleHandleW(u"orvandeonline.DLL"));
+    EXPECT_EQ(device.ProgramInstance(), GetModuleHandleW(u"Program.exe"));
+    EXPECT_EQ(device.ProgramInstance(), GetModuleHandleW(nullptr));
+}
+
+TEST_F(Modules, FailuresAreOrdered) {
+    const HINSTANCE module = device.AddModule(u"Res.dll");
+    device.FailCall("LoadLibraryW", 1, ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(nullptr, LoadLibraryW(u"Res.dll"));
+    EXPECT_EQ(DWORD{ERROR_NOT_ENOUGH_MEMORY}, GetLastError());
+    EXPECT_EQ(module, LoadLibraryW(u"Res.dll"));
+    device.FailCall("FreeLibrary", 1, 1234);
+    EXPECT_FALSE(FreeLibrary(module));
+    EXPECT_EQ(0u, device.ModuleReferences(module)) << "freed all the same";
+}

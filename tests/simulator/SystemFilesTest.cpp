@@ -136,3 +136,19 @@ TEST_F(SystemFiles, EachCallCanBeMadeToFail) {
     EXPECT_FALSE(MoveFileW(path, u"\\Temp\\other"));
     EXPECT_TRUE(MoveFileW(path, u"\\Temp\\other"));
 }
+
+TEST_F(SystemFiles, FolderIsMadeWhereItsParentIs) {
+    EXPECT_TRUE(CreateDirectoryW(u"\\Temp\\new", nullptr));
+    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_DIRECTORY}, GetFileAttributesW(u"\\Temp\\new"));
+    EXPECT_FALSE(CreateDirectoryW(u"\\temp\\NEW", nullptr));
+    EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, GetLastError());
+    EXPECT_FALSE(CreateDirectoryW(u"\\Temp\\none\\new", nullptr));
+    EXPECT_EQ(DWORD{ERROR_PATH_NOT_FOUND}, GetLastError());
+    device.PutFile(u"\\Temp\\file", "");
+    EXPECT_FALSE(CreateDirectoryW(u"\\Temp\\file", nullptr));
+    EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, GetLastError());
+    device.FailCall("CreateDirectoryW", 1, ERROR_DISK_FULL);
+    EXPECT_FALSE(CreateDirectoryW(u"\\Temp\\other", nullptr));
+    EXPECT_FALSE(device.Exists(u"\\Temp\\other"));
+    EXPECT_EQ(R"(CreateDirectoryW("\Temp\new", null) = TRUE)", device.Calls({"CreateDirectoryW"})[0]);
+}
