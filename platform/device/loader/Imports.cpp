@@ -90,32 +90,38 @@ void AddSystem(Functions& functions) {
     });
 }
 
-/* Windows, dialogs, menus and resources. */
-void AddUserInterface(Functions& functions) {
+/* Windows and dialogs. */
+void AddWindows(Functions& functions) {
     functions.insert({
-        FUNCTION(CallWindowProcW),
-        FUNCTION(DestroyWindow),
-        FUNCTION(DialogBoxIndirectParamW),
-        FUNCTION(EndDialog),
+        FUNCTION(CallWindowProcW), FUNCTION(CreateWindowExW), FUNCTION(DefDlgProcW),
+        FUNCTION(DefWindowProcW),  FUNCTION(DestroyWindow),   FUNCTION(DialogBoxIndirectParamW),
+        FUNCTION(EnableWindow),    FUNCTION(EndDialog),       FUNCTION(GetClientRect),
+        FUNCTION(GetDlgCtrlID),    FUNCTION(GetDlgItem),      FUNCTION(GetDlgItemTextW),
+        FUNCTION(GetFocus),        FUNCTION(GetParent),       FUNCTION(GetWindow),
+        FUNCTION(GetWindowLongW),  FUNCTION(GetWindowRect),   FUNCTION(GetWindowTextLengthW),
+        FUNCTION(GetWindowTextW),  FUNCTION(IsWindow),        FUNCTION(IsWindowEnabled),
+        FUNCTION(IsWindowVisible), FUNCTION(PostMessageW),    FUNCTION(SendDlgItemMessageW),
+        FUNCTION(SendMessageW),    FUNCTION(SetDlgItemTextW), FUNCTION(SetFocus),
+        FUNCTION(SetWindowLongW),  FUNCTION(SetWindowTextW),  FUNCTION(ShowWindow),
+    });
+}
+
+/* Menus, resources, other programs. */
+void AddMenusAndResources(Functions& functions) {
+    functions.insert({
+        FUNCTION(AppendMenuW),
+        FUNCTION(CreateMenu),
+        FUNCTION(CreatePopupMenu),
+        FUNCTION(DestroyMenu),
         FUNCTION(FindResourceW),
-        FUNCTION(GetDlgItem),
-        FUNCTION(GetDlgItemTextW),
         FUNCTION(GetMenuItemInfoW),
         FUNCTION(GetSubMenu),
-        FUNCTION(GetWindow),
-        FUNCTION(GetWindowLongW),
-        FUNCTION(GetWindowTextW),
-        FUNCTION(IsWindow),
         FUNCTION(LoadResource),
         FUNCTION(LoadStringW),
-        FUNCTION(SendDlgItemMessageW),
-        FUNCTION(SendMessageW),
-        FUNCTION(SetFocus),
         FUNCTION(SetMenuItemInfoW),
-        FUNCTION(SetWindowLongW),
-        FUNCTION(SetWindowTextW),
-        {"ShellExecuteEx", Address(&ShellExecuteExW)},
+        FUNCTION(SizeofResource),
         FUNCTION(WaitForSingleObject),
+        {"ShellExecuteEx", Address(&ShellExecuteExW)},
     });
 }
 
@@ -141,7 +147,8 @@ Functions Coredll() {
     AddRuntime(functions);
     AddWideRuntime(functions);
     AddSystem(functions);
-    AddUserInterface(functions);
+    AddWindows(functions);
+    AddMenusAndResources(functions);
     AddProgramFunctions(functions);
     return functions;
 }
