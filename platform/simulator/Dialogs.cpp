@@ -105,10 +105,10 @@ bool AddControl(HWND dialog, const TemplateControl& source, HINSTANCE instance) 
 
 /* The controls of the template; false when one cannot be made. */
 bool AddControls(HWND dialog, const DialogTemplate& source, HINSTANCE instance) {
-    for (const TemplateControl& control : source.controls) {
-        if (!AddControl(dialog, control, instance) && (source.style & DS_NOFAILCREATE) == 0) return false;
-    }
-    return true;
+    const bool isForgiving = (source.style & DS_NOFAILCREATE) != 0;
+    return std::all_of(source.controls.begin(), source.controls.end(), [&](const TemplateControl& control) {
+        return AddControl(dialog, control, instance) || isForgiving;
+    });
 }
 
 void Initialise(HWND handle, LPARAM parameter) {

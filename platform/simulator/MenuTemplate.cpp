@@ -55,19 +55,19 @@ bool ReadExtendedItem(Reader& reader, int depth, MenuItem& item) {
     return (flags & MF_END) != 0;
 }
 
-/* A menu's items; null when they are not whole. */
+/* A menu's items; null when they are not whole, or lie too deep. Whoever contains the menu is not whole then
+ * either, and reads no further. */
 HMENU ReadItems(Reader& reader, bool isExtended, int depth) {
+    if (depth == deepest) reader.Skip(SIZE_MAX);
+    if (!reader.IsGood()) return nullptr;
     const HMENU handle = NewMenu();
     auto& menu = dynamic_cast<Menu&>(*Handles::Current().Lookup(handle));
     for (bool isLast = false; !isLast;) {
         MenuItem item;
         isLast = isExtended ? ReadExtendedItem(reader, depth, item) : ReadPlainItem(reader, depth, item);
-        const bool isWhole = reader.IsGood() && depth < deepest;
         menu.items.push_back(std::move(item));
-        if (isWhole) continue;
+        if (reader.IsGood()) continue;
         DestroyMenuTree(handle);
-        // Whoever contains this menu is not whole either.
-        reader.Skip(SIZE_MAX);
         return nullptr;
     }
     return handle;

@@ -36,10 +36,10 @@ State& Current() {
     return state;
 }
 
-Resources OnHeap(const std::vector<Resource>& resources) {
+Resources OnHeap(std::vector<Resource> resources) {
     Resources result;
-    for (const Resource& resource : resources)
-        result.push_back(std::make_unique<Resource>(resource));
+    for (Resource& resource : resources)
+        result.push_back(std::make_unique<Resource>(std::move(resource)));
     return result;
 }
 
@@ -208,7 +208,7 @@ INT WINAPI LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, INT size) {
 }
 
 void Device::SetResources(HINSTANCE module, std::vector<Resource> resources) {
-    simulator::Current().resources[module] = simulator::OnHeap(resources);
+    simulator::Current().resources[module] = simulator::OnHeap(std::move(resources));
 }
 
 void Device::SetDefaultResources(HINSTANCE module, std::vector<Resource> resources) {
