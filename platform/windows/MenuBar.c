@@ -10,6 +10,9 @@ typedef struct MenuBar {
     BOOL backOverridden;
 } MenuBar;
 
+/* To a bar: its button with the index wParam is pressed. */
+enum { pressMessage = WM_APP };
+
 static const WCHAR barProperty[] = L"OrvandeMenuBar";
 
 /* The bar that belongs to a dialog, which is kept with the dialog under the same name. */
@@ -78,6 +81,14 @@ static void OverrideKey(MenuBar* state, WPARAM key, LPARAM flags) {
         state->backOverridden = (HIWORD(flags) & SHMBOF_NOTIFY) != 0;
 }
 
+static BOOL Erase(HWND bar, HDC canvas) {
+    RECT area;
+    GetClientRect(bar, &area);
+    FillRect(canvas, &area, GetSysColorBrush(COLOR_BTNFACE));
+    DrawEdge(canvas, &area, BDR_RAISEDINNER, BF_TOP);
+    return TRUE;
+}
+
 /* The tool bar reports to itself. */
 static LRESULT CALLBACK BarProc(HWND bar, UINT message, WPARAM wParam, LPARAM lParam) {
     MenuBar* const state = StateOf(bar);
@@ -99,6 +110,11 @@ static LRESULT CALLBACK BarProc(HWND bar, UINT message, WPARAM wParam, LPARAM lP
             Press(bar, state,
                   (int)SendMessageW(bar, TB_COMMANDTOINDEX, (WPARAM)((const NMTOOLBARW*)lParam)->iItem, 0));
             return TBDDRET_DEFAULT;
+        case pressMessage:
+            Press(bar, state, (int)wParam);
+            return 0;
+        case WM_ERASEBKGND:
+            return Erase(bar, (HDC)wParam);
         case WM_MOUSEACTIVATE:
             return MA_NOACTIVATE;  // the focus stays in the dialog
         case WM_NCDESTROY:
@@ -120,7 +136,7 @@ static BOOL IsButtonOfHandheld(const MSG* message) {
         return TRUE;
     }
     if (message->wParam != VK_F1 && message->wParam != VK_F2) return FALSE;
-    Press(bar, state, (int)message->wParam - VK_F1);
+    PostMessageW(bar, pressMessage, message->wParam - VK_F1, 0);
     return TRUE;
 }
 

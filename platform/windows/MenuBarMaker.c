@@ -54,10 +54,10 @@ static HWND MakeToolbar(HWND dialog) {
     const RECT area = DialogArea();
     HWND bar;
     InitCommonControlsEx(&classes);
-    bar = CreateWindowExW(
-        WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, TOOLBARCLASSNAMEW, NULL,
-        WS_POPUP | WS_BORDER | TBSTYLE_LIST | CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NODIVIDER, area.left,
-        area.bottom, area.right - area.left, menuBarHeight, dialog, NULL, NULL, NULL);
+    bar =
+        CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, TOOLBARCLASSNAMEW, NULL,
+                        WS_POPUP | TBSTYLE_LIST | CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NODIVIDER, area.left,
+                        area.bottom, area.right - area.left, menuBarHeight, dialog, NULL, NULL, NULL);
     if (bar) SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     return bar;
 }
