@@ -156,6 +156,8 @@ TEST_F(Dialogs, FillTheWorkAreaAboveTheMenuBar) {
         EXPECT_EQ(screen.right, place.right);
         EXPECT_EQ(screen.top, place.top);
         EXPECT_EQ(place.bottom, bar.top);
+        EXPECT_EQ(screen.left, bar.left);
+        EXPECT_EQ(screen.right, bar.right);
         EXPECT_EQ(screen.bottom, bar.bottom);
         Cancel(dialog);
     });
