@@ -90,6 +90,20 @@ TEST_F(Loading, IsUnloadedByItsLastUser) {
     EXPECT_FALSE(IsLoaded());
 }
 
+TEST_F(Loading, HasExactlyOneInternetSessionOpenEachTime) {
+    { const ShippedLibrary warm; }
+    const uintptr_t before = NextInternetHandle();
+    const HINTERNET one = InternetOpenW(L"test", INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);
+    const uintptr_t afterOne = NextInternetHandle();
+    InternetCloseHandle(one);
+    ASSERT_LT(before, afterOne);
+    for (int i = 0; i < 300; ++i) {
+        const ShippedLibrary library;
+        ASSERT_EQ(afterOne, NextInternetHandle());
+    }
+    EXPECT_EQ(before, NextInternetHandle());
+}
+
 TEST_F(Loading, NothingIsLeftAfter300TimesLoadingAndUnloading) {
     { const ShippedLibrary warm; }
     const size_t before = OpenHandles();
