@@ -11,7 +11,8 @@ if(ORVANDE_RING STREQUAL "windows")
     ${PROJECT_SOURCE_DIR}/platform/windows/RuntimeSemaphores.c
     ${PROJECT_SOURCE_DIR}/platform/windows/TerminateHandler.cpp)
   target_resources(orvande_online ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
-  target_link_libraries(orvande_online PRIVATE orvande_objects)
+  # From the archive, so that what only programs use that link it, the dialogs, stays out.
+  target_link_libraries(orvande_online PRIVATE orvande_static)
   target_link_options(orvande_online PRIVATE -Wl,--gc-sections)
   set_target_properties(orvande_online PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR} ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})

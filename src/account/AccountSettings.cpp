@@ -10,7 +10,7 @@ namespace {
 constexpr const WCHAR* userIdKey = TEXT("UserID");
 constexpr const WCHAR* passwordKey = TEXT("Passwd");
 
-/* Empty when there is no place for it. */
+/* Empty, which names no file, when there is no place for it. */
 WideString SettingsPath() {
     const WideString folder = GetSpecialFolderPath(CSIDL_APPDATA, TEXT("Orvande"));
     return folder.empty() ? folder : folder + TEXT("\\settings.ini");
@@ -34,8 +34,7 @@ void Save(const Account& account) {
         const PackedPassword packed = PackPassword(account.password);
         settings.SetHexBytes(passwordKey, packed.data(), static_cast<int32_t>(packed.size()));
     }
-    const WideString path = SettingsPath();
-    if (!path.empty()) settings.SaveToFile(path);
+    settings.SaveToFile(SettingsPath());
 }
 
 }  // namespace

@@ -334,6 +334,8 @@ TEST_F(CreateAccountScreen, LongTextsGoInALargeRequestWhoseReplyIsReadAllTheSame
 }
 
 TEST_F(CreateAccountScreen, MemoryThatRunsOutEndsOrRefusesButNeverBreaksIt) {
+    const std::u16string problem = u"Problem communicating over the internet";
+    bool isProblemTold = false;
     bool isScriptRun = true;
     for (size_t n = 1;; ++n) {
         SCOPED_TRACE(n);
@@ -348,9 +350,13 @@ TEST_F(CreateAccountScreen, MemoryThatRunsOutEndsOrRefusesButNeverBreaksIt) {
         }
         ExpectMessageOnce();
         account = {};
+        const size_t requestsBefore = device.Requests().size();
         AllocationWatch watch(n);
         const bool isCreated = CreateAccount(account, nullptr);
         watch.Stop();
+        EXPECT_TRUE(isCreated || device.Requests().size() == requestsBefore) << "the service has created it";
+        if (!device.MessageBoxes().empty() && device.MessageBoxes().back().text == problem)
+            isProblemTold = true;
         if (isCreated) {
             EXPECT_EQ(TEXT("Anna"), account.userId);
             EXPECT_EQ(TEXT("secret1"), account.password);
@@ -362,5 +368,6 @@ TEST_F(CreateAccountScreen, MemoryThatRunsOutEndsOrRefusesButNeverBreaksIt) {
         ASSERT_LT(n, 400u);
     }
     EXPECT_TRUE(isScriptRun);
+    EXPECT_TRUE(isProblemTold) << "memory that runs out for the request leaves the dialog open";
     UseUpMessages();
 }

@@ -30,6 +30,7 @@ TEST_F(TextDialogOnDevice, WithoutAControlSetsNoText) {
             user.ChooseMenuItem(IDCANCEL);
         },
         0);
+    EXPECT_EQ(std::vector<std::string>{}, device.Calls({"SetWindowTextW"}));
 }
 
 TEST_F(TextDialogOnDevice, ClosedByAMenuCommandGivesThatCommand) {
@@ -51,7 +52,8 @@ TEST_F(TextDialogOnDevice, ClosedByCancelGivesTwo) {
 
 TEST_F(TextDialogOnDevice, OtherCommandsWithANotificationCodeDoNotCloseIt) {
     EXPECT_EQ(2, Run([](DialogUser& user) {
-                  user.Send(WM_COMMAND, MAKEWPARAM(1016, 1), 0);
+                  for (const unsigned notification : {1u, 2u, 0x8000u, 0xFFFFu})
+                      user.Send(WM_COMMAND, MAKEWPARAM(1016, notification), 0);
                   EXPECT_TRUE(user.IsOpen());
                   user.ChooseMenuItem(IDCANCEL);
               }));

@@ -211,6 +211,8 @@ TEST_F(WindowTranslation, NoTextIsReadWhileTheFirstItemCannotBeAskedFor) {
     TranslateMenu(menu.handle);
     EXPECT_TRUE(translationCatalogue.UntranslatedTexts().empty());
     EXPECT_EQ(3u, device.CountCalls("GetMenuItemInfoW"));
+    for (const std::string& call : device.Calls({"GetMenuItemInfoW"}))
+        EXPECT_EQ(std::string::npos, call.find("mask 0x10")) << call;
 }
 
 TEST_F(WindowTranslation, MenuIsAskedByPositionWithItsTextFieldsOnly) {
