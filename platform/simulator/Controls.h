@@ -41,8 +41,8 @@ struct StaticControl : Window {
     using Window::Window;
 };
 
-/* A control of the class "static", "edit" or "button", whatever the case, not yet on the screen; null for other
- * classes. Its style is to be set before it gets there. */
+/* A control of the class "static", "edit" or "button", whatever the case, not yet on the screen; null for
+ * other classes. Its style is to be set before it gets there. */
 std::unique_ptr<Window> NewControl(const std::u16string& className, bool isTopLevel);
 
 /* What follows from a control's style, once that is set. */

@@ -130,10 +130,13 @@ public:
 
     // ---- What he does ---------------------------------------------------------------------------------
 
-    /* Taps into an edit field and types in place of what is there. */
+    /* Taps into an edit field and types in place of what is there, unit by unit; the field's limit (30000
+     * units at first) holds. An empty text deletes what is there. */
     void Type(int id, std::u16string_view text);
 
-    /* Types into the edit field that has the focus, where the insertion point is. */
+    /* Types into the edit field that has the focus, in place of the selection or where the insertion point
+     * is: at the end of what a program or the user has put there. Tab, and the first focus of a dialog,
+     * select all of a field. */
     void TypeOn(std::u16string_view text);
 
     /* Taps a check box unless it shows that state. */

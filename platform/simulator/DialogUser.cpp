@@ -84,7 +84,8 @@ LPARAM MiddleOf(const Window& control) {
     return MAKELPARAM((place.right - place.left) / 2, (place.bottom - place.top) / 2);
 }
 
-/* Taps a control where it lets itself be tapped: what lies on a static without notifications goes to the dialog. */
+/* Taps a control where it lets itself be tapped: what lies on a static without notifications goes to the
+ * dialog. */
 void TapOn(const Window& control, UINT down) {
     const bool isTransparent =
         dynamic_cast<const StaticControl*>(&control) != nullptr && (control.style & SS_NOTIFY) == 0;

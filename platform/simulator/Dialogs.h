@@ -19,8 +19,8 @@ struct DialogWindow : Window {
     int defaultButton = IDOK;
 };
 
-/* The control after `from` (null: the first one) that is a tab stop and can be reached; around the end back to
- * the first. Null when there is none. */
+/* The control after `from` (null: the first one) that is a tab stop and can be reached; around the end back
+ * to the first. Null when there is none. */
 HWND NextTabStop(const DialogWindow& dialog, HWND from, bool backwards);
 
 /* Moves the focus to a control as Tab does: the text of an edit field is selected. */

@@ -39,8 +39,8 @@ struct Window : Object {
     bool isBeingDestroyed = false;
 };
 
-/* Calls a procedure of the library or of a test: what it allocates counts again. An exception that leaves it is a
- * violation, and the result is 0. */
+/* Calls a procedure of the library or of a test: what it allocates counts again. An exception that leaves it
+ * is a violation, and the result is 0. */
 LRESULT CallProcedure(WNDPROC procedure, HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
 INT_PTR CallDialogProcedure(DLGPROC procedure, HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -93,8 +93,8 @@ public:
     /* Forgets the focus and what was posted. */
     void Reset();
 
-    /* Reports the top-level windows that were made in this test and are still there, and removes them with all
-     * they contain and own. */
+    /* Reports the top-level windows that were made in this test and are still there, and removes them with
+     * all they contain and own. */
     void ReportLeaks();
 
 private:

@@ -15,7 +15,6 @@ namespace {
 
 using simulator::Call;
 using simulator::DialogWindow;
-using simulator::Hex;
 using simulator::Screen;
 using simulator::Window;
 using simulator::WindowName;
