@@ -7,7 +7,7 @@
 
 /* Handlers add behaviour and swallow nothing: every message goes on to the procedure that the window had before,
  * and that procedure's result is the message's; OnNotify alone decides for itself. A handler that throws ends the
- * dialog that the window is with -1. */
+ * dialog that the window is with -1; OnDestroy comes too late for that. */
 class Window {
 public:
     Window() = default;

@@ -53,6 +53,22 @@ TEST_F(AccountSignIn, StartsEmptyInTheUserIdFieldWithTwoSoftKeysAndAMenu) {
     }));
 }
 
+TEST_F(AccountSignIn, SoftKeyPressedWhileAMessageIsShownCountsForNothing) {
+    server.Answer(MapShopReply().Int32(5).bytes);
+    EXPECT_FALSE(SignInAs([&](const ScreenUser& user) {
+        const HWND dialog = user.WaitForDialog(signInCaption);
+        TypeCredentials(dialog, L"Anna", L"Secret-1");
+        PressSignIn(dialog);
+        const HWND box = user.ReadMessage(title).box;
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        user.WaitUntil("the dialog can be used again",
+                       [&] { return IsWindowEnabled(dialog) && !IsWindow(box); });
+        ChooseCancel(user, dialog);
+    }));
+    EXPECT_EQ(1u, server.TakeRequests().size());
+}
+
 TEST_F(AccountSignIn, KnownUserStartsInThePasswordFieldWithTheBoxUnticked) {
     account.userId = L"Anna";
     account.password = L"secret1";

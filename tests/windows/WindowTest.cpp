@@ -42,13 +42,15 @@ class Windows : public DialogTest {};
 
 /* Lets a window without an object meet the library's procedure, while a user confirms what is said. */
 void MeetUnboundWindow() {
-    // The box itself brings other windows of the thread messages, but not one for messages alone.
-    const HWND window =
-        CreateWindowExW(0, L"STATIC", L"unbound", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    // A visible one: the box itself brings it messages.
+    const HWND window = CreateWindowExW(0, L"STATIC", L"unbound", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                        nullptr, nullptr, nullptr, nullptr);
     const ScreenUser user([](const ScreenUser& acting) {
         const ScreenUser::Message message = acting.ReadMessage(L"Fatal Error");
         const bool isStop = message.icon == LoadIconW(nullptr, IDI_ERROR);
-        std::fprintf(stderr, "%s: %ls", isStop ? "stop" : "another icon", message.text.c_str());
+        const size_t boxes = WindowsOf(GetWindowThreadProcessId(message.box, nullptr), L"#32770").size();
+        std::fprintf(stderr, "%u %s: %ls", static_cast<unsigned>(boxes), isStop ? "stop" : "another icon",
+                     message.text.c_str());
         std::fflush(stderr);
         PostMessageW(message.box, WM_COMMAND, IDOK, 0);
     });
@@ -59,8 +61,9 @@ void MeetUnboundWindow() {
 }  // namespace
 
 /* Without the tests' own folder, which the process would leave behind. */
-TEST(UnboundWindow, EndsTheProcess) {
-    EXPECT_EXIT(MeetUnboundWindow(), testing::ExitedWithCode(1), "stop: Window not found in Window::wndProc");
+TEST(UnboundWindow, ShowsOneFatalBoxAndEndsTheProcess) {
+    EXPECT_EXIT(MeetUnboundWindow(), testing::ExitedWithCode(1),
+                "^1 stop: Window not found in Window::wndProc");
 }
 
 TEST_F(Windows, MessagesReachTheirOperations) {
