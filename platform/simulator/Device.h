@@ -106,9 +106,14 @@ struct ConnectionAnswers {
 class LoadedLibrary {
 public:
     LoadedLibrary() = default;
-    LoadedLibrary(LoadedLibrary&& other) noexcept;
-    LoadedLibrary& operator=(LoadedLibrary&& other) noexcept;
-    ~LoadedLibrary();
+    LoadedLibrary(LoadedLibrary&& other) noexcept : module_(std::exchange(other.module_, nullptr)) {}
+    LoadedLibrary& operator=(LoadedLibrary&& other) noexcept {
+        if (this == &other) return *this;
+        Unload();
+        module_ = std::exchange(other.module_, nullptr);
+        return *this;
+    }
+    ~LoadedLibrary() { Unload(); }
 
     /* False when the library refused to attach, or after Unload. */
     bool IsLoaded() const { return module_ != nullptr; }

@@ -89,20 +89,6 @@ LoadedLibrary Device::LoadLibraryFile(const std::string& file) {
     return LoadedLibrary(module);
 }
 
-LoadedLibrary::LoadedLibrary(LoadedLibrary&& other) noexcept
-    : module_(std::exchange(other.module_, nullptr)) {}
-
-LoadedLibrary& LoadedLibrary::operator=(LoadedLibrary&& other) noexcept {
-    if (this == &other) return *this;
-    Unload();
-    module_ = std::exchange(other.module_, nullptr);
-    return *this;
-}
-
-LoadedLibrary::~LoadedLibrary() {
-    Unload();
-}
-
 void LoadedLibrary::Unload() {
     if (module_ != nullptr) UnloadModule(std::exchange(module_, nullptr));
 }

@@ -55,6 +55,11 @@ private:
     size_t expectedMessages = 0;
 };
 
+/* The user cancels the dialog with its menu bar. */
+inline void Cancel(DialogUser& user) {
+    user.PressButton(IDCANCEL);
+}
+
 inline void PrintTo(const std::u16string& text, std::ostream* out) {
     for (const char16_t unit : text)
         *out << (unit < 0x80 ? static_cast<char>(unit) : '?');

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "frame/Contained.h"
+#include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 
 namespace {

@@ -1,5 +1,6 @@
 #include "ui/Dialog.h"
 
+#include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 
 namespace {

@@ -1,7 +1,7 @@
 /* A dialog with one control of each kind whose operations tests can hook into. */
 #pragma once
 
-#include "support/ScreenTest.h"
+#include "Platform.h"
 
 #include <functional>
 
@@ -29,15 +29,15 @@ public:
     void OnDestroy() override {
         if (onDestroy) onDestroy();
     }
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (onWindowMessage) onWindowMessage(message);
+        return Dialog::WindowProc(message, wParam, lParam);
+    }
 
     std::function<void()> onInit;
     std::function<void(int id, HWND control, int notification)> onCommand;
     std::function<void(WPARAM, LPARAM)> onNotify;
     std::function<INT_PTR(UINT, WPARAM, LPARAM)> onMessage;
     std::function<void()> onDestroy;
+    std::function<void(UINT)> onWindowMessage;
 };
-
-/* The user cancels the dialog with its menu bar. */
-inline void Cancel(DialogUser& user) {
-    user.PressButton(IDCANCEL);
-}

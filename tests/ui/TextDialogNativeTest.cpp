@@ -1,5 +1,6 @@
 #include "ui/TextDialog.h"
 
+#include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 
 namespace {

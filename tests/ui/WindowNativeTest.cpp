@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 
 namespace {

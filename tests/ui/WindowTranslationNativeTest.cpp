@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 
 namespace {

@@ -4,9 +4,9 @@
 
 #include "support/DeviceTest.h"
 
-#include "FormDialog.h"
 #include "ScreenUser.h"
 #include "StandInControl.h"
+#include "ui/FormDialog.h"
 
 class DialogTest : public DeviceTest {
 protected:

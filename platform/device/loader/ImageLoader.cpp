@@ -29,20 +29,6 @@ LoadedLibrary Device::LoadLibraryFile(const std::string& file) {
     return {};
 }
 
-LoadedLibrary::LoadedLibrary(LoadedLibrary&& other) noexcept
-    : module_(std::exchange(other.module_, nullptr)) {}
-
-LoadedLibrary& LoadedLibrary::operator=(LoadedLibrary&& other) noexcept {
-    if (this == &other) return *this;
-    Unload();
-    module_ = std::exchange(other.module_, nullptr);
-    return *this;
-}
-
-LoadedLibrary::~LoadedLibrary() {
-    Unload();
-}
-
 void LoadedLibrary::Unload() {
     const std::unique_ptr<Module> module(static_cast<Module*>(std::exchange(module_, nullptr)));
     if (module == nullptr) return;

@@ -11,10 +11,10 @@
 #include <cstdio>
 #include <string_view>
 
-#include "../FormDialog.h"
 #include "account/CreateAccountDialog.h"
 #include "account/SignInDialog.h"
 #include "frame/LibraryEntry.h"
+#include "ui/FormDialog.h"
 #include "ui/TextDialog.h"
 #include "ui/TranslationCatalogue.h"
 
