@@ -88,7 +88,8 @@ typedef struct DownloadProgress {
 } DownloadProgress;
 
 /* Asked after every read from the network, on the calling thread, with the `context` that was given along with it.
- * 0 cancels; any other answer goes on. */
+ * 0 cancels; any other answer goes on. It returns to the library: a C++ exception, a structured exception or a longjmp
+ * that leaves it is not for a device, whose system does not unwind through the library. */
 typedef int(LM_CALL* LMProgressCallback)(void* context);
 
 /* Downloads `urlPath` of `host` by HTTP, port 80, into `localFile`. Brings up the device's data connection first, which
