@@ -55,4 +55,7 @@ void WINAPI SHSendBackToFocusWindow(UINT message, WPARAM wParam, LPARAM lParam);
 
 #ifdef __cplusplus
 }
+
+static_assert(sizeof(void*) != 4 || sizeof(SHINITDLGINFO) == 12, "what the shell reads");
+static_assert(sizeof(void*) != 4 || sizeof(SHMENUBARINFO) == 36, "what the shell checks");
 #endif

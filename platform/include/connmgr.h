@@ -42,4 +42,6 @@ HRESULT WINAPI ConnMgrReleaseConnection(HANDLE connection, LONG cache);
 
 #ifdef __cplusplus
 }
+
+static_assert(sizeof(void*) != 4 || sizeof(CONNMGR_CONNECTIONINFO) == 64, "what cellcore checks");
 #endif

@@ -7,6 +7,7 @@
 #include <stdio.h>
 #include <windows.h>
 // The order matters: the headers below build on windows.h.
+#include <commctrl.h>
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -27,3 +28,12 @@ BOOL WINAPI ShellExecuteEx(LPSHELLEXECUTEINFOW info);
 FILE* _wfopen(const WCHAR* path, const WCHAR* mode);
 int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list arguments);
 }
+
+// The desktop's structures have grown and its messages multiplied. These are used as they were when the device's system
+// was made; a structure of another size is refused there, and another message is ignored.
+static_assert(sizeof(SHELLEXECUTEINFOW) == 60);
+static_assert(offsetof(MENUITEMINFOW, hbmpItem) == 44, "the device's structure ends where this field begins");
+static_assert(sizeof(TBBUTTON) == 20);
+static_assert(sizeof(TBBUTTONINFOW) == 32);
+static_assert(TB_GETBUTTON == 0x417 && TB_BUTTONCOUNT == 0x418);
+static_assert(TB_GETBUTTONINFOW == 0x43F && TB_SETBUTTONINFOW == 0x440);
