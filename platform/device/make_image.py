@@ -7,6 +7,8 @@ With --exports the image is a DLL that exports the names of the .def file; witho
 resources as windres makes them (-O coff). Prints the sizes of the image's parts.
 """
 import argparse
+import os
+import pathlib
 import re
 import struct
 import sys
@@ -219,6 +221,14 @@ def headers(image, base, is_library, directories):
     return result + bytes(header_size - len(result))
 
 
+def save(path, contents):
+    """The image is there as a whole or not at all."""
+    unfinished = f"{path}.unfinished"
+    with open(unfinished, "wb") as output:
+        output.write(contents)
+    os.replace(unfinished, path)
+
+
 def report(image, path, file_size):
     sizes = {
         "code": image.part(".text"),
@@ -231,7 +241,10 @@ def report(image, path, file_size):
         if section.name in (".rsrc", ".reloc"):
             sizes["resources" if section.name == ".rsrc" else "relocations"] = section.size
     print(f"{path}: {file_size} bytes; " + ", ".join(f"{size} {name}" for name, size in sizes.items()))
-    if sizes["writable data"] > MOST_WRITABLE:
+
+
+def check_writable(image):
+    if sum(section.size for section in image.sections if section.flags == WRITABLE) > MOST_WRITABLE:
         fail(f"more than {MOST_WRITABLE} bytes of the image are writable")
 
 
@@ -243,8 +256,11 @@ def main():
     parser.add_argument("--resources")
     arguments = parser.parse_args()
     base = 0x10000000 if arguments.exports else 0x10000
+    # Nobody shall take an earlier image for one of this ELF file.
+    pathlib.Path(arguments.image).unlink(missing_ok=True)
     with open(arguments.elf, "rb") as file:
         image = Image(ELFFile(file))
+        check_writable(image)
         directories = {1: import_table(image)}
         if arguments.exports:
             directories[0] = export_table(image, arguments.exports)
@@ -256,8 +272,7 @@ def main():
         contents = headers(image, base, bool(arguments.exports), directories)
         for section in image.sections:
             contents += section.data + bytes(-len(section.data) % FILE_ALIGNMENT)
-        with open(arguments.image, "wb") as output:
-            output.write(contents)
+        save(arguments.image, contents)
         report(image, arguments.image, len(contents))
 
 

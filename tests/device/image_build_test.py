@@ -46,6 +46,14 @@ class ImageBuild(unittest.TestCase):
     def make(self, *options):
         return self.run_tool(sys.executable, DEVICE / "make_image.py", "image.elf", "image.dll", *options)
 
+    def make_refused(self, *options):
+        """What make_image.py says to an ELF file that it refuses; an image from before is gone then."""
+        (self.folder / "image.dll").write_bytes(b"an earlier image")
+        result = self.make(*options)
+        self.assertEqual(1, result.returncode)
+        self.assertEqual([], list(self.folder.glob("image.dll*")))
+        return result.stderr
+
     def check(self):
         return self.run_tool(sys.executable, DEVICE / "check_link.py", "map", "arm-none-eabi-c++filt")
 
@@ -84,28 +92,46 @@ class ImageBuild(unittest.TestCase):
         self.assertIn("wstring-inst.o", result.stderr)
         self.assertIn("basic_string<wchar_t", result.stderr)
 
+    def check_map(self, *sections):
+        """What check_link.py says to a link of these sections: (name, file). Empty when nothing is wrong."""
+        lines = "".join(f" {name}\n                0x00001000      0x1c0 {file}\n" for name, file in sections)
+        (self.folder / "map").write_text(f"Linker script and memory map\n\n{lines}", encoding="ascii")
+        result = self.check()
+        self.assertEqual(bool(result.stderr), result.returncode == 1)
+        return result.stderr
+
+    def test_wide_text_is_found_in_sections_of_every_name(self):
+        self.assertEqual("", self.check_map((".text._ZNSs5eraseEv", "/usr/lib/libstdc++.a(string-inst.o)")))
+        for name in (".text._ZNSt5emptyIwE4growEv", ".text.unlikely._ZNSt5emptyIwE4growEv", ".rodata._ZTVSt5emptyIwE",
+                     ".data.rel.ro._ZTVSt5emptyIwE", ".text._ZNSt5emptyIwE4growEv.isra.0"):
+            self.assertIn("std::empty<wchar_t>", self.check_map((name, "/usr/lib/libstdc++.a(any.o)")))
+
+    def test_libraries_are_found_in_folders_with_gaps_in_their_names(self):
+        self.assertIn("my compiler/libc.a(wcslen.o)", self.check_map((".text.wcslen", "/my compiler/libc.a(wcslen.o)")))
+        self.assertIn("std::empty<wchar_t>", self.check_map(
+            (".text._ZNSt5emptyIwE4growEv", "/my compiler/libstdc++.a(any.o)")))
+
+    def test_facets_of_wide_text_are_refused(self):
+        for file in ("ctype.o", "ctype_members.o", "codecvt.o", "codecvt_members.o", "lt1-codecvt.o", "c++locale.o",
+                     "cxx11-wlocale-inst.o", "locale_init.o", "ios_init.o", "wstring-inst.o"):
+            self.assertIn(file, self.check_map((".text", f"/usr/lib/libstdc++.a({file})")))
+
     def test_a_relocation_of_an_unknown_kind_is_refused(self):
         self.compiled('extern "C" __attribute__((noinline)) int Other(int n) { asm(""); return n; }'
                       'extern "C" int Start() { return Other(1) + 1; }', "-mthumb", "-ffunction-sections")
         self.linked()
-        result = self.make()
-        self.assertEqual(1, result.returncode)
-        self.assertIn("the relocation R_ARM_THM_CALL at 0x", result.stderr)
+        self.assertIn("the relocation R_ARM_THM_CALL at 0x", self.make_refused())
 
     def test_an_export_that_is_not_linked_is_named(self):
         self.compiled('extern "C" int Start() { return 1; }', "-marm")
         self.linked()
         (self.folder / "exports.def").write_text("LIBRARY Sample\nEXPORTS\n    Start\n    Missing\n", encoding="ascii")
-        result = self.make("--exports", "exports.def")
-        self.assertEqual(1, result.returncode)
-        self.assertIn("not linked: Missing", result.stderr)
+        self.assertIn("not linked: Missing", self.make_refused("--exports", "exports.def"))
 
     def test_more_writable_data_than_a_page_is_refused(self):
         self.compiled('char data[5000]; extern "C" char Start(int n) { return data[n]; }', "-marm")
         self.linked()
-        result = self.make()
-        self.assertEqual(1, result.returncode)
-        self.assertIn("more than 4096 bytes of the image are writable", result.stderr)
+        self.assertIn("more than 4096 bytes of the image are writable", self.make_refused())
 
     def test_the_same_elf_file_gives_the_same_image(self):
         image = self.folder / "again.dll"
