@@ -9,7 +9,10 @@ import sys
 import tempfile
 import unittest
 
+import pefile
+
 import named_cases
+from relocated_places import places_that_move, relocated
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 DEVICE = SOURCE / "platform/device"
@@ -132,6 +135,26 @@ class ImageBuild(unittest.TestCase):
         self.compiled('char data[5000]; extern "C" char Start(int n) { return data[n]; }', "-marm")
         self.linked()
         self.assertIn("more than 4096 bytes of the image are writable", self.make_refused())
+
+    def test_a_relocation_that_is_left_out_shows_in_a_link_for_another_address(self):
+        self.compiled('int one; int* places[] = {&one, &one}; extern "C" int** Start(int n) { return places + n; }',
+                      "-marm")
+        self.linked()
+        made = self.make()
+        self.assertEqual(0, made.returncode, made.stderr)
+        moved = self.run_tool(LINK[0], "-Wl,--defsym=imageOrigin=0x20000000", *LINK[1:], "object.o", "-o", "moved.elf")
+        self.assertEqual(0, moved.returncode, moved.stderr)
+        places = places_that_move(self.folder / "image.elf", self.folder / "moved.elf")
+        self.assertEqual(3, len(places))
+        image = pefile.PE(self.folder / "image.dll")
+        self.assertEqual(places, set(relocated(image)))
+
+        data = bytearray((self.folder / "image.dll").read_bytes())
+        first = image.get_offset_from_rva(image.OPTIONAL_HEADER.DATA_DIRECTORY[5].VirtualAddress) + 8
+        data[first:first + 2] = bytes(2)
+        shorter = set(relocated(pefile.PE(data=bytes(data))))
+        self.assertEqual(2, len(shorter))
+        self.assertLess(shorter, places)
 
     def test_the_same_elf_file_gives_the_same_image(self):
         image = self.folder / "again.dll"
