@@ -23,9 +23,10 @@ MOST_WRITABLE = 4096
 
 CODE, CONSTANTS, WRITABLE, DISCARDABLE = 0x60000020, 0x40000040, 0xC0000040, 0x42000040
 ABSOLUTE = ("R_ARM_ABS32", "R_ARM_TARGET1")
-# Right wherever the image lies: distances, and a mark on branches.
-RELATIVE = ("R_ARM_NONE", "R_ARM_CALL", "R_ARM_JUMP24", "R_ARM_PC24", "R_ARM_PREL31", "R_ARM_REL32",
-            "R_ARM_TARGET2", "R_ARM_V4BX")
+# Right wherever the image lies: branches and a mark on them, and distances within the image.
+BRANCHES = ("R_ARM_NONE", "R_ARM_CALL", "R_ARM_JUMP24", "R_ARM_PC24", "R_ARM_V4BX")
+DISTANCES = ("R_ARM_PREL31", "R_ARM_TARGET2")
+NOWHERE = ("SHN_UNDEF", "SHN_ABS")  # a weak symbol that is not there, a number
 
 
 def aligned(value, step):
@@ -90,6 +91,22 @@ class Image:
         return sum(s["sh_size"] for s in self.elf.iter_sections() if s.name in names)
 
 
+def moves(image, kind, symbol, place):
+    """Whether the word at a place changes when the image is moved."""
+    name, section, value = symbol.name, symbol["st_shndx"], symbol["st_value"]
+    if kind in BRANCHES:
+        return False
+    if kind in DISTANCES:
+        if section in NOWHERE:
+            fail(f"the distance at 0x{place:X} leads out of the image, to {name}")
+        return False
+    if kind not in ABSOLUTE:
+        fail(f"the relocation {kind} at 0x{place:X} is not known")
+    if section == "SHN_ABS" and PAGE <= value < image.sections[-1].end():
+        fail(f"{name}, at 0x{place:X}, may be a number or an address in the image")
+    return section not in NOWHERE
+
+
 def relocate(image, base):
     """Adds the base to every absolute address; their places."""
     kinds = {number: name for name, number in ENUM_RELOC_TYPE_ARM.items()}
@@ -102,12 +119,7 @@ def relocate(image, base):
         symbols = image.elf.get_section(section["sh_link"])
         for relocation in section.iter_relocations():
             kind = kinds.get(relocation["r_info_type"], relocation["r_info_type"])
-            if kind in RELATIVE:
-                continue
-            if kind not in ABSOLUTE:
-                fail(f"the relocation {kind} at 0x{relocation['r_offset']:X} is not known")
-            # What is not there (a weak symbol) and what is a number has no address that could move.
-            if symbols.get_symbol(relocation["r_info_sym"])["st_shndx"] not in ("SHN_UNDEF", "SHN_ABS"):
+            if moves(image, kind, symbols.get_symbol(relocation["r_info_sym"]), relocation["r_offset"]):
                 places.add(relocation["r_offset"])
     for place in places:
         memory, offset = image.word_at(place)

@@ -125,6 +125,31 @@ class ImageBuild(unittest.TestCase):
         self.linked()
         self.assertIn("the relocation R_ARM_THM_CALL at 0x", self.make_refused())
 
+    def refusal_of_word(self, expression, *options):
+        """What make_image.py says when the assembler's expression is a word of the image."""
+        self.compiled('extern "C" { extern const int word; int other; int Start() { return word + other; } }'
+                      f'asm(".pushsection .rodata.word,\\"a\\"\\n.weak missing\\n.global word\\nword: .word {expression}\\n'
+                      '.popsection");', "-marm")
+        self.linked("-Wl,--target2=rel", *options)
+        return self.make_refused()
+
+    def test_a_distance_out_of_the_image_is_refused(self):
+        self.assertRegex(self.refusal_of_word("missing(target2)"), "the distance at 0x.* leads out of the image, to missing")
+
+    def test_a_distance_in_data_is_refused(self):
+        self.assertIn("the relocation R_ARM_REL32 at 0x", self.refusal_of_word("other - ."))
+
+    def test_a_number_that_may_be_an_address_is_refused(self):
+        self.assertRegex(self.refusal_of_word("place", "-Wl,--defsym=place=0x1004"),
+                         "place, at 0x.*, may be a number or an address in the image")
+
+    def test_a_function_for_the_end_of_the_program_is_not_linked(self):
+        self.compiled('static void End() {} extern "C" void Start() {}'
+                      '__attribute__((section(".fini_array"), used)) static void (*const end)() = End;', "-marm")
+        result = self.link()
+        self.assertNotEqual(0, result.returncode)
+        self.assertIn("nothing calls the functions in .preinit_array, .fini_array", result.stderr)
+
     def test_an_export_that_is_not_linked_is_named(self):
         self.compiled('extern "C" int Start() { return 1; }', "-marm")
         self.linked()
