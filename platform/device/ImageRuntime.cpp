@@ -24,7 +24,8 @@ constexpr size_t mostDestructors = 32;
 Destructor destructors[mostDestructors];
 size_t destructorCount;
 
-bool memoryRanOut;
+/* Memory, or room for destructors, was not there when it was wanted. */
+bool ranOut;
 
 }  // namespace
 
@@ -37,9 +38,13 @@ void* __dso_handle = nullptr;
         TerminateProcess(GetCurrentProcess(), 3);
 }
 
-/* Called by every constructed object that wants to be destroyed. */
+/* Called for every constructed object that wants to be destroyed. One for which there is no room is not destroyed:
+ * nobody looks at the result, and others may still use the object. */
 int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
-    if (destructorCount == mostDestructors) abort();
+    if (destructorCount == mostDestructors) {
+        ranOut = true;
+        return -1;
+    }
     destructors[destructorCount++] = {object, destroy};
     return 0;
 }
@@ -48,17 +53,22 @@ int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
 void* __real_malloc(size_t size);
 void* __wrap_malloc(size_t size) {
     void* const memory = __real_malloc(size);
-    if (memory == nullptr) memoryRanOut = true;
+    if (memory == nullptr) ranOut = true;
     return memory;
 }
 }
 
 bool BeginImage() noexcept {
-    for (const Constructor* constructor = firstConstructor; constructor != endOfConstructors; ++constructor) {
-        (*constructor)();
-        if (memoryRanOut) return false;
+    try {
+        for (const Constructor* constructor = firstConstructor; constructor != endOfConstructors;
+             ++constructor) {
+            (*constructor)();
+            if (ranOut) return false;
+        }
+        return true;
+    } catch (...) {
+        return false;
     }
-    return true;
 }
 
 void EndImage() noexcept {

@@ -1,12 +1,15 @@
 /* The C++ runtime of an image, through a DLL made for these tests. */
 #include "Device.h"
+#include "DeviceHeap.h"
 #include "support/DeviceTest.h"
 
 namespace {
 
+constexpr char sampleFile[] = ORVANDE_DEVICE_FOLDER "/RuntimeSample.dll";
+
 class ImageRuntime : public DeviceTest {
 protected:
-    LoadedLibrary Load() { return device.LoadLibraryFile(ORVANDE_DEVICE_FOLDER "/RuntimeSample.dll"); }
+    LoadedLibrary Load() { return device.LoadLibraryFile(sampleFile); }
 
     Device& device = Device::Current();
 };
@@ -61,6 +64,32 @@ TEST_F(ImageRuntime, ExceptionsAreThrownWithoutMemory) {
     watch.Stop();
     EXPECT_TRUE(watch.Failed());
     EXPECT_EQ(4, caught);
+}
+
+TEST_F(ImageRuntime, LoadIsRefusedWhicheverAllocationOfItsObjectsFails) {
+    const std::string file = sampleFile;
+    for (const Failing failing : {Failing::Once, Failing::FromThereOn}) {
+        size_t n = 1;
+        for (;; ++n) {
+            SCOPED_TRACE(n);
+            AllocationWatch watch(n, failing);
+            const LoadedLibrary library = device.LoadLibraryFile(file);
+            watch.Stop();
+            if (!watch.Failed()) break;
+            EXPECT_FALSE(library.IsLoaded());
+            EXPECT_EQ(0u, DeviceHeapBlocks());
+            ASSERT_LT(n, 100u);
+        }
+        EXPECT_LT(4u, n) << "the reserve, and the texts of two objects";
+    }
+}
+
+TEST_F(ImageRuntime, LoadIsRefusedWhenThereAreTooManyObjectsToDestroy) {
+    EXPECT_FALSE(device.LoadLibraryFile(ORVANDE_DEVICE_FOLDER "/CrowdedSample.dll").IsLoaded());
+    // The compiler's runtime has an object to destroy, too.
+    const std::vector<std::string> expected = {Deleted("made") + " (33 times)",
+                                               Deleted("destroyed") + " (31 times)"};
+    EXPECT_EQ(expected, device.Calls({"DeleteFileW"}));
 }
 
 TEST_F(ImageRuntime, WideTextNumbersAndCastsWork) {

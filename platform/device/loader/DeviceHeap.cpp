@@ -14,6 +14,7 @@ namespace {
 
 /* The blocks and their sizes. */
 std::unordered_map<void*, size_t>& Blocks() {
+    const simulator::OwnWork ownWork;
     static auto& blocks = *new std::unordered_map<void*, size_t>;
     return blocks;
 }

@@ -11,7 +11,9 @@ namespace {
 
 class StaticObject {
 public:
-    explicit StaticObject(const WCHAR* objectName) : name(objectName) { Say(TEXT("made ")); }
+    explicit StaticObject(const WCHAR* name) : lastWords(std::wstring(TEXT("destroyed ")) + name) {
+        DeleteFileW((std::wstring(TEXT("made ")) + name).c_str());
+    }
     StaticObject(const StaticObject&) = delete;
     StaticObject& operator=(const StaticObject&) = delete;
     ~StaticObject() {
@@ -19,14 +21,12 @@ public:
         try {
             throw 1;
         } catch (int) {
-            Say(TEXT("destroyed "));
+            DeleteFileW(lastWords.c_str());
         }
     }
 
 private:
-    void Say(const WCHAR* what) const { DeleteFileW((std::wstring(what) + name).c_str()); }
-
-    const WCHAR* name;
+    std::wstring lastWords;
 };
 
 StaticObject first(TEXT("first"));
