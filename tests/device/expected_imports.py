@@ -1,0 +1,45 @@
+"""What each of the files takes from the device's libraries. A new name here is a decision: whether every device has the
+function (platform/device/exports), and whether the library ought to use it. None of them makes a thread or writes the
+registry."""
+
+NETWORK = {
+    "CELLCORE.dll": {"ConnMgrEstablishConnectionSync", "ConnMgrMapURL", "ConnMgrReleaseConnection"},
+    "WININET.dll": {"HttpOpenRequestW", "HttpSendRequestW", "InternetCloseHandle", "InternetConnectW", "InternetOpenW",
+                    "InternetReadFile"},
+}
+
+# What the compiler's runtime needs, and every program does.
+RUNTIME = {"TerminateProcess", "free", "malloc", "memcpy", "memmove", "memset", "strcmp", "wcslen"}
+
+LIBRARY = {
+    "COREDLL.dll": RUNTIME | {
+        "CloseHandle", "CreateDirectoryW", "CreateFileW", "DeleteFileW", "GetFileAttributesW", "GetLastError",
+        "GetModuleFileNameW", "LoadCursorW", "MessageBoxW", "MoveFileW", "RegCloseKey", "RegOpenKeyExW",
+        "RegQueryValueExW", "SHGetSpecialFolderPath", "SetCursor", "SetLastError", "WriteFile", "_vsnwprintf",
+        "_wfopen", "fclose", "fgetc", "fputc", "fseek", "swscanf", "wcsncpy"},
+    "CELLCORE.dll": NETWORK["CELLCORE.dll"],
+    "WININET.dll": NETWORK["WININET.dll"] | {"HttpQueryInfoW"},
+    "aygshell.dll": {"#9"},
+}
+
+MAPSHOP = {
+    "COREDLL.dll": RUNTIME | {
+        "CloseHandle", "CreateFileW", "DeleteFileW", "FreeLibrary", "GetFileAttributesW", "GetLastError",
+        "GetModuleFileNameW", "GetProcAddressA", "GetTickCount", "LoadLibraryW", "WideCharToMultiByte", "WriteFile",
+        "_getstdfilex", "fputs", "puts", "strlen", "wcstod"},
+}
+
+SIGNIN = {
+    "COREDLL.dll": RUNTIME | {
+        "CallWindowProcW", "CloseHandle", "CreateDirectoryW", "DefWindowProcW", "DestroyWindow",
+        "DialogBoxIndirectParamW", "EndDialog", "FindResourceW", "GetDlgItem", "GetDlgItemTextW", "GetFileAttributesW",
+        "GetLastError", "GetMenuItemInfoW", "GetModuleFileNameW", "GetModuleHandleW", "GetSubMenu", "GetWindow",
+        "GetWindowLongW", "GetWindowTextW", "IsWindow", "IsWindowEnabled", "LoadCursorW", "LoadLibraryW",
+        "LoadResource", "MessageBoxW", "RegCloseKey", "RegOpenKeyExW", "RegQueryValueExW", "SHGetSpecialFolderPath",
+        "SendDlgItemMessageW", "SendMessageW", "SetCursor", "SetFocus", "SetLastError", "SetMenuItemInfoW",
+        "SetWindowLongW", "SetWindowTextW", "ShellExecuteEx", "WaitForSingleObject", "WideCharToMultiByte",
+        "_vsnwprintf", "_wfopen", "fclose", "feof", "ferror", "fflush", "fgetc", "fputc", "fseek", "fwprintf", "memchr",
+        "puts"},
+    **NETWORK,
+    "aygshell.dll": {"#9", "#34", "#56", "#97"},
+}
