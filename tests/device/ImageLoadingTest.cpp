@@ -1,6 +1,9 @@
 /* The image as the device's loader finds it: moved, bound, run, and gone. */
 #include "mapshop/MapShopFixture.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -15,8 +18,16 @@ using Entry = BOOL WINAPI(HINSTANCE instance, DWORD reason, LPVOID reserved);
 
 class ImageLoading : public DeviceTest {
 protected:
-    static BOOL CallEntry(const MappedImage& image, DWORD reason) {
-        return reinterpret_cast<Entry*>(image.Entry())(Device::Current().LibraryInstance(), reason, nullptr);
+    static BOOL CallEntry(const MappedImage& image, DWORD reason, LPVOID reserved = nullptr) {
+        return reinterpret_cast<Entry*>(image.Entry())(Device::Current().LibraryInstance(), reason, reserved);
+    }
+
+    /* Whether a byte can be written there; 0 is written then. */
+    static bool IsWritable(const void* place) {
+        const int zeros = open("/dev/zero", O_RDONLY);
+        const ssize_t written = read(zeros, const_cast<void*>(place), 1);
+        close(zeros);
+        return written == 1;
     }
 
     /* The number of maps that a search through the exports of an attached image finds. */
@@ -95,6 +106,32 @@ TEST_F(ImageLoading, ThreadsThatComeAndGoChangeNothing) {
     EXPECT_TRUE(CallEntry(image, DLL_THREAD_DETACH));
     EXPECT_EQ(before, device.Calls());
     CallEntry(image, DLL_PROCESS_DETACH);
+}
+
+TEST_F(ImageLoading, CodeConstantsAndHeadersCannotBeWritten) {
+    const MappedImage image(ORVANDE_LIBRARY_FILE, preferredBase, FindImport);
+    char ownByte = 1;
+    EXPECT_TRUE(IsWritable(&ownByte));
+    EXPECT_FALSE(IsWritable(image.Entry()));
+    EXPECT_FALSE(IsWritable(image.Export("LMMapShopSearch")));
+    EXPECT_FALSE(IsWritable(image.BytesAt(image.DirectoryOf(MappedImage::exports), 1).data()));
+    EXPECT_FALSE(IsWritable(image.BytesAt(image.DirectoryOf(MappedImage::resources), 1).data()));
+    EXPECT_FALSE(IsWritable(image.BytesAt(0, 1).data()));
+}
+
+TEST_F(ImageLoading, EndOfTheProcessDetachesWithASearchStillOpen) {
+    device.AddHost(u"online.orvande.example", 80, WebReply::WithBody(TwoMaps().bytes));
+    const MappedImage image(ORVANDE_LIBRARY_FILE, preferredBase, FindImport);
+    ASSERT_TRUE(CallEntry(image, DLL_PROCESS_ATTACH));
+    EXPECT_NE(nullptr,
+              reinterpret_cast<decltype(&LMMapShopSearch)>(image.Export("LMMapShopSearch"))(nullptr, 0));
+    int processEnds = 0;
+    EXPECT_TRUE(CallEntry(image, DLL_PROCESS_DETACH, &processEnds));
+    EXPECT_EQ(device.CountCalls("InternetOpenW") + device.CountCalls("InternetConnectW") +
+                  device.CountCalls("HttpOpenRequestW"),
+              device.CountCalls("InternetCloseHandle"));
+    EXPECT_LT(0u, DeviceHeapBlocks()) << "what the search found";
+    DropHeap();
 }
 
 TEST_F(ImageLoading, EveryImportThatIsMissingIsNamed) {

@@ -73,6 +73,12 @@ size_t DeviceHeapBlocks() {
     return Blocks().size();
 }
 
+void DropHeap() {
+    const simulator::OwnWork ownWork;
+    while (!Blocks().empty())
+        DeviceFree(Blocks().begin()->first);
+}
+
 void CheckHeap(size_t earlierBlocks) {
     const size_t blocks = DeviceHeapBlocks();
     if (blocks <= earlierBlocks) return;

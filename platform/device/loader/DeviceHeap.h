@@ -12,5 +12,8 @@ void DeviceFree(void* block);
 /* The number of blocks that have not been given back. */
 size_t DeviceHeapBlocks();
 
+/* Gives all of them back, as the end of a process does. */
+void DropHeap();
+
 /* Reports it as a violation when there are more blocks than `earlierBlocks`. */
 void CheckHeap(size_t earlierBlocks);

@@ -94,6 +94,10 @@ int ProtectionOf(uint32_t flags) {
            ((flags & writable) != 0 ? PROT_WRITE : 0);
 }
 
+void SetProtection(void* begin, size_t size, int protection) {
+    if (mprotect(begin, size, protection) != 0) throw ImageError("the image cannot be protected");
+}
+
 }  // namespace
 
 MappedImage::Mapping::Mapping(uintptr_t base, size_t size)
@@ -206,9 +210,9 @@ void MappedImage::BindImports(const Resolver& resolve) const {
 void MappedImage::Protect() const {
     for (uint32_t i = 0; i < At<uint16_t>(headers_ + sectionCountField); ++i) {
         const auto& section = At<SectionHeader>(headers_ + sectionTable + i * 40);
-        mprotect(&At<char>(section.address), section.size, ProtectionOf(section.flags));
+        SetProtection(&At<char>(section.address), section.size, ProtectionOf(section.flags));
     }
-    mprotect(reinterpret_cast<void*>(base_), 1, PROT_READ);
+    SetProtection(reinterpret_cast<void*>(base_), 1, PROT_READ);
     auto* const begin = reinterpret_cast<char*>(base_);
     __builtin___clear_cache(begin, begin + size_);
 }
