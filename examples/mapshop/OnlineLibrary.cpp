@@ -1,6 +1,7 @@
 #include "OnlineLibrary.h"
 
 #include "NumberText.h"
+#include "SystemTexts.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ std::wstring LoadProblem(const std::wstring& path, DWORD error) {
         return std::wstring(libraryName) + L" is missing: it belongs beside this program, as " + path + L".";
     }
     if (error == ERROR_MOD_NOT_FOUND) {
-        return path + L" cannot be loaded: aygshell.dll or cellcore.dll, which belong beside it, is missing.";
+        return path + std::wstring(MissingPartProblem());
     }
     return path + L" cannot be loaded (Windows error " + DecimalText(error) + L").";
 }

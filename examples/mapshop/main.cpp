@@ -6,10 +6,11 @@
 #include "DownloadCommand.h"
 #include "RangeCommand.h"
 #include "SearchCommand.h"
+#include "SystemTexts.h"
 
 namespace {
 
-constexpr wchar_t usage[] =
+constexpr wchar_t usageBegin[] =
     LR"(Usage: mapshop search [SOUTH WEST NORTH EAST]...
        mapshop download PATH FILE
        mapshop range PATH OFFSET LENGTH [FILE]
@@ -19,8 +20,10 @@ a box are decimal numbers in degrees: south and north from -90 to 90, west and e
 whose west is greater than its east crosses the 180th meridian.
 
 download fetches PATH, as the search lists it, into FILE, and shows how far it is. It grows as FILE.TMP. An older
-FILE is deleted when the host begins to send the new one. Ctrl-C cancels and leaves neither file; while nothing
-arrives, it takes effect when something does, and pressed again it ends the program at once and may leave FILE.TMP.
+FILE is deleted when the host begins to send the new one.)";
+
+constexpr wchar_t usageMiddle[] =
+    LR"(
 
 range reads LENGTH bytes of PATH (1 to 2147483647) from byte OFFSET on and prints them in hexadecimal, or saves
 them as FILE. A host that does not know ranges sends the file's first bytes, which cannot be told apart.
@@ -30,11 +33,20 @@ Options of download and range:
   --progress bar|lines  one line that is renewed, or a few lines (bar where the error output is a console)
 
 Examples: mapshop search 45.8 5.9 47.9 10.5
-          mapshop download /maps/corsica.map corsica.map
+          mapshop download /maps/corsica.map )";
+
+constexpr wchar_t usageEnd[] =
+    LR"(
           mapshop range /maps/corsica.map 4096 64
 
 Exit code: 0 done, or the service answered a search; 1 no answer, a refusal, or a transfer that broke off; 2 wrong
 arguments; 3 the online library cannot be used; 4 FILE cannot be written; 5 cancelled.)";
+
+std::wstring Usage() {
+    std::wstring usage = usageBegin;
+    usage.append(DownloadHelp()).append(usageMiddle).append(ExampleFile()).append(usageEnd);
+    return usage;
+}
 
 ExitCode Run(const std::vector<std::wstring>& arguments) {
     if (arguments.empty()) {
@@ -43,7 +55,7 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
     }
     for (const std::wstring& argument : arguments) {
         if (argument != L"--help" && argument != L"-h") continue;
-        PrintLine(usage);
+        PrintLine(Usage());
         return exitDone;
     }
     const std::vector<std::wstring> rest{arguments.begin() + 1, arguments.end()};

@@ -93,6 +93,13 @@ TEST_F(MapshopProgram, ArgumentsAreSplitAtGapsOutsideOfQuotationMarks) {
     EXPECT_EQ(0u, Run(u"search --help").exitCode);
 }
 
+TEST_F(MapshopProgram, HelpSaysWhatHoldsOnAHandheld) {
+    const std::string help = Run(u"--help").output;
+    EXPECT_NE(std::string::npos, help.find("FILE is a whole path"));
+    EXPECT_NE(std::string::npos, help.find("corsica.map \"\\My Documents\\corsica.map\"\n"));
+    EXPECT_EQ(std::string::npos, help.find("Ctrl-C"));
+}
+
 TEST_F(MapshopProgram, WithoutMemoryItEndsAndLeavesNothing) {
     const std::string program = ORVANDE_DEVICE_FOLDER "/mapshop.exe";
     const std::u16string arguments = u"--help";
