@@ -20,6 +20,7 @@ from elftools.elf.relocation import RelocationSection
 PAGE = 0x1000
 FILE_ALIGNMENT = 0x200
 MOST_WRITABLE = 4096
+STACK = 0x40000  # of a program; the system's own choice, 64 KB, is little for dialogs in dialogs
 
 CODE, CONSTANTS, WRITABLE, DISCARDABLE = 0x60000020, 0x40000040, 0xC0000040, 0x42000040
 ABSOLUTE = ("R_ARM_ABS32", "R_ARM_TARGET1")
@@ -221,7 +222,7 @@ def headers(image, base, is_library, directories):
     optional = struct.pack("<HBBIIIIIIIIIHHHHHHIIIIHHIIIIII", 0x10B, 2, 0, sizes[True], sizes[False], 0,
                            image.elf["e_entry"], image.sections[0].address, image.sections[1].address, base, PAGE,
                            FILE_ALIGNMENT, 4, 20, 0, 0, 4, 20, 0, aligned(image.sections[-1].end(), PAGE),
-                           header_size, 0, 9, 0, 0x10000, 0x1000, 0x100000, 0x1000, 0, 16)
+                           header_size, 0, 9, 0, STACK, 0x1000, 0x100000, 0x1000, 0, 16)
     result = dos + coff + optional
     for number in range(16):
         result += struct.pack("<II", *directories.get(number, (0, 0)))

@@ -200,6 +200,9 @@ class ProgramTest(ImageTest):
         self.assertFalse(self.image.is_dll())
         self.assertFalse(hasattr(self.image, "DIRECTORY_ENTRY_EXPORT"))
 
+    def test_its_stack_has_256_kb(self):
+        self.assertEqual(256 * 1024, self.image.OPTIONAL_HEADER.SizeOfStackReserve)
+
 
 class Mapshop(ProgramTest, unittest.TestCase):
     name = "mapshop.exe"
