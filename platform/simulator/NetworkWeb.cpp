@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "Text.h"
+#include "Violations.h"
 
 namespace {
 
@@ -23,7 +24,8 @@ std::u16string Widened(boost::beast::string_view text) {
     return {text.begin(), text.end()};
 }
 
-/* Adds the header lines, which end with a line feed, with or without a carriage return before it. */
+/* Adds the header lines, which end with a line feed, with or without a carriage return before it. A name may come more
+ * than once. */
 void AddHeaders(Message& message, const std::u16string& headers) {
     const std::string text = simulator::ToUtf8(headers);
     for (size_t begin = 0; begin < text.size();) {
@@ -32,9 +34,13 @@ void AddHeaders(Message& message, const std::u16string& headers) {
         begin = end + 1;
         if (!line.empty() && line.back() == '\r') line.pop_back();
         const size_t colon = line.find(':');
-        if (colon == std::string::npos) continue;
+        if (colon == std::string::npos) {
+            if (!line.empty()) simulator::Violate("the header line '" + line + "' has no colon");
+            continue;
+        }
         const size_t value = line.find_first_not_of(' ', colon + 1);
-        message.set(line.substr(0, colon), value != std::string::npos ? line.substr(value) : std::string());
+        message.insert(line.substr(0, colon),
+                       value != std::string::npos ? line.substr(value) : std::string());
     }
 }
 

@@ -54,6 +54,28 @@ TEST_F(NetworkWeb, RequestReachesTheServerWithItsHeaders) {
     EXPECT_NE(std::string::npos, received.find("\r\nRange: bytes=0-2\r\n"));
 }
 
+TEST_F(NetworkWeb, HeadersOfOneNameAllReachTheServer) {
+    LoopbackServer server("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
+    Reach(server);
+    const OpenRequest request;
+    constexpr std::u16string_view headers = u"Accept: a/b\r\nAccept: c/d\r\nUser-Agent: Other\r\n";
+    ASSERT_TRUE(HttpSendRequestW(request.request, headers.data(), static_cast<DWORD>(headers.size()), nullptr, 0));
+    const std::string& received = server.Received();
+    EXPECT_NE(std::string::npos, received.find("\r\nAccept: a/b\r\n"));
+    EXPECT_NE(std::string::npos, received.find("\r\nAccept: c/d\r\n"));
+    EXPECT_NE(std::string::npos, received.find("\r\nUser-Agent: Agent\r\n"));
+    EXPECT_NE(std::string::npos, received.find("\r\nUser-Agent: Other\r\n"));
+}
+
+TEST_F(NetworkWeb, HeaderLineWithoutAColonIsAViolation) {
+    LoopbackServer server("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
+    Reach(server);
+    const OpenRequest request;
+    ASSERT_TRUE(HttpSendRequestW(request.request, u"Range bytes\n\n", 13, nullptr, 0));
+    EXPECT_EQ(Lines{"the header line 'Range bytes' has no colon"}, TakeViolations());
+    EXPECT_EQ(std::string::npos, server.Received().find("Range"));
+}
+
 TEST_F(NetworkWeb, PostedBodyArrivesWithItsLength) {
     LoopbackServer server("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n", 5);
     Reach(server);
