@@ -59,7 +59,8 @@ TEST_F(NetworkWeb, HeadersOfOneNameAllReachTheServer) {
     Reach(server);
     const OpenRequest request;
     constexpr std::u16string_view headers = u"Accept: a/b\r\nAccept: c/d\r\nUser-Agent: Other\r\n";
-    ASSERT_TRUE(HttpSendRequestW(request.request, headers.data(), static_cast<DWORD>(headers.size()), nullptr, 0));
+    ASSERT_TRUE(
+        HttpSendRequestW(request.request, headers.data(), static_cast<DWORD>(headers.size()), nullptr, 0));
     const std::string& received = server.Received();
     EXPECT_NE(std::string::npos, received.find("\r\nAccept: a/b\r\n"));
     EXPECT_NE(std::string::npos, received.find("\r\nAccept: c/d\r\n"));
