@@ -152,7 +152,8 @@ WideString Dialog::GetItemText(int id) const {
     const LRESULT length = SendDlgItemMessageW(window, id, WM_GETTEXTLENGTH, 0, 0);
     WideString text(static_cast<size_t>(std::max<LRESULT>(length, 0)) + 1, 0);
     GetDlgItemTextW(window, id, text.data(), static_cast<int>(text.size()));
-    return text.c_str();
+    text.resize(WideString::traits_type::length(text.c_str()));
+    return text;
 }
 
 void Dialog::SetMenuBarButtonText(int command, const WideString& text) {
