@@ -36,7 +36,7 @@ struct SectionHeader {
 struct ImportDescriptor {
     uint32_t lookup;
     uint32_t unused[2];
-    uint32_t libraryName;
+    uint32_t nameAddress;
     uint32_t slots;
 };
 
@@ -190,9 +190,9 @@ void MappedImage::Relocate() const {
 void MappedImage::BindImports(const Resolver& resolve) const {
     const uint32_t table = DirectoryOf(imports);
     if (table == 0) return;
-    for (uint32_t i = 0; At<ImportDescriptor>(table + i * 20).libraryName != 0; ++i) {
+    for (uint32_t i = 0; At<ImportDescriptor>(table + i * 20).nameAddress != 0; ++i) {
         const auto& descriptor = At<ImportDescriptor>(table + i * 20);
-        const std::string library = LibraryName(TextAt(descriptor.libraryName));
+        const std::string library = LibraryName(TextAt(descriptor.nameAddress));
         for (uint32_t slot = 0; At<uint32_t>(descriptor.lookup + slot) != 0; slot += 4) {
             const auto wanted = At<uint32_t>(descriptor.lookup + slot);
             const bool byOrdinal = (wanted & 0x80000000) != 0;
