@@ -1,7 +1,7 @@
 #include "account/AccountSettings.h"
 
 #include "account/PackedPassword.h"
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "frame/Folders.h"
 #include "text/FormDictionary.h"
 

@@ -1,11 +1,11 @@
 #include "account/CreateAccountDialog.h"
 
-#include "OnlineConfiguration.h"
 #include "account/AccountProgram.h"
 #include "account/AccountSettings.h"
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "settings/Settings.h"
 #include "transport/CgiRequest.h"
+#include "transport/OnlineConfiguration.h"
 #include "ui/MessageBoxes.h"
 
 namespace {

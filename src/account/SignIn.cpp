@@ -1,9 +1,9 @@
 #include "account/SignIn.h"
 
-#include "OnlineConfiguration.h"
 #include "account/AccountProgram.h"
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "transport/CgiRequest.h"
+#include "transport/OnlineConfiguration.h"
 #include "ui/MessageBoxes.h"
 
 namespace {

@@ -1,11 +1,11 @@
 #include "account/SignInDialog.h"
 
-#include "OnlineConfiguration.h"
 #include "account/AccountSettings.h"
 #include "account/CreateAccountDialog.h"
 #include "account/SignIn.h"
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "frame/OpenWithShell.h"
+#include "transport/OnlineConfiguration.h"
 
 bool RunSignInDialog(Account& account, HWND owner) noexcept {
     return Contained(false, [&] {

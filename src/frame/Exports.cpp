@@ -4,7 +4,7 @@
 #include <new>
 
 #include "LMOnline.h"
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "mapshop/MapShopSearch.h"
 #include "transport/WebDownload.h"
 

@@ -1,6 +1,6 @@
 #include "frame/LibraryEntry.h"
 
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "frame/ResourceModule.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TranslationCatalogue.h"

@@ -1,6 +1,6 @@
 #include "frame/OpenWithShell.h"
 
-#include "frame/Owned.h"
+#include "base/Owned.h"
 
 namespace {
 

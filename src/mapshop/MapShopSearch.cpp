@@ -1,7 +1,7 @@
 #include "mapshop/MapShopSearch.h"
 
-#include "OnlineConfiguration.h"
 #include "transport/CgiRequest.h"
+#include "transport/OnlineConfiguration.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ void MapShopSearch::ReadMap(ByteStream& reply) {
     reply.ReadFixedString(map.text3, std::size(map.text3));
     if (!reply.good) return;
     results.push_back(map);
-    if (results.size() == 1) cursor = results.begin();
+    cursor = results.begin();
 }
 
 bool MapShopSearch::GetNext(MapShopResult& record) {

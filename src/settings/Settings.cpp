@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "frame/Owned.h"
+#include "base/Owned.h"
 
 namespace {
 

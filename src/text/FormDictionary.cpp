@@ -1,6 +1,6 @@
 #include "text/FormDictionary.h"
 
-#include "frame/OwnedFile.h"
+#include "base/OwnedFile.h"
 #include "text/FormatString.h"
 #include "text/HexDigits.h"
 #include "text/LineReader.h"

@@ -3,7 +3,7 @@
 
 #include "transport/ByteStream.h"
 
-#include "frame/OwnedFile.h"
+#include "base/OwnedFile.h"
 
 class FileWriteStream final : public ByteStream {
 public:

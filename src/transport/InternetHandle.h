@@ -1,7 +1,7 @@
 /* Owner of an internet session, connection or request. */
 #pragma once
 
-#include "frame/Owned.h"
+#include "base/Owned.h"
 
 struct InternetKind {
     using Handle = HINTERNET;

@@ -1,7 +1,7 @@
 #include "transport/NetworkConnection.h"
 
-#include "OnlineConfiguration.h"
 #include "settings/Settings.h"
+#include "transport/OnlineConfiguration.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "frame/Owned.h"
+#include "base/Owned.h"
 #include "text/FormatString.h"
 
 namespace {

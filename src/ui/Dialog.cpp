@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "frame/ResourceModule.h"
 #include "text/FormatString.h"
 #include "ui/WindowTranslation.h"

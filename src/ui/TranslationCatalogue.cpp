@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "frame/Contained.h"
+#include "base/Contained.h"
+#include "base/OwnedFile.h"
 #include "frame/Folders.h"
-#include "frame/OwnedFile.h"
 #include "frame/Paths.h"
 #include "settings/Settings.h"
 

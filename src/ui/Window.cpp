@@ -1,6 +1,6 @@
 #include "ui/Window.h"
 
-#include "frame/Contained.h"
+#include "base/Contained.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Device.h"
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "frame/ResourceModule.h"
 #include "support/DeviceTest.h"
 #include "ui/MessageBoxes.h"

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "frame/OwnedFile.h"
+#include "base/OwnedFile.h"
 #include "support/DeviceTest.h"
 
 using namespace std::string_view_literals;

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "OnlineConfiguration.h"
 #include "support/NetworkTest.h"
+#include "transport/OnlineConfiguration.h"
 
 namespace {
 

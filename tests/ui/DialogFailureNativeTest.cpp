@@ -1,7 +1,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "frame/Contained.h"
+#include "base/Contained.h"
 #include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 

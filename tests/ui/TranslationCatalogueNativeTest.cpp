@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "Device.h"
-#include "frame/OwnedFile.h"
+#include "base/OwnedFile.h"
 #include "support/DeviceTest.h"
 #include "ui/TranslationCatalogue.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/OwnedFile.h"
+#include "base/OwnedFile.h"
 #include "support/DeviceTest.h"
 
 using namespace std::string_literals;

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "frame/Owned.h"
+#include "base/Owned.h"
 
 namespace {
 

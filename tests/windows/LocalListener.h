@@ -12,7 +12,7 @@
 #include <string_view>
 #include <thread>
 
-#include "frame/Owned.h"
+#include "base/Owned.h"
 
 struct SocketKind {
     using Handle = SOCKET;

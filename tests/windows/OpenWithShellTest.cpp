@@ -8,7 +8,7 @@
 #include "OpenedProgram.h"
 #include "ScreenUser.h"
 #include "ShippedLibrary.h"
-#include "frame/Owned.h"
+#include "base/Owned.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 /* Owner of an open file of the C runtime. */
 #pragma once
 
-#include "frame/Owned.h"
+#include "base/Owned.h"
 
 struct FileKind {
     using Handle = FILE*;

@@ -18,11 +18,6 @@ public:
 
     Owned() noexcept = default;
     explicit Owned(Handle handle) noexcept : held(handle) {}
-    Owned(Owned&& other) noexcept : held(other.Release()) {}
-    Owned& operator=(Owned&& other) noexcept {
-        Reset(other.Release());
-        return *this;
-    }
     Owned(const Owned&) = delete;
     Owned& operator=(const Owned&) = delete;
     ~Owned() { Reset(); }
@@ -32,13 +27,10 @@ public:
     /* Lends the handle. */
     [[nodiscard]] Handle Get() const noexcept { return held; }
 
-    /* Gives the handle up without closing it. */
-    [[nodiscard]] Handle Release() noexcept { return std::exchange(held, Kind::none); }
-
     /* Closes the handle, if there is one, and takes `handle` instead. */
     void Reset(Handle handle = Kind::none) noexcept {
         const Handle old = std::exchange(held, handle);
-        if (old == Kind::none || old == handle) return;
+        if (old == Kind::none) return;
         const DWORD error = GetLastError();
         Kind::Close(old);
         SetLastError(error);
