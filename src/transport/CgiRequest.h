@@ -25,13 +25,10 @@ public:
      * there may be no reply at all. Throws std::bad_alloc. */
     bool SendRequest();
 
-    /* Takes bytes of the reply. True when it found any, however few (the rest of `data` stays as it was);
+    /* Takes bytes of the reply; one read from the network asks for 256 of them, or for as many as the request's
+     * body had when those were more. True when it found any, however few (the rest of `data` stays as it was);
      * false when it found none, and for a size of 0. */
     bool Read(void* data, uint32_t size) override;
-
-    /* The most that one read from the network asks for, in bytes, once the request is sent: 256, or the size
-     * of the request's body when that is larger. */
-    [[nodiscard]] size_t ReceiveBufferSize() const { return body.size(); }
 
 private:
     bool FillBuffer();
