@@ -1,0 +1,1 @@
+// Nothing of its own: it is compiled so that its headers are.
