@@ -29,9 +29,9 @@
 #include <utility>
 #include <vector>
 
-#include "AllocationWatch.h"
-#include "DeviceScreen.h"
-#include "Failing.h"
+#include "machine/AllocationWatch.h"
+#include "machine/Failing.h"
+#include "user/DeviceScreen.h"
 
 /* A request as it reached a host. Texts are exactly those that the library gave. */
 struct WebRequest {

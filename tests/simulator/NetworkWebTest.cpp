@@ -1,4 +1,4 @@
-#include "NetworkWeb.h"
+#include "network/NetworkWeb.h"
 
 #include "LoopbackServer.h"
 #include "SimulatorTest.h"

@@ -4,11 +4,11 @@
 #include <memory>
 #include <utility>
 
-#include "Allocations.h"
 #include "Device.h"
 #include "DeviceHeap.h"
 #include "LoadedImage.h"
-#include "Violations.h"
+#include "machine/Allocations.h"
+#include "machine/Violations.h"
 
 namespace {
 
