@@ -9,7 +9,7 @@
 
 #include "Device.h"
 #include "machine/Call.h"
-#include "machine/Handles.h"
+#include "machine/SystemObject.h"
 #include "machine/Text.h"
 #include "screen/Messages.h"
 #include "screen/Screen.h"
@@ -23,8 +23,8 @@ using simulator::Quoted;
 using simulator::TextOrEmpty;
 using simulator::WindowName;
 
-struct Process : simulator::Object {
-    explicit Process(size_t index) : Object("process"), started(index) {}
+struct Process : simulator::SystemObject {
+    explicit Process(size_t index) : SystemObject("process"), started(index) {}
 
     const size_t started;  // which of the started programs it is
 };
@@ -117,10 +117,6 @@ BOOL WINAPI TerminateProcess(HANDLE process, UINT exitCode) {
     std::fflush(stdout);
     std::fflush(stderr);
     _exit(static_cast<int>(exitCode));
-}
-
-bool simulator::IsProcess(HANDLE handle) {
-    return dynamic_cast<const Process*>(Handles::Current().Lookup(handle)) != nullptr;
 }
 
 void simulator::ResetPrograms() {

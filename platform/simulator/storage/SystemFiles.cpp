@@ -9,9 +9,8 @@
 #include <set>
 
 #include "machine/Call.h"
-#include "machine/Handles.h"
+#include "machine/SystemObject.h"
 #include "machine/Text.h"
-#include "programs/Processes.h"
 #include "storage/Storage.h"
 
 namespace {
@@ -19,10 +18,10 @@ namespace {
 using simulator::Call;
 using simulator::Handles;
 using simulator::Hex8;
-using simulator::Object;
 using simulator::PointerText;
 using simulator::Quoted;
 using simulator::Storage;
+using simulator::SystemObject;
 
 struct SystemFile;
 
@@ -32,9 +31,9 @@ std::set<const SystemFile*>& OpenFiles() {
     return files;
 }
 
-struct SystemFile : Object {
+struct SystemFile : SystemObject {
     SystemFile(std::string filePlace, DWORD fileAccess, DWORD fileShare, int fileDescriptor)
-        : Object("file"),
+        : SystemObject("file"),
           place(std::move(filePlace)),
           access(fileAccess),
           share(fileShare),
@@ -139,15 +138,6 @@ BOOL WINAPI WriteFile(HANDLE handle, LPCVOID data, DWORD size, LPDWORD written, 
     // What the device has room for is written; only when there is none at all does the call fail.
     if (*written == 0 && size > 0) return call.False(ERROR_DISK_FULL);
     return call.True(std::to_string(*written));
-}
-
-BOOL WINAPI CloseHandle(HANDLE handle) {
-    Call call("CloseHandle");
-    call.Arguments({Handles::Current().NameOf(handle)});
-    if (!simulator::IsProcess(handle) && Handles::Current().Find<SystemFile>(handle, call) == nullptr)
-        return call.False(ERROR_INVALID_HANDLE);
-    Handles::Current().Close(handle);
-    return call.MustFail() ? call.False(call.OrderedError()) : call.True();
 }
 
 BOOL WINAPI DeleteFileW(LPCWSTR path) {
