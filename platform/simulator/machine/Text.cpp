@@ -83,6 +83,10 @@ std::string PointerText(const void* pointer) {
     return pointer != nullptr ? Hex(reinterpret_cast<uintptr_t>(pointer)) : std::string("null");
 }
 
+std::string SizeText(size_t size, size_t own) {
+    return size == own ? "size ok" : "size " + std::to_string(size);
+}
+
 std::u16string Folded(std::u16string_view text) {
     static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     std::u16string folded(text);

@@ -22,6 +22,9 @@ std::string Hex(uint64_t value);
 /* Pointers that have no name of their own: null or their value. */
 std::string PointerText(const void* pointer);
 
+/* "size ok" for a structure's own size, otherwise "size 12". */
+std::string SizeText(size_t size, size_t own);
+
 /* The form in which names are compared: every unit in lower case. */
 std::u16string Folded(std::u16string_view text);
 

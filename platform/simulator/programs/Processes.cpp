@@ -11,7 +11,6 @@
 #include "machine/Call.h"
 #include "machine/SystemObject.h"
 #include "machine/Text.h"
-#include "screen/Messages.h"
 #include "screen/Screen.h"
 
 namespace {

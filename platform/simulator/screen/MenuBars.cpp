@@ -1,4 +1,4 @@
-/* What the shell does for dialogs. */
+/* What the shell does for dialogs: its controls, menu bars, the place of a dialog, the Back key. */
 #include "Platform.h"
 
 #include "screen/MenuBars.h"
@@ -134,6 +134,13 @@ BarWindow* BarOf(const Window& dialog) {
 using simulator::Call;
 using simulator::Screen;
 using simulator::WindowName;
+
+BOOL WINAPI SHInitExtraControls(HINSTANCE instance, DWORD reason, LPVOID reserved) {
+    Call call("SHInitExtraControls");
+    call.Arguments(
+        {simulator::ModuleName(instance), std::to_string(reason), simulator::PointerText(reserved)});
+    return call.MustFail() ? call.False(call.OrderedError()) : call.True();
+}
 
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info) {
     Call call("SHCreateMenuBar");

@@ -10,7 +10,6 @@
 #include "machine/Call.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
-#include "screen/Messages.h"
 
 namespace simulator {
 

@@ -179,8 +179,4 @@ std::string MessageResult(HWND window, UINT message, LPARAM lParam, LRESULT resu
     return std::to_string(result);
 }
 
-std::string SizeText(size_t size, size_t own) {
-    return size == own ? "size ok" : "size " + std::to_string(size);
-}
-
 }  // namespace simulator

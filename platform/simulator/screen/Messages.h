@@ -17,7 +17,4 @@ std::vector<std::string> MessageArguments(HWND window, UINT message, WPARAM wPar
 /* A message's result, with what it filled in. */
 std::string MessageResult(HWND window, UINT message, LPARAM lParam, LRESULT result);
 
-/* "size ok" for a structure's own size, otherwise "size 12". */
-std::string SizeText(size_t size, size_t own);
-
 }  // namespace simulator

@@ -1,4 +1,4 @@
-/* The shell: its special folders and its controls. */
+/* The shell's special folders. */
 #include "Platform.h"
 
 #include <cstring>
@@ -8,7 +8,6 @@
 #include "Device.h"
 #include "machine/Call.h"
 #include "machine/Text.h"
-#include "modules/Modules.h"
 #include "storage/Storage.h"
 
 namespace {
@@ -45,13 +44,6 @@ BOOL WINAPI SHGetSpecialFolderPathW(HWND owner, LPWSTR path, int csidl, BOOL cre
     if (!HasFolder(folder, create != FALSE)) return call.False(ERROR_PATH_NOT_FOUND);
     std::memcpy(path, folder.c_str(), (folder.size() + 1) * sizeof(WCHAR));
     return call.True(simulator::Quoted(folder));
-}
-
-BOOL WINAPI SHInitExtraControls(HINSTANCE instance, DWORD reason, LPVOID reserved) {
-    Call call("SHInitExtraControls");
-    call.Arguments(
-        {simulator::ModuleName(instance), std::to_string(reason), simulator::PointerText(reserved)});
-    return call.MustFail() ? call.False(call.OrderedError()) : call.True();
 }
 
 void simulator::ResetSpecialFolders() {
