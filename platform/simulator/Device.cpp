@@ -9,11 +9,11 @@
 #include "network/ConnectionManager.h"
 #include "network/Web.h"
 #include "programs/Processes.h"
-#include "screen/Dialogs.h"
 #include "screen/Menus.h"
 #include "screen/Screen.h"
 #include "storage/Registry.h"
 #include "storage/Storage.h"
+#include "user/ModalDialogs.h"
 #include "user/Scripts.h"
 #include "user/User.h"
 

@@ -31,7 +31,8 @@
 
 #include "machine/AllocationWatch.h"
 #include "machine/Failing.h"
-#include "user/DeviceScreen.h"
+#include "modules/ResourceFile.h"
+#include "user/DialogUser.h"
 
 /* A request as it reached a host. Texts are exactly those that the library gave. */
 struct WebRequest {
@@ -81,6 +82,19 @@ struct WebReply {
 
 /* Called once for every request that is sent to the host. */
 using WebHandler = std::function<WebReply(const WebRequest&)>;
+
+/* A program that was started through the shell. */
+struct StartedProgram {
+    std::u16string verb;
+    std::u16string file;
+    std::u16string parameters;
+    HWND owner = nullptr;
+    std::string ownerName;  // as the journal names it
+    int show = 0;
+    ULONG mask = 0;
+    bool hasHandle = false;  // whether the caller got a process handle
+    bool isWaitedFor = false;
+};
 
 /* A message box that was shown. */
 struct ShownMessageBox {

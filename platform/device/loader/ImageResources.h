@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "MappedImage.h"
-#include "user/DeviceScreen.h"
+#include "modules/ResourceFile.h"
 
 /* All of them. Throws ImageError when their tree makes no sense. */
 std::vector<Resource> ResourcesOf(const MappedImage& image);

@@ -1,5 +1,6 @@
-/* Compiled resource files. */
 #include "Platform.h"
+
+#include "modules/ResourceFile.h"
 
 #include <fstream>
 #include <iterator>
@@ -7,7 +8,6 @@
 #include "machine/Allocations.h"
 #include "machine/Violations.h"
 #include "modules/Reader.h"
-#include "user/DeviceScreen.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "user/DeviceScreen.h"
+#include "modules/ResourceFile.h"
 
 namespace simulator {
 

@@ -2,6 +2,7 @@
 
 #include "Platform.h"
 
+#include "screen/DialogTemplate.h"
 #include "screen/Screen.h"
 
 namespace simulator {
@@ -26,13 +27,9 @@ HWND NextTabStop(const DialogWindow& dialog, HWND from, bool backwards);
 /* Moves the focus to a control as Tab does: the text of an edit field is selected. */
 void FocusByTab(HWND control);
 
-/* Ends a dialog as EndDialog does. */
-void EndRunningDialog(DialogWindow& dialog, INT_PTR result);
-
-/* The modal dialog that was opened last and still runs, or null. */
-HWND InnermostDialog();
-
-/* Forgets which dialogs were shown. */
-void ResetDialogs();
+/* Makes a dialog's window and its controls and tells its procedure of the start; null with `error` when that
+ * fails, and when the window is destroyed on the way. */
+HWND CreateDialogWindow(const DialogTemplate& source, HINSTANCE instance, HWND owner, DLGPROC procedure,
+                        LPARAM parameter, DWORD& error);
 
 }  // namespace simulator

@@ -26,7 +26,7 @@ constexpr int noImage = 65534;
 
 /* The pop-up at that place of a menu, or null. */
 HMENU PopUpAt(HMENU handle, size_t index) {
-    const auto* const menu = dynamic_cast<const Menu*>(Handles::Current().Lookup(handle));
+    const Menu* const menu = LookupMenu(handle);
     return menu != nullptr && index < menu->items.size() ? menu->items[index].subMenu : nullptr;
 }
 
@@ -65,7 +65,7 @@ std::optional<std::vector<BarButton>> ReadButtons(const Resource& layout, HMODUL
 /* Without a layout, the top of the menu becomes the buttons. */
 std::vector<BarButton> ButtonsOfMenu(HMENU handle) {
     std::vector<BarButton> buttons;
-    for (const MenuItem& item : dynamic_cast<const Menu&>(*Handles::Current().Lookup(handle)).items) {
+    for (const MenuItem& item : LookupMenu(handle)->items) {
         BarButton button;
         button.image = noImage;
         button.command = item.subMenu == nullptr ? static_cast<int>(item.id) : 0;
@@ -88,7 +88,7 @@ HWND AddBar(const SHMENUBARINFO& info, HMENU menu, std::vector<BarButton> button
     bar->place = {0, screenHeight - barHeight, screenWidth, screenHeight};
     bar->menu = menu;
     bar->buttons = std::move(buttons);
-    if (auto* const owned = dynamic_cast<Menu*>(Handles::Current().Lookup(menu))) owned->isPart = true;
+    if (Menu* const owned = LookupMenu(menu)) owned->isPart = true;
     return Screen::Current().Add(std::move(bar));
 }
 

@@ -20,7 +20,7 @@ HMENU ReadItems(Reader& reader, bool isExtended, int depth);
 /* The sub-menu of an item that has one; the menu becomes its owner. */
 void ReadSubMenu(Reader& reader, bool isExtended, int depth, MenuItem& item) {
     item.subMenu = ReadItems(reader, isExtended, depth + 1);
-    if (auto* const menu = dynamic_cast<Menu*>(Handles::Current().Lookup(item.subMenu))) menu->isPart = true;
+    if (Menu* const menu = LookupMenu(item.subMenu)) menu->isPart = true;
 }
 
 /* An item of a MENU resource; whether it is its menu's last. */

@@ -18,16 +18,12 @@ namespace {
 constexpr UINT typeBits = MFT_BITMAP | MFT_MENUBARBREAK | MFT_MENUBREAK | MFT_OWNERDRAW | MFT_RADIOCHECK |
                           MFT_SEPARATOR | MFT_RIGHTORDER;
 
-Menu* Lookup(HMENU handle) {
-    return dynamic_cast<Menu*>(Handles::Current().Lookup(handle));
-}
-
 /* The item at a position of this menu, or of a command in it or its sub-menus; null when there is none. */
 MenuItem* FindItem(Menu& menu, UINT item, bool isPosition) {
     if (isPosition) return item < menu.items.size() ? &menu.items[item] : nullptr;
     for (MenuItem& candidate : menu.items) {
         if (candidate.subMenu == nullptr && candidate.id == item) return &candidate;
-        if (Menu* const subMenu = Lookup(candidate.subMenu)) {
+        if (Menu* const subMenu = LookupMenu(candidate.subMenu)) {
             if (MenuItem* const found = FindItem(*subMenu, item, false)) return found;
         }
     }
@@ -131,29 +127,16 @@ MenuItem NewItem(UINT flags, UINT_PTR idOrMenu, LPCWSTR text) {
 
 }  // namespace
 
+Menu* LookupMenu(HMENU handle) {
+    return dynamic_cast<Menu*>(Handles::Current().Lookup(handle));
+}
+
 void DestroyMenuTree(HMENU handle) {
-    const Menu* const menu = Lookup(handle);
+    const Menu* const menu = LookupMenu(handle);
     if (menu == nullptr) return;
     for (const MenuItem& item : menu->items)
         DestroyMenuTree(item.subMenu);
     Handles::Current().Close(handle);
-}
-
-std::vector<ShownMenuItem> ShownItems(HMENU handle) {
-    std::vector<ShownMenuItem> shown;
-    const Menu* const menu = Lookup(handle);
-    if (menu == nullptr) return shown;
-    for (const MenuItem& item : menu->items) {
-        ShownMenuItem seen;
-        seen.text = item.text;
-        seen.command = item.subMenu == nullptr ? item.id : 0;
-        seen.isEnabled = (item.state & (MF_GRAYED | MF_DISABLED)) == 0;
-        seen.isChecked = (item.state & MFS_CHECKED) != 0;
-        seen.isSeparator = (item.type & MFT_SEPARATOR) != 0;
-        seen.items = ShownItems(item.subMenu);
-        shown.push_back(std::move(seen));
-    }
-    return shown;
 }
 
 void ReportMenus() {

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "machine/Handles.h"
-#include "user/DeviceScreen.h"
 
 namespace simulator {
 
@@ -27,14 +26,14 @@ struct Menu : Object {
     bool isPart = false;  // of another menu or of a menu bar, and destroyed with it
 };
 
+/* The open menu of that handle, or null. */
+Menu* LookupMenu(HMENU handle);
+
 /* Makes a menu with its sub-menus from a compiled menu resource of either kind; null when that is damaged. */
 HMENU MakeMenu(std::string_view resource);
 
 /* Destroys a menu and its sub-menus. */
 void DestroyMenuTree(HMENU menu);
-
-/* What the user sees of a menu. */
-std::vector<ShownMenuItem> ShownItems(HMENU menu);
 
 /* Reports and destroys the menus that were made in this test and not destroyed. */
 void ReportMenus();

@@ -8,7 +8,7 @@
 #include "machine/Text.h"
 #include "screen/MenuBars.h"
 #include "screen/Menus.h"
-#include "user/DeviceScreen.h"
+#include "user/DialogUser.h"
 #include "user/UserActions.h"
 
 namespace simulator {
@@ -54,7 +54,7 @@ struct FoundItem {
 /* The first item of a pop-up or of those in it that `isMeant`. */
 template <class Meant>
 FoundItem FindShown(HMENU handle, const Meant& isMeant) {
-    const auto* const menu = dynamic_cast<const Menu*>(Handles::Current().Lookup(handle));
+    const Menu* const menu = LookupMenu(handle);
     if (menu == nullptr) return {};
     for (const MenuItem& item : menu->items) {
         const bool isEnabled = (item.state & (MF_GRAYED | MF_DISABLED)) == 0;

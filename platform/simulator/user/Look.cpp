@@ -1,11 +1,9 @@
-/* What the user sees of a dialog. */
-#include "Platform.h"
+#include "user/Look.h"
+
+#include <utility>
 
 #include "screen/Controls.h"
-#include "screen/Dialogs.h"
 #include "screen/MenuBars.h"
-#include "screen/Menus.h"
-#include "user/ShownDialog.h"
 
 namespace simulator {
 
@@ -27,6 +25,23 @@ ShownControl Look(const Window& control) {
     return shown;
 }
 
+std::vector<ShownMenuItem> LookAtMenu(HMENU handle) {
+    std::vector<ShownMenuItem> shown;
+    const Menu* const menu = LookupMenu(handle);
+    if (menu == nullptr) return shown;
+    for (const MenuItem& item : menu->items) {
+        ShownMenuItem seen;
+        seen.text = item.text;
+        seen.command = item.subMenu == nullptr ? item.id : 0;
+        seen.isEnabled = (item.state & (MF_GRAYED | MF_DISABLED)) == 0;
+        seen.isChecked = (item.state & MFS_CHECKED) != 0;
+        seen.isSeparator = (item.type & MFT_SEPARATOR) != 0;
+        seen.items = LookAtMenu(item.subMenu);
+        shown.push_back(std::move(seen));
+    }
+    return shown;
+}
+
 std::vector<ShownButton> LookAtBar(const Window& dialog) {
     std::vector<ShownButton> shown;
     const BarWindow* const bar = BarOf(dialog);
@@ -34,7 +49,7 @@ std::vector<ShownButton> LookAtBar(const Window& dialog) {
     for (const BarButton& button : bar->buttons) {
         if ((button.state & TBSTATE_HIDDEN) != 0) continue;
         const bool isEnabled = (button.state & TBSTATE_ENABLED) != 0;
-        shown.push_back({button.text, button.command, isEnabled, ShownItems(button.menu)});
+        shown.push_back({button.text, button.command, isEnabled, LookAtMenu(button.menu)});
     }
     return shown;
 }

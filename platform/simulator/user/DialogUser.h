@@ -1,97 +1,14 @@
-/* The screen of the simulated handheld and the user in front of it: what a test scripts and sees of dialogs,
- * menu bars and menus, and the resources that they are made of. Included by Device.h.
- *
- * The screen has 240x320 pixels. The task bar takes the first 26 lines, a menu bar the last 26. */
 #pragma once
 
 #include "Platform.h"
 
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/* The type or the name of a resource: a text, or a number when the text is empty. */
-struct ResourceId {
-    uint16_t number = 0;
-    std::u16string text;
-
-    bool operator==(const ResourceId&) const = default;
-};
-
-/* One resource of a module, as the resource compiler made it. */
-struct Resource {
-    ResourceId type;  // RT_DIALOG is 5, ...
-    ResourceId name;
-    uint16_t language = 0;
-    std::string bytes;
-};
-
-/* The resources in the bytes of a compiled resource file (.res, what `windres -O res` writes), in their
- * order. Nothing when the bytes are no such file, or end in the middle of a resource. */
-std::optional<std::vector<Resource>> ParseResourceFile(std::string_view bytes);
-
-/* The resources of a file of the computer that runs the test. A file that cannot be read or parsed is a
- * violation. */
-std::vector<Resource> ReadResourceFile(const std::string& file);
-
-/* A program that was started through the shell. */
-struct StartedProgram {
-    std::u16string verb;
-    std::u16string file;
-    std::u16string parameters;
-    HWND owner = nullptr;
-    std::string ownerName;  // as the journal names it
-    int show = 0;
-    ULONG mask = 0;
-    bool hasHandle = false;  // whether the caller got a process handle
-    bool isWaitedFor = false;
-};
-
-/* A control as it stands on the screen. */
-struct ShownControl {
-    int id = 0;
-    std::u16string className;  // u"static", u"edit" or u"button"
-    std::u16string text;       // in a password field one * for each unit
-    RECT place{};              // in pixels of the dialog
-    bool isVisible = false;
-    bool isEnabled = false;
-    bool isChecked = false;
-    bool isPassword = false;
-    bool hasFocus = false;
-};
-
-/* An item of a menu. */
-struct ShownMenuItem {
-    std::u16string text;
-    UINT command = 0;  // 0 for pop-ups and separators
-    bool isEnabled = true;
-    bool isChecked = false;
-    bool isSeparator = false;
-    std::vector<ShownMenuItem> items;  // of a pop-up
-};
-
-/* A button of a menu bar. */
-struct ShownButton {
-    std::u16string text;
-    int command = 0;
-    bool isEnabled = false;
-    std::vector<ShownMenuItem> menu;  // what it drops down; empty for a plain button
-};
-
-/* A dialog as it was once WM_INITDIALOG had been handled, and how it ended. */
-struct ShownDialog {
-    HWND window = nullptr;
-    HWND owner = nullptr;
-    std::string ownerName;  // as the journal names it
-    std::u16string caption;
-    RECT place{};                        // on the screen
-    std::vector<ShownControl> controls;  // in z-order, which is that of the template
-    std::vector<ShownButton> menuBar;    // empty: it has none
-    std::optional<INT_PTR> result;       // what DialogBoxIndirectParamW returned; nothing: it still runs
-};
+#include "user/ShownDialog.h"
 
 /* The user of one dialog. He sees what is on the screen and does what can be done there; all else (a control
  * that is not there, hidden or disabled, a command that nothing shows, a dialog that is closed or waits for
