@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-#include "Device.h"
+#include "machine/AllocationWatch.h"
 #include "machine/Violations.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "Device.h"
+#include "machine/DeviceMachine.h"
 #include "machine/Journal.h"
 #include "machine/Violations.h"
 
@@ -57,7 +57,7 @@ void ResetFailures() {
 
 }  // namespace simulator
 
-void Device::FailCall(std::string_view function, size_t n, DWORD error, Failing failing) {
+void DeviceMachine::FailCall(std::string_view function, size_t n, DWORD error, Failing failing) {
     if (!simulator::IsSimulatedFunction(function)) {
         simulator::Violate("FailCall names " + std::string(function) + ", which is not simulated");
         return;
@@ -69,10 +69,10 @@ void Device::FailCall(std::string_view function, size_t n, DWORD error, Failing 
     simulator::Current().orders.push_back({std::string(function), n - 1, error, failing});
 }
 
-size_t Device::FailedCalls() const {
+size_t DeviceMachine::FailedCalls() const {
     return simulator::Current().delivered;
 }
 
-void Device::StopFailing() {
+void DeviceMachine::StopFailing() {
     simulator::Current().orders.clear();
 }

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "Device.h"
+#include "machine/DeviceMachine.h"
 #include "machine/Violations.h"
 
 namespace simulator {
@@ -157,11 +157,11 @@ void Journal::Clear() {
 
 using simulator::Journal;
 
-std::vector<std::string> Device::Calls() const {
+std::vector<std::string> DeviceMachine::Calls() const {
     return Journal::Current().Lines([](std::string_view) { return true; });
 }
 
-std::vector<std::string> Device::Calls(std::initializer_list<std::string_view> functions) const {
+std::vector<std::string> DeviceMachine::Calls(std::initializer_list<std::string_view> functions) const {
     for (const std::string_view function : functions)
         simulator::RequireSimulated(function);
     return Journal::Current().Lines([&](std::string_view function) {
@@ -169,11 +169,11 @@ std::vector<std::string> Device::Calls(std::initializer_list<std::string_view> f
     });
 }
 
-size_t Device::CountCalls(std::string_view function) const {
+size_t DeviceMachine::CountCalls(std::string_view function) const {
     simulator::RequireSimulated(function);
     return Journal::Current().CallsTo(function);
 }
 
-void Device::ForgetCalls() {
+void DeviceMachine::ForgetCalls() {
     Journal::Current().Clear();
 }

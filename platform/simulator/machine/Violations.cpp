@@ -6,12 +6,12 @@
 #include <cstdlib>
 #include <utility>
 
-#include "Device.h"
 #include "machine/Allocations.h"
+#include "machine/DeviceMachine.h"
 
 namespace {
 
-Device::ViolationHook currentHook = nullptr;
+DeviceMachine::ViolationHook currentHook = nullptr;
 
 }  // namespace
 
@@ -25,6 +25,6 @@ void simulator::Violate(const std::string& what) {
     std::abort();
 }
 
-Device::ViolationHook Device::SetViolationHook(ViolationHook hook) {
+DeviceMachine::ViolationHook DeviceMachine::SetViolationHook(ViolationHook hook) {
     return std::exchange(currentHook, hook);
 }

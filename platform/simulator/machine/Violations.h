@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-/* Tells the hook of Device::SetViolationHook; without one, prints and aborts. */
+/* Tells the hook of DeviceMachine::SetViolationHook; without one, prints and aborts. */
 void Violate(const std::string& what);
 
 }  // namespace simulator

@@ -5,8 +5,9 @@
 
 #include <utility>
 
-#include "Device.h"
 #include "machine/Violations.h"
+#include "modules/DeviceModules.h"
+#include "modules/Modules.h"
 
 namespace {
 
@@ -51,8 +52,7 @@ bool ProgramExportsImports() {
 /* Detaches and unloads. The library must be gone then: if something holds it, its static destructors have not
  * run, and the next load would find the old state. */
 void UnloadModule(void* module) {
-    if (Entry* entry = EntryOf(module))
-        entry(Device::Current().LibraryInstance(), DLL_PROCESS_DETACH, nullptr);
+    if (Entry* entry = EntryOf(module)) entry(simulator::LibraryModule(), DLL_PROCESS_DETACH, nullptr);
     Dl_info info{};
     const bool isKnown = dladdr(dlsym(module, "DllMain"), &info) != 0;
     const std::string file = isKnown ? info.dli_fname : "";
@@ -66,7 +66,7 @@ void UnloadModule(void* module) {
 
 }  // namespace
 
-LoadedLibrary Device::LoadLibraryFile(const std::string& file) {
+LoadedLibrary DeviceModules::LoadLibraryFile(const std::string& file) {
     if (!ProgramExportsImports()) {
         simulator::Violate("this program does not export its symbols to libraries that it loads");
         return {};

@@ -7,9 +7,9 @@
 #include <cstring>
 #include <map>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Text.h"
+#include "modules/DeviceModules.h"
 
 namespace {
 
@@ -119,6 +119,14 @@ DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size) {
     return call.Fails(size, std::to_string(size), ERROR_INSUFFICIENT_BUFFER);
 }
 
+HMODULE simulator::ProgramModule() {
+    return program;
+}
+
+HMODULE simulator::LibraryModule() {
+    return library;
+}
+
 std::string simulator::ModuleName(HMODULE module) {
     if (module == library) return "library";
     if (module == program) return "program";
@@ -135,11 +143,11 @@ void simulator::ResetModules() {
     LibraryPath() = u"\\Program Files\\App\\OrvandeOnline.dll";
 }
 
-HINSTANCE Device::ProgramInstance() const {
+HINSTANCE DeviceModules::ProgramInstance() const {
     return program;
 }
 
-HINSTANCE Device::AddModule(std::u16string_view fileName) {
+HINSTANCE DeviceModules::AddModule(std::u16string_view fileName) {
     constexpr uintptr_t firstModule = 0x02000000;
     constexpr uintptr_t step = 0x00010000;
     const auto module = reinterpret_cast<HMODULE>(firstModule + AddedModules().size() * step);
@@ -147,15 +155,15 @@ HINSTANCE Device::AddModule(std::u16string_view fileName) {
     return module;
 }
 
-size_t Device::ModuleReferences(HINSTANCE module) const {
+size_t DeviceModules::ModuleReferences(HINSTANCE module) const {
     const auto found = AddedModules().find(module);
     return found != AddedModules().end() ? found->second.references : 0;
 }
 
-HINSTANCE Device::LibraryInstance() const {
+HINSTANCE DeviceModules::LibraryInstance() const {
     return library;
 }
 
-void Device::SetLibraryPath(std::u16string_view path) {
+void DeviceModules::SetLibraryPath(std::u16string_view path) {
     LibraryPath() = path;
 }

@@ -6,6 +6,10 @@
 
 namespace simulator {
 
+/* The instance handles of the program and of the library. */
+HMODULE ProgramModule();
+HMODULE LibraryModule();
+
 /* How the journal names a module: library, program, null or its value. */
 std::string ModuleName(HMODULE module);
 

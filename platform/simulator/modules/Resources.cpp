@@ -8,10 +8,10 @@
 #include <map>
 #include <memory>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
+#include "modules/DeviceModules.h"
 #include "modules/Modules.h"
 #include "modules/Reader.h"
 
@@ -44,7 +44,7 @@ Resources OnHeap(std::vector<Resource> resources) {
 }
 
 const Resources& ResourcesOf(HMODULE module) {
-    return Current().resources[module != nullptr ? module : Device::Current().ProgramInstance()];
+    return Current().resources[module != nullptr ? module : ProgramModule()];
 }
 
 /* A type or name as a caller gives it: an integer in a pointer's low half, a text "#12", or a text. */
@@ -207,10 +207,10 @@ INT WINAPI LoadStringW(HINSTANCE module, UINT id, LPWSTR buffer, INT size) {
     return call.Returns(length, std::to_string(length) + ", " + simulator::Quoted(text.substr(0, copied)));
 }
 
-void Device::SetResources(HINSTANCE module, std::vector<Resource> resources) {
+void DeviceModules::SetResources(HINSTANCE module, std::vector<Resource> resources) {
     simulator::Current().resources[module] = simulator::OnHeap(std::move(resources));
 }
 
-void Device::SetDefaultResources(HINSTANCE module, std::vector<Resource> resources) {
+void DeviceModules::SetDefaultResources(HINSTANCE module, std::vector<Resource> resources) {
     simulator::Current().defaults[module] = std::move(resources);
 }

@@ -4,10 +4,10 @@
 
 #include <cstring>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Handles.h"
 #include "machine/Text.h"
+#include "network/DeviceNetwork.h"
 
 namespace {
 
@@ -109,6 +109,6 @@ void simulator::ResetConnectionManager() {
     Answers() = ConnectionAnswers{};
 }
 
-void Device::SetConnectionAnswers(const ConnectionAnswers& answers) {
+void DeviceNetwork::SetConnectionAnswers(const ConnectionAnswers& answers) {
     Answers() = answers;
 }

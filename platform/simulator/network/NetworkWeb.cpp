@@ -24,8 +24,8 @@ std::u16string Widened(boost::beast::string_view text) {
     return {text.begin(), text.end()};
 }
 
-/* Adds the header lines, which end with a line feed, with or without a carriage return before it. A name may come more
- * than once. */
+/* Adds the header lines, which end with a line feed, with or without a carriage return before it. A name may
+ * come more than once. */
 void AddHeaders(Message& message, const std::u16string& headers) {
     const std::string text = simulator::ToUtf8(headers);
     for (size_t begin = 0; begin < text.size();) {

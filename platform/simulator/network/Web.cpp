@@ -134,14 +134,14 @@ WebReply WebReply::Nothing() {
     return WithStatus(0);
 }
 
-void Device::AddHost(std::u16string_view name, INTERNET_PORT port, WebHandler handler) {
+void DeviceNetwork::AddHost(std::u16string_view name, INTERNET_PORT port, WebHandler handler) {
     simulator::Current().hosts[simulator::Folded(name)][port] = std::move(handler);
 }
 
-void Device::AddHost(std::u16string_view name, INTERNET_PORT port, WebReply reply) {
+void DeviceNetwork::AddHost(std::u16string_view name, INTERNET_PORT port, WebReply reply) {
     AddHost(name, port, [reply = std::move(reply)](const WebRequest&) { return reply; });
 }
 
-const std::vector<WebRequest>& Device::Requests() const {
+const std::vector<WebRequest>& DeviceNetwork::Requests() const {
     return simulator::Current().requests;
 }

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "Device.h"
+#include "network/DeviceNetwork.h"
 
 namespace simulator {
 

@@ -1,16 +1,14 @@
 /* Other programs, and the end of this one. */
 #include "Platform.h"
 
-#include "programs/Processes.h"
-
 #include <unistd.h>
 
 #include <cstdio>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/SystemObject.h"
 #include "machine/Text.h"
+#include "programs/DevicePrograms.h"
 #include "screen/Screen.h"
 
 namespace {
@@ -31,7 +29,7 @@ struct Process : simulator::SystemObject {
 struct Programs {
     std::vector<StartedProgram> started;
     bool givesHandles = true;
-    Device::TerminationHook terminationHook;
+    DevicePrograms::TerminationHook terminationHook;
 };
 
 Programs& CurrentPrograms() {
@@ -118,18 +116,18 @@ BOOL WINAPI TerminateProcess(HANDLE process, UINT exitCode) {
     _exit(static_cast<int>(exitCode));
 }
 
-void simulator::ResetPrograms() {
+void DevicePrograms::Reset() {
     CurrentPrograms() = Programs{};
 }
 
-const std::vector<StartedProgram>& Device::StartedPrograms() const {
+const std::vector<StartedProgram>& DevicePrograms::StartedPrograms() const {
     return CurrentPrograms().started;
 }
 
-void Device::SetGivesProcessHandles(bool gives) {
+void DevicePrograms::SetGivesProcessHandles(bool gives) {
     CurrentPrograms().givesHandles = gives;
 }
 
-void Device::SetTerminationHook(TerminationHook hook) {
+void DevicePrograms::SetTerminationHook(TerminationHook hook) {
     CurrentPrograms().terminationHook = std::move(hook);
 }

@@ -8,6 +8,7 @@
 #include "machine/Allocations.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
+#include "screen/Menus.h"
 
 namespace simulator {
 
@@ -139,12 +140,18 @@ HWND Screen::NextOf(const Window& window) const {
     return found != siblings.end() && found + 1 != siblings.end() ? found[1] : nullptr;
 }
 
-void Screen::Reset() {
+void Screen::BeginTest() {
     focus_ = nullptr;
     posted_.clear();
 }
 
-void Screen::ReportLeaks() {
+void Screen::EndTest() {
+    ReportWindows();
+    ReportMenus();
+    BeginTest();
+}
+
+void Screen::ReportWindows() {
     for (const HWND handle : std::vector(topLevels_)) {
         Window* const window = Lookup(handle);
         if (window == nullptr || window->isEarlier) continue;

@@ -90,12 +90,12 @@ public:
 
     const std::vector<HWND>& TopLevels() const { return topLevels_; }
 
-    /* Forgets the focus and what was posted. */
-    void Reset();
+    /* Nothing has the focus, nothing is posted. */
+    void BeginTest();
 
-    /* Reports the top-level windows that were made in this test and are still there, and removes them with
-     * all they contain and own. */
-    void ReportLeaks();
+    /* Reports the top-level windows and the menus that were made in this test and are still there, and
+     * removes them, windows with all they contain and own. */
+    void EndTest();
 
 private:
     struct Posted {
@@ -108,6 +108,7 @@ private:
     void TellDestroyed(HWND handle);
     std::vector<HWND> OwnedBy(HWND handle) const;
     void Remove(HWND handle);
+    void ReportWindows();
 
     std::vector<HWND> topLevels_;
     std::deque<Posted> posted_;

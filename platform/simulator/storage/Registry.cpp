@@ -7,11 +7,11 @@
 #include <cstring>
 #include <map>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Handles.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
+#include "storage/DeviceStorage.h"
 
 namespace simulator {
 
@@ -176,12 +176,12 @@ LSTATUS WINAPI RegCloseKey(HKEY key) {
     return call.Code(call.OrderedError());
 }
 
-void Device::SetRegistryValue(HKEY root, std::u16string_view key, std::u16string_view name, DWORD type,
-                              std::string_view bytes) {
+void DeviceStorage::SetRegistryValue(HKEY root, std::u16string_view key, std::u16string_view name, DWORD type,
+                                     std::string_view bytes) {
     auto* const values = simulator::ForTest(root, key);
     if (values != nullptr) (*values)[simulator::Folded(name)] = {type, std::string(bytes)};
 }
 
-void Device::MakeRegistryKey(HKEY root, std::u16string_view key) {
+void DeviceStorage::MakeRegistryKey(HKEY root, std::u16string_view key) {
     simulator::ForTest(root, key);
 }

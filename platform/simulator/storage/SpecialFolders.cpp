@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <map>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Text.h"
+#include "storage/DeviceStorage.h"
 #include "storage/Storage.h"
 
 namespace {
@@ -50,7 +50,7 @@ void simulator::ResetSpecialFolders() {
     SpecialFolders() = {{CSIDL_PERSONAL, u"\\My Documents"}, {CSIDL_APPDATA, u"\\Application Data"}};
 }
 
-void Device::SetSpecialFolder(int csidl, std::optional<std::u16string> path) {
+void DeviceStorage::SetSpecialFolder(int csidl, std::optional<std::u16string> path) {
     if (path) {
         SpecialFolders()[csidl] = *std::move(path);
     } else {

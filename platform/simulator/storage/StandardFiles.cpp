@@ -13,7 +13,6 @@
 #include <sstream>
 #include <string>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"

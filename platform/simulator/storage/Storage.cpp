@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <iterator>
 #include <vector>
 
-#include "Device.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
 
@@ -16,10 +14,6 @@ namespace fs = std::filesystem;
 namespace simulator {
 
 namespace {
-
-constexpr std::u16string_view newFolders[] = {
-    u"\\Temp", u"\\Storage", u"\\Windows", u"\\My Documents", u"\\Application Data", u"\\Program Files\\App",
-};
 
 bool IsSeparator(char16_t unit) {
     return unit == u'\\' || unit == u'/';
@@ -43,11 +37,12 @@ fs::path Entry(const fs::path& folder, std::u16string_view name) {
 
 /* Whether the folder is one of those of a new machine, or above one. */
 bool IsNewFolder(const fs::path& folder, const std::string& root) {
-    return std::any_of(std::begin(newFolders), std::end(newFolders), [&](std::u16string_view name) {
-        std::string path = root + ToUtf8(name) + '/';
-        std::replace(path.begin(), path.end(), '\\', '/');
-        return path.starts_with(folder.native() + '/');
-    });
+    return std::any_of(std::begin(Storage::newFolders), std::end(Storage::newFolders),
+                       [&](std::u16string_view name) {
+                           std::string path = root + ToUtf8(name) + '/';
+                           std::replace(path.begin(), path.end(), '\\', '/');
+                           return path.starts_with(folder.native() + '/');
+                       });
 }
 
 /* A folder that is removed when the process ends; empty when it cannot be made. */
@@ -76,8 +71,6 @@ void Storage::BeginTest() {
     Empty();
     isInTest_ = !root_.empty();
     free_.reset();
-    for (const auto name : newFolders)
-        Device::Current().MakeFolder(name);
 }
 
 void Storage::EndTest() {
@@ -149,56 +142,3 @@ size_t Storage::Claim(size_t bytes) {
 }
 
 }  // namespace simulator
-
-using simulator::Storage;
-
-void Device::PutFile(std::u16string_view path, std::string_view bytes) {
-    const fs::path place = HostPath(path);
-    std::error_code ignored;
-    fs::create_directories(place.parent_path(), ignored);
-    std::ofstream file(place, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    if (!file) simulator::Violate("PutFile cannot write " + simulator::Quoted(path));
-}
-
-void Device::MakeFolder(std::u16string_view path) {
-    const std::string place = HostPath(path);
-    std::error_code ignored;
-    fs::create_directories(place, ignored);
-    if (!Storage::IsFolder(place)) simulator::Violate("MakeFolder cannot make " + simulator::Quoted(path));
-}
-
-std::optional<std::string> Device::TakeFile(std::u16string_view path) const {
-    const std::string place = HostPath(path);
-    if (!Storage::IsThere(place) || Storage::IsFolder(place)) return std::nullopt;
-    std::ifstream file(place, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    if (!file.is_open()) return std::nullopt;
-    return std::move(bytes).str();
-}
-
-bool Device::Exists(std::u16string_view path) const {
-    return Storage::IsThere(HostPath(path));
-}
-
-std::string Device::HostPath(std::u16string_view path) const {
-    DWORD error = ERROR_SUCCESS;
-    const auto place = Storage::Current().Place(path, error);
-    if (place) return *place;
-    simulator::Violate("no path of this device: " + simulator::Quoted(path));
-    // Where nothing can be made, not even by root.
-    return "/dev/null/nowhere";
-}
-
-void Device::SetReadOnly(std::u16string_view path, bool isReadOnly) {
-    std::error_code error;
-    fs::permissions(HostPath(path), fs::perms::owner_write,
-                    isReadOnly ? fs::perm_options::remove : fs::perm_options::add, error);
-    if (error) simulator::Violate("SetReadOnly cannot change " + simulator::Quoted(path));
-}
-
-void Device::SetFreeStorage(std::optional<uint64_t> bytes) {
-    Storage::Current().SetFree(bytes);
-}

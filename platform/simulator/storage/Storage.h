@@ -14,7 +14,13 @@ class Storage {
 public:
     static Storage& Current();
 
-    /* Empties the device but for the folders of a new one. */
+    /* The folders of a new device. */
+    static constexpr std::u16string_view newFolders[] = {
+        u"\\Temp",         u"\\Storage",          u"\\Windows",
+        u"\\My Documents", u"\\Application Data", u"\\Program Files\\App",
+    };
+
+    /* Empties the device but for those folders, as far as they are there. */
     void BeginTest();
 
     /* Empties it as well. Until the next BeginTest there are no files. */

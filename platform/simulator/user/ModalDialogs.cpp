@@ -5,12 +5,12 @@
 
 #include <utility>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Violations.h"
 #include "modules/Modules.h"
 #include "modules/Resources.h"
 #include "screen/Dialogs.h"
+#include "user/DeviceUser.h"
 #include "user/Look.h"
 #include "user/Scripts.h"
 
@@ -162,6 +162,6 @@ BOOL WINAPI EndDialog(HWND handle, INT_PTR result) {
     return call.True();
 }
 
-const std::vector<ShownDialog>& Device::Dialogs() const {
+const std::vector<ShownDialog>& DeviceUser::Dialogs() const {
     return simulator::Shown();
 }

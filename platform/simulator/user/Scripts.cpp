@@ -7,9 +7,9 @@
 #include <string>
 #include <utility>
 
-#include "Device.h"
 #include "machine/Violations.h"
 #include "screen/Screen.h"
+#include "user/DeviceUser.h"
 
 namespace simulator {
 
@@ -46,6 +46,6 @@ void ReportScripts() {
 
 }  // namespace simulator
 
-void Device::UseDialog(DialogScript script) {
+void DeviceUser::UseDialog(DialogScript script) {
     simulator::Scripts().push_back(std::move(script));
 }

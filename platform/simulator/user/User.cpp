@@ -5,12 +5,13 @@
 
 #include <algorithm>
 #include <deque>
+#include <utility>
 
-#include "Device.h"
 #include "machine/Call.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
 #include "screen/Screen.h"
+#include "user/DeviceUser.h"
 
 namespace {
 
@@ -124,22 +125,22 @@ void simulator::ReportUser() {
     if (user.cursor == waitCursor) Violate("the wait cursor is still on at the end of the test");
 }
 
-void Device::AnswerMessageBox(int answer) {
+void DeviceUser::AnswerMessageBox(int answer) {
     CurrentUser().answers.push_back(answer);
 }
 
-const std::vector<ShownMessageBox>& Device::MessageBoxes() const {
+const std::vector<ShownMessageBox>& DeviceUser::MessageBoxes() const {
     return CurrentUser().boxes;
 }
 
-HCURSOR Device::CurrentCursor() const {
+HCURSOR DeviceUser::CurrentCursor() const {
     return CurrentUser().cursor;
 }
 
-HCURSOR Device::NormalCursor() const {
+HCURSOR DeviceUser::NormalCursor() const {
     return normalCursor;
 }
 
-HCURSOR Device::WaitCursor() const {
+HCURSOR DeviceUser::WaitCursor() const {
     return waitCursor;
 }
