@@ -1,7 +1,7 @@
 #include "network/NetworkWeb.h"
 
-#include "LoopbackServer.h"
 #include "SimulatorTest.h"
+#include "network/LoopbackServer.h"
 
 namespace {
 

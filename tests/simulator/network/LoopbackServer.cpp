@@ -1,4 +1,4 @@
-#include "LoopbackServer.h"
+#include "network/LoopbackServer.h"
 
 #include <netinet/in.h>
 #include <sys/socket.h>
