@@ -2,8 +2,8 @@
 #include "support/NetworkTest.h"
 
 #include "LMOnline.h"
-#include "NetworkWeb.h"
 #include "RunningService.h"
+#include "network/NetworkWeb.h"
 
 namespace {
 

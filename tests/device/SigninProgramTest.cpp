@@ -2,9 +2,9 @@
 #include <unistd.h>
 
 #include "Device.h"
-#include "NetworkWeb.h"
 #include "Program.h"
 #include "RunningService.h"
+#include "network/NetworkWeb.h"
 #include "resources/ResourceIds.h"
 #include "support/DeviceTest.h"
 

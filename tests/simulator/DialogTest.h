@@ -3,6 +3,7 @@
 
 #include "SimulatorTest.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <stdexcept>
@@ -84,6 +85,11 @@ protected:
     void User(DialogScript script) { device.UseDialog(std::move(script)); }
 
     static void Cancel(DialogUser& user) { user.Send(WM_COMMAND, IDCANCEL, 0); }
+
+    /* How often the message is among those. */
+    static size_t Count(const std::vector<UINT>& messages, UINT message) {
+        return static_cast<size_t>(std::count(messages.begin(), messages.end(), message));
+    }
 
     /* The resource's bytes, to be changed. */
     static std::string& BytesOf(std::vector<Resource>& resources, uint16_t type, uint16_t name) {

@@ -7,8 +7,8 @@
 #include <string>
 #include <unordered_map>
 
-#include "Allocations.h"
-#include "Violations.h"
+#include "machine/Allocations.h"
+#include "machine/Violations.h"
 
 namespace {
 

@@ -4,11 +4,11 @@
 #include <memory>
 #include <utility>
 
-#include "Allocations.h"
-#include "Device.h"
 #include "DeviceHeap.h"
 #include "LoadedImage.h"
-#include "Violations.h"
+#include "machine/Allocations.h"
+#include "machine/Violations.h"
+#include "modules/DeviceModules.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ struct Module {
 
 }  // namespace
 
-LoadedLibrary Device::LoadLibraryFile(const std::string& file) {
+LoadedLibrary DeviceModules::LoadLibraryFile(const std::string& file) {
     const size_t blocks = DeviceHeapBlocks();
     std::unique_ptr<LoadedImage> image = LoadedImage::Load(file);
     const simulator::OwnWork ownWork;

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "DeviceScreen.h"
 #include "MappedImage.h"
+#include "modules/ResourceFile.h"
 
 /* All of them. Throws ImageError when their tree makes no sense. */
 std::vector<Resource> ResourcesOf(const MappedImage& image);

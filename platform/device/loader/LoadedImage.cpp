@@ -2,11 +2,11 @@
 
 #include <array>
 
-#include "Allocations.h"
 #include "Device.h"
 #include "ImageResources.h"
 #include "Imports.h"
-#include "Violations.h"
+#include "machine/Allocations.h"
+#include "machine/Violations.h"
 
 namespace {
 

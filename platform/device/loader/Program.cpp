@@ -7,14 +7,14 @@
 #include <cstdlib>
 #include <memory>
 
-#include "Allocations.h"
 #include "Console.h"
 #include "Device.h"
 #include "DeviceHeap.h"
 #include "ImageResources.h"
 #include "Imports.h"
 #include "LoadedImage.h"
-#include "Violations.h"
+#include "machine/Allocations.h"
+#include "machine/Violations.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "Call.h"
 #include "Console.h"
 #include "Device.h"
 #include "LoadedImage.h"
-#include "Text.h"
+#include "machine/Call.h"
+#include "machine/Text.h"
 
 namespace {
 

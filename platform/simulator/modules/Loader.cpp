@@ -1,0 +1,98 @@
+/* Loading a shared build of the library as the device's loader would. */
+#include "Platform.h"
+
+#include <dlfcn.h>
+
+#include <utility>
+
+#include "machine/Violations.h"
+#include "modules/DeviceModules.h"
+#include "modules/Modules.h"
+
+namespace {
+
+using Entry = BOOL WINAPI(HINSTANCE instance, DWORD reason, LPVOID reserved);
+
+Entry* EntryOf(void* module) {
+    return reinterpret_cast<Entry*>(dlsym(module, "DllMain"));
+}
+
+/* What a loaded library may import: one function of each file, which also brings the file's others into a
+ * program that does not call them. */
+const void* const imports[] = {
+    reinterpret_cast<const void*>(&ConnMgrEstablishConnectionSync),
+    reinterpret_cast<const void*>(&DialogBoxIndirectParamW),
+    reinterpret_cast<const void*>(&FindResourceW),
+    reinterpret_cast<const void*>(&GetFileAttributesW),
+    reinterpret_cast<const void*>(&GetLastError),
+    reinterpret_cast<const void*>(&GetMenuItemInfoW),
+    reinterpret_cast<const void*>(&GetModuleFileNameW),
+    reinterpret_cast<const void*>(&GetWindowLongPtrW),
+    reinterpret_cast<const void*>(&InternetOpenW),
+    reinterpret_cast<const void*>(&MessageBoxW),
+    reinterpret_cast<const void*>(&RegOpenKeyExW),
+    reinterpret_cast<const void*>(&SHCreateMenuBar),
+    reinterpret_cast<const void*>(&SHGetSpecialFolderPathW),
+    reinterpret_cast<const void*>(&SendMessageW),
+    reinterpret_cast<const void*>(&ShellExecuteExW),
+    reinterpret_cast<const void*>(&_wfopen),
+    reinterpret_cast<const void*>(&_vsnwprintf),
+    reinterpret_cast<const void*>(static_cast<int (*)(const WCHAR*, const WCHAR*, ...)>(&swscanf)),
+    reinterpret_cast<const void*>(static_cast<size_t (*)(const WCHAR*)>(&wcslen)),
+};
+
+bool ProgramExportsImports() {
+    for (const void* import : imports) {
+        Dl_info info{};
+        if (dladdr(import, &info) == 0 || info.dli_saddr != import) return false;
+    }
+    return true;
+}
+
+/* Detaches and unloads. The library must be gone then: if something holds it, its static destructors have not
+ * run, and the next load would find the old state. */
+void UnloadModule(void* module) {
+    if (Entry* entry = EntryOf(module)) entry(simulator::LibraryModule(), DLL_PROCESS_DETACH, nullptr);
+    Dl_info info{};
+    const bool isKnown = dladdr(dlsym(module, "DllMain"), &info) != 0;
+    const std::string file = isKnown ? info.dli_fname : "";
+    dlclose(module);
+    if (!isKnown) return;
+    void* const remaining = dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (remaining == nullptr) return;
+    dlclose(remaining);
+    simulator::Violate(file + " stays loaded");
+}
+
+}  // namespace
+
+LoadedLibrary DeviceModules::LoadLibraryFile(const std::string& file) {
+    if (!ProgramExportsImports()) {
+        simulator::Violate("this program does not export its symbols to libraries that it loads");
+        return {};
+    }
+    void* const module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr) {
+        simulator::Violate(std::string("the library cannot be loaded: ") + dlerror());
+        return {};
+    }
+    Entry* const entry = EntryOf(module);
+    if (entry == nullptr) {
+        simulator::Violate(file + " has no DllMain");
+        dlclose(module);
+        return {};
+    }
+    if (entry(LibraryInstance(), DLL_PROCESS_ATTACH, nullptr) == FALSE) {
+        UnloadModule(module);
+        return {};
+    }
+    return LoadedLibrary(module);
+}
+
+void LoadedLibrary::Unload() {
+    if (module_ != nullptr) UnloadModule(std::exchange(module_, nullptr));
+}
+
+void* LoadedLibrary::Symbol(const char* name) const {
+    return module_ != nullptr ? dlsym(module_, name) : nullptr;
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace simulator {
+
+/* Forgets which dialogs were shown. */
+void ResetDialogs();
+
+}  // namespace simulator
