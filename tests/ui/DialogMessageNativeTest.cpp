@@ -84,13 +84,37 @@ TEST_F(DialogOnDevice, CommandsComeWithControlAndNotificationCode) {
 TEST_F(DialogOnDevice, NotificationsReachTheDialogAndCountAsHandled) {
     FormDialog dialog;
     std::vector<WPARAM> seen;
-    dialog.onNotify = [&](WPARAM wParam, LPARAM) { seen.push_back(wParam); };
+    dialog.onNotify = [&](WPARAM wParam, LPARAM) {
+        seen.push_back(wParam);
+        SetWindowLongPtrW(dialog.window, DWLP_MSGRESULT, 42);
+    };
     device.UseDialog([](DialogUser& user) {
-        user.Notify(FORM_FIELD, 9);
+        EXPECT_EQ(42, user.Notify(FORM_FIELD, 9)) << "the result of a message that was handled";
         Cancel(user);
     });
     dialog.DoModal(nullptr);
     EXPECT_EQ((std::vector<WPARAM>{FORM_FIELD}), seen);
+}
+
+TEST_F(DialogOnDevice, CommandsCountAsHandledWhetherOrNotTheyMeanAnything) {
+    FormDialog dialog;
+    dialog.onCommand = [&](int, HWND, int) { SetWindowLongPtrW(dialog.window, DWLP_MSGRESULT, 42); };
+    device.UseDialog([](DialogUser& user) {
+        EXPECT_EQ(42, user.Send(WM_COMMAND, 1016, 0));
+        EXPECT_EQ(42, user.Send(WM_COMMAND, IDCANCEL, 0));
+    });
+    EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
+}
+
+TEST_F(DialogOnDevice, OfTheHotKeysOnlyTheBackKeyCountsAsHandled) {
+    FormDialog dialog;
+    device.UseDialog([](DialogUser& user) {
+        const auto proc = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(user.Window(), DWLP_DLGPROC));
+        EXPECT_EQ(TRUE, proc(user.Window(), WM_HOTKEY, 0, MAKELPARAM(0, VK_ESCAPE)));
+        EXPECT_EQ(FALSE, proc(user.Window(), WM_HOTKEY, 0, MAKELPARAM(0, VK_F1)));
+        Cancel(user);
+    });
+    dialog.DoModal(nullptr);
 }
 
 TEST_F(DialogOnDevice, ResultOfOnMessageIsTheDialogProceduresOwn) {

@@ -90,6 +90,18 @@ TEST_F(DialogOnDevice, WhoseMenuBarCannotBeMadeSaysSoAndIsDestroyed) {
     ExpectBox(1, u"Dialog 202 failed: err=0x578");
 }
 
+TEST_F(DialogOnDevice, FocusIsNotTheSystemsToSetWhenTheMenuBarCannotBeMade) {
+    FormDialog dialog;
+    device.UseDialog([&](DialogUser& user) {
+        device.FailCall("SHCreateMenuBar", 1, ERROR_NOT_ENOUGH_MEMORY);
+        ExpectMessage();
+        const auto object = reinterpret_cast<LPARAM>(static_cast<Dialog*>(&dialog));
+        EXPECT_EQ(FALSE, user.Send(WM_INITDIALOG, 0, object));
+        EXPECT_FALSE(user.IsOpen());
+    });
+    dialog.DoModal(nullptr);
+}
+
 TEST_F(DialogOnDevice, MenuBarOfResDllIsTakenFromThere) {
     const HINSTANCE resDll = device.AddModule(u"Res.dll");
     device.SetResources(resDll, ReadResourceFile(ORVANDE_TEST_RESOURCES));
