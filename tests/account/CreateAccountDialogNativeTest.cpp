@@ -106,6 +106,20 @@ TEST_F(CreateAccountScreen, PasswordsThatDifferOnlyInCaseDoNotMatch) {
     EXPECT_EQ(TEXT("before"), account.userId) << "nothing is taken over";
 }
 
+TEST_F(CreateAccountScreen, SecondPasswordStaysUntilTheBoxAboutItIsClosed) {
+    Run([this](DialogUser& user) {
+        user.Type(RETYPE_FIELD, u"secret1");
+        ExpectMessage();
+        device.ForgetCalls();
+        user.PressButton(IDOK);
+        const std::vector<std::string> expected = {
+            R"(MessageBoxW(dialog 1, "The passwords do not match", "Title", 0x00000010) = 1)",
+            R"(SetWindowTextW(control 1005 of dialog 1, "") = TRUE)"};
+        EXPECT_EQ(expected, device.Calls({"MessageBoxW", "SetWindowTextW"}));
+        user.PressButton(IDCANCEL);
+    });
+}
+
 TEST_F(CreateAccountScreen, EmptyFieldsAreSentForTheServiceToJudge) {
     Answer(MapShopReply().Int32(3));
     EXPECT_FALSE(Run([this](DialogUser& user) {

@@ -108,3 +108,20 @@ TEST_F(SignInScreen, BackKeyDeletesInTheFieldAndDoesNotCloseIt) {
         Leave(user);
     }));
 }
+
+TEST_F(SignInScreen, NewAccountsCredentialsStandInTheFieldsWhenTheDialogEnds) {
+    Accept();
+    device.UseDialog([](DialogUser& user) { user.ChooseMenuItem(NEW_ACCOUNT_COMMAND); });
+    device.UseDialog([this](DialogUser& user) {
+        user.Type(USER_ID_FIELD, u"Berta");
+        user.Type(PASSWORD_FIELD, u"secret2");
+        user.Type(RETYPE_FIELD, u"secret2");
+        device.ForgetCalls();
+        user.PressButton(IDOK);
+    });
+    EXPECT_TRUE(RunSignInDialog(account, nullptr));
+    const std::vector<std::string> expected = {
+        "EndDialog(dialog 2, 1) = TRUE", R"(SetWindowTextW(control 1001 of dialog 1, "Berta") = TRUE)",
+        R"(SetWindowTextW(control 1003 of dialog 1, "secret2") = TRUE)", "EndDialog(dialog 1, 1) = TRUE"};
+    EXPECT_EQ(expected, device.Calls({"SetWindowTextW", "EndDialog"}));
+}
