@@ -78,3 +78,12 @@ TEST_F(Web, RoamingWithoutAnOwnerWindowIsNotAskedAbout) {
     EXPECT_TRUE(device.MessageBoxes().empty());
     EXPECT_FALSE(roamingWarningAccepted);
 }
+
+TEST_F(Web, OnlyCancelIsARefusal) {
+    Roam();
+    device.FailCall("MessageBoxW", 1, ERROR_NOT_ENOUGH_MEMORY);
+    WebConnection connection(host, true, false);
+    connection.ownerWindow = owner;
+    EXPECT_TRUE(connection.Connect()) << "the box answers neither OK nor Cancel";
+    EXPECT_TRUE(roamingWarningAccepted);
+}

@@ -38,6 +38,15 @@ TEST_F(Harvest, EmptiesSetAndTable) {
     EXPECT_EQ(TEXT("Open"), catalogue.Translate(TEXT("Open")));
 }
 
+TEST_F(Harvest, WithoutATextStillEmptiesTheTable) {
+    MakeHarvestFolder();
+    PutLanguage(TEXT("French"), "Open\tOuvrir\n");
+    ASSERT_TRUE(SetLanguage(TEXT("French")));
+    WriteHarvest();
+    EXPECT_FALSE(TakeFile(Folder() + TEXT("\\Lib.txt")).has_value());
+    EXPECT_EQ(TEXT("Open"), catalogue.Translate(TEXT("Open")));
+}
+
 TEST_F(Harvest, ReplacesAnEarlierFile) {
     MakeHarvestFolder();
     PutFile(Folder() + TEXT("\\Lib.txt"), std::string(1000, 'x'));
