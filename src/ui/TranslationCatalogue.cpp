@@ -30,6 +30,10 @@ WideString TranslationFilePath(const WideString& modulePath, const WideString& n
     return GetFolderPart(modulePath) + TEXT("\\") + GetBaseName(modulePath) + TEXT(".") + name + TEXT(".txt");
 }
 
+WideString HarvestFolder(const WideString& personalFolder) {
+    return personalFolder + TEXT("\\ZRTranslation");
+}
+
 bool IsFolder(const WideString& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -47,7 +51,7 @@ bool TranslationCatalogue::InitTranslation(HMODULE ownModule) {
 }
 
 bool TranslationCatalogue::SetLanguage(const WideString& name) {
-    return SetLanguage(name, ModulePath());
+    return name != currentLanguage && SetLanguage(name, ModulePath());
 }
 
 bool TranslationCatalogue::SetLanguage(const WideString& name, const WideString& modulePath) {
@@ -92,19 +96,26 @@ const WideString& TranslationCatalogue::Translate(const char* text) {
 }
 
 void TranslationCatalogue::WriteUntranslatedFile() {
-    WriteUntranslatedFile(ModulePath(), GetSpecialFolderPath(CSIDL_PERSONAL));
+    const WideString folder = HarvestFolder(GetSpecialFolderPath(CSIDL_PERSONAL));
+    if (!IsHarvestDue(folder) || WriteHarvest(folder, ModulePath())) Clear();
 }
 
 void TranslationCatalogue::WriteUntranslatedFile(const WideString& modulePath,
                                                  const WideString& personalFolder) {
-    const WideString folder = personalFolder + TEXT("\\ZRTranslation");
-    if (!untranslated.empty() && IsFolder(folder)) {
-        const WideString name = modulePath.empty() ? TEXT("module") : GetBaseName(modulePath);
-        const FileHandle file(_wfopen((folder + TEXT("\\") + name + TEXT(".txt")).c_str(), TEXT("wb")));
-        if (!file) return;
-        WriteUntranslatedTexts(file.Get(), untranslated);
-    }
-    Clear();
+    const WideString folder = HarvestFolder(personalFolder);
+    if (!IsHarvestDue(folder) || WriteHarvest(folder, modulePath)) Clear();
+}
+
+bool TranslationCatalogue::IsHarvestDue(const WideString& folder) const {
+    return !untranslated.empty() && IsFolder(folder);
+}
+
+bool TranslationCatalogue::WriteHarvest(const WideString& folder, const WideString& modulePath) const {
+    const WideString name = modulePath.empty() ? TEXT("module") : GetBaseName(modulePath);
+    const FileHandle file(_wfopen((folder + TEXT("\\") + name + TEXT(".txt")).c_str(), TEXT("wb")));
+    if (!file) return false;
+    WriteUntranslatedTexts(file.Get(), untranslated);
+    return true;
 }
 
 WideString TranslationCatalogue::ModulePath() const {

@@ -60,6 +60,8 @@ public:
 
 private:
     [[nodiscard]] WideString ModulePath() const;
+    [[nodiscard]] bool IsHarvestDue(const WideString& folder) const;
+    [[nodiscard]] bool WriteHarvest(const WideString& folder, const WideString& modulePath) const;
     void Clear();
 
     WideString currentLanguage;

@@ -136,6 +136,11 @@ TEST_F(AccountSettings, FullStorageIsNoError) {
     account.userId = TEXT("Anna");
     SaveAccountSettings(account);
     device.SetFreeStorage(std::nullopt);
+    EXPECT_EQ("Use", SettingsFile()) << "what still fits is written";
+    EXPECT_EQ(0u, device.CountCalls("MessageBoxW"));
+    EXPECT_EQ(TEXT("Anna"), account.userId);
+    SaveAccountSettings(account);
+    EXPECT_EQ("UserID=Anna\r\n", SettingsFile()) << "with room again all is saved";
 }
 
 TEST_F(AccountSettings, UserIdOf500UnitsWithLineFeedsAndQuotesSurvives) {

@@ -112,6 +112,45 @@ TEST_F(MapShop, HugeCountWithAnEndedReplyStopsAskingAfterAThousandEntries) {
     EXPECT_LT(device.CountCalls("InternetReadFile"), 1100u);
 }
 
+TEST_F(MapShop, ReplyMayGoOnAfter999EntriesWithoutAByteButNotAfter1000) {
+    const struct {
+        size_t empty;
+        int32_t finalValue;
+    } cases[] = {{999, 44}, {1000, 41}, {1001, 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.empty);
+        WebReply reply = WebReply::WithBody(
+            MapShopReply().Int32(0).Int32(1002).Int32(41).Int32(42).Int32(43).Int32(44).bytes);
+        reply.chunks = {8, 1000};
+        Answer(reply);
+        for (size_t n = 0; n < c.empty; ++n)
+            device.FailCall("InternetReadFile", 2 + n, ERROR_INTERNET_TIMEOUT);
+        EXPECT_EQ(c.finalValue, Search().finalValue);
+        device.StopFailing();
+    }
+}
+
+TEST_F(MapShop, EntriesWithoutAByteCountOnlyInARow) {
+    WebReply reply =
+        WebReply::WithBody(MapShopReply().Int32(0).Int32(1999).Int32(41).Int32(42).Int32(43).bytes);
+    reply.chunks = {8, 4, 1000};
+    Answer(reply);
+    for (size_t n = 0; n < 999; ++n) {
+        device.FailCall("InternetReadFile", 2 + n, ERROR_INTERNET_TIMEOUT);
+        device.FailCall("InternetReadFile", 2 + 1000 + n, ERROR_INTERNET_TIMEOUT);
+    }
+    // 999 without a byte, 41, 999 without a byte: these are the entries.
+    EXPECT_EQ(42, Search().finalValue);
+}
+
+TEST_F(MapShop, CountThatCannotBeReadIsNoneAndTheNextBytesAreTheFinalValue) {
+    WebReply reply = WebReply::WithBody(MapShopReply().Int32(0).Int32(24).Int32(25).bytes);
+    reply.chunks = {4, 1000};
+    Answer(reply);
+    device.FailCall("InternetReadFile", 2, ERROR_INTERNET_TIMEOUT);
+    EXPECT_EQ(24, Search().finalValue);
+}
+
 TEST_F(MapShop, EntriesAfterAFailedReadAreStillRead) {
     // The type of the first entry does not come; that of the second does, and the final value follows it.
     WebReply reply = WebReply::WithBody(MapShopReply().Int32(0).Int32(2).Int32(3).Int32(24).bytes);

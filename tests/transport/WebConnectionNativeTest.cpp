@@ -1,39 +1,5 @@
-#include "transport/WebConnection.h"
-
-#include <gtest/gtest.h>
-
-#include "support/NetworkTest.h"
-#include "transport/NetworkConnection.h"
-
-using namespace std::string_literals;
-
-namespace {
-
-constexpr WCHAR host[] = TEXT("maps.example");
-
-class Web : public NetworkTest {
-protected:
-    static void SetPhoneStatus(std::string_view bytes) {
-        SetRegistryValue(HKEY_LOCAL_MACHINE, TEXT("System\\State\\Phone"), TEXT("Status"), REG_DWORD, bytes);
-    }
-    static void Roam() { SetPhoneStatus("\0\2\0\0"s); }
-
-    void Answer(WebReply reply, INTERNET_PORT port = 80) { device.AddHost(host, port, std::move(reply)); }
-
-    const HWND owner = reinterpret_cast<HWND>(uintptr_t{0x1230});
-};
-
-}  // namespace
-
-TEST_F(Web, RoamingIsBit9OfThePhoneStatus) {
-    EXPECT_FALSE(IsRoaming()) << "no such value";
-    SetPhoneStatus("\0\2\0\0"s);
-    EXPECT_TRUE(IsRoaming());
-    SetPhoneStatus("\xFF\xFD\xFF\xFF"s);
-    EXPECT_FALSE(IsRoaming());
-    SetPhoneStatus("\xFF\xFF\xFF\xFF"s);
-    EXPECT_TRUE(IsRoaming());
-}
+/* How a connection is made, used and closed. */
+#include "transport/WebFixture.h"
 
 TEST_F(Web, StartsNotConnectedWithNothing) {
     const WebConnection connection(host, true, false);
@@ -88,16 +54,6 @@ TEST_F(Web, GoesAheadWithoutADataConnection) {
     EXPECT_TRUE(connection.holdsManagedConnection);
 }
 
-TEST_F(Web, WithoutConnectionManagerNoDataConnectionIsAskedFor) {
-    Roam();
-    WebConnection connection(host, false, false);
-    connection.ownerWindow = owner;
-    EXPECT_TRUE(connection.Connect());
-    EXPECT_FALSE(connection.holdsManagedConnection);
-    EXPECT_EQ(0u, device.CountCalls("ConnMgrMapURL"));
-    EXPECT_TRUE(device.MessageBoxes().empty());
-}
-
 TEST_F(Web, SecureConnectionGoesToPort443WithTheSecureFlag) {
     Answer(WebReply::WithBody("ok"), 443);
     WebConnection connection(host, false, true);
@@ -135,61 +91,6 @@ TEST_F(Web, FailuresOfTheRequestAreReported) {
         WebConnection connection(host, false, false);
         EXPECT_FALSE(connection.OpenAndSend(TEXT("/"), TEXT("GET"), false)) << function;
     }
-}
-
-TEST_F(Web, NotRoamingNoQuestionIsAskedAndNothingAccepted) {
-    WebConnection connection(host, true, false);
-    connection.ownerWindow = owner;
-    EXPECT_TRUE(connection.Connect());
-    EXPECT_TRUE(device.MessageBoxes().empty());
-    EXPECT_FALSE(roamingWarningAccepted);
-}
-
-TEST_F(Web, RoamingIsAskedAboutOnceItHasBeenAccepted) {
-    Roam();
-    device.AnswerMessageBox(IDOK);
-    for (int i = 0; i < 2; ++i) {
-        WebConnection connection(host, true, false);
-        connection.ownerWindow = owner;
-        EXPECT_TRUE(connection.Connect());
-    }
-    ASSERT_EQ(1u, device.MessageBoxes().size());
-    const ShownMessageBox& box = device.MessageBoxes()[0];
-    EXPECT_EQ(owner, box.owner);
-    EXPECT_EQ(u"Your phone is roaming, and you may incur data charges.", box.text);
-    EXPECT_EQ(UINT{MB_OKCANCEL}, box.flags);
-    EXPECT_TRUE(roamingWarningAccepted);
-}
-
-TEST_F(Web, RefusalIsFinalForTheObjectAndALaterOneAsksAgain) {
-    Roam();
-    device.AnswerMessageBox(IDCANCEL);
-    {
-        WebConnection connection(host, true, false);
-        connection.ownerWindow = owner;
-        EXPECT_FALSE(connection.Connect());
-        EXPECT_FALSE(connection.Connect());
-        EXPECT_EQ(WebConnection::failed, connection.state);
-        EXPECT_FALSE(connection.holdsManagedConnection);
-    }
-    EXPECT_EQ(1u, device.MessageBoxes().size());
-    EXPECT_FALSE(roamingWarningAccepted);
-    EXPECT_EQ(0u, device.CountCalls("ConnMgrMapURL"));
-    EXPECT_EQ(0u, device.CountCalls("InternetConnectW"));
-
-    device.AnswerMessageBox(IDOK);
-    WebConnection later(host, true, false);
-    later.ownerWindow = owner;
-    EXPECT_TRUE(later.Connect());
-    EXPECT_EQ(2u, device.MessageBoxes().size());
-}
-
-TEST_F(Web, RoamingWithoutAnOwnerWindowIsNotAskedAbout) {
-    Roam();
-    WebConnection connection(host, true, false);
-    EXPECT_TRUE(connection.Connect());
-    EXPECT_TRUE(device.MessageBoxes().empty());
-    EXPECT_FALSE(roamingWarningAccepted);
 }
 
 TEST_F(Web, ContentLength) {

@@ -48,13 +48,39 @@ TEST_F(CatalogueOnDevice, UnknownModuleFileMeansThatNoLanguageIsFound) {
     device.FailCall("GetModuleFileNameW", 1, ERROR_INVALID_HANDLE);
     TranslationCatalogue catalogue;
     EXPECT_FALSE(catalogue.InitTranslation(device.LibraryInstance()));
+    EXPECT_EQ((std::vector<std::string>{R"(_wfopen("", "rb") = null)"}), device.Calls({"_wfopen"}));
 }
 
 TEST_F(CatalogueOnDevice, ModulePathThatFillsTheBufferCountsAsUnknown) {
     SetLanguageSetting(TEXT("French"));
-    device.SetLibraryPath(u"\\" + std::u16string(300, u'x') + u".dll");
+    device.PutFile(u"\\Lib.French.txt", "Open\tOuvrir\n");
+    const struct {
+        size_t length;
+        bool isKnown;
+    } cases[] = {{259, true}, {260, false}, {261, false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.length);
+        const std::u16string start = u"\\Lib.";
+        device.SetLibraryPath(start + std::u16string(c.length - start.size(), u'x'));
+        device.ForgetCalls();
+        TranslationCatalogue catalogue;
+        EXPECT_EQ(c.isKnown, catalogue.InitTranslation(device.LibraryInstance()));
+        EXPECT_EQ((std::vector<std::string>{c.isKnown ? R"(_wfopen("\Lib.French.txt", "rb") = file 1)"
+                                                      : R"(_wfopen("", "rb") = null)"}),
+                  device.Calls({"_wfopen"}));
+    }
+}
+
+TEST_F(CatalogueOnDevice, ModuleIsAskedForItsPathOnlyForAnotherLanguage) {
+    SetLanguageSetting(TEXT("French"));
+    device.PutFile(u"\\Program Files\\App\\OrvandeOnline.French.txt", "Open\tOuvrir\n");
     TranslationCatalogue catalogue;
-    EXPECT_FALSE(catalogue.InitTranslation(device.LibraryInstance()));
+    EXPECT_FALSE(catalogue.SetLanguage({}));
+    EXPECT_EQ(0u, device.CountCalls("GetModuleFileNameW"));
+    ASSERT_TRUE(catalogue.InitTranslation(device.LibraryInstance()));
+    EXPECT_EQ(1u, device.CountCalls("GetModuleFileNameW"));
+    EXPECT_FALSE(catalogue.SetLanguage(TEXT("French")));
+    EXPECT_EQ(1u, device.CountCalls("GetModuleFileNameW"));
 }
 
 TEST_F(CatalogueOnDevice, HarvestIsWrittenToTheUsersDocumentsAtTheEnd) {
@@ -69,6 +95,29 @@ TEST_F(CatalogueOnDevice, HarvestIsWrittenToTheUsersDocumentsAtTheEnd) {
     const std::vector<std::string> expected = {
         R"(SHGetSpecialFolderPathW(null, 5, TRUE) = TRUE, "\My Documents")"};
     EXPECT_EQ(expected, device.Calls({"SHGetSpecialFolderPathW"}));
+}
+
+TEST_F(CatalogueOnDevice, ModuleIsAskedForItsPathOnlyForAHarvestThatIsWritten) {
+    device.PutFile(u"\\Temp\\French.txt", "Open\tOuvrir\n");
+    TranslationCatalogue catalogue;
+    ASSERT_TRUE(catalogue.LoadTranslationFile(TEXT("\\Temp\\French.txt")));
+    catalogue.WriteUntranslatedFile();
+    EXPECT_EQ(TEXT("Open"), catalogue.Translate("Open")) << "the table is emptied without a text, too";
+    catalogue.WriteUntranslatedFile();
+    EXPECT_TRUE(catalogue.UntranslatedTexts().empty()) << "and the texts without a folder";
+    EXPECT_EQ(0u, device.CountCalls("GetModuleFileNameW"));
+
+    device.MakeFolder(u"\\My Documents\\ZRTranslation");
+    catalogue.Translate("Open");
+    device.ForgetCalls();
+    catalogue.WriteUntranslatedFile();
+    const std::vector<std::string> expected = {
+        R"(SHGetSpecialFolderPathW(null, 5, TRUE) = TRUE, "\My Documents")",
+        R"(GetFileAttributesW("\My Documents\ZRTranslation") = 0x00000010)",
+        R"(GetModuleFileNameW(null, 260) = 30, "\Program Files\App\Program.exe")",
+        R"(_wfopen("\My Documents\ZRTranslation\Program.txt", "wb") = file 2)", "fclose(file 2) = 0"};
+    EXPECT_EQ(expected, device.Calls());
+    EXPECT_TRUE(catalogue.UntranslatedTexts().empty());
 }
 
 TEST_F(CatalogueOnDevice, WithoutADocumentsFolderTheHarvestFolderIsLookedForInTheRoot) {

@@ -121,6 +121,18 @@ TEST_F(WindowTranslation, ButtonIsRenamedWithItsTextItsLengthAndAZeroCommand) {
     EXPECT_EQ(1u, renamed);
 }
 
+TEST_F(WindowTranslation, ButtonWithoutATextIsPassedOver) {
+    FormDialog dialog;
+    device.UseDialog([&](DialogUser& user) {
+        dialog.SetMenuBarButtonText(IDOK, {});
+        TranslateToolbar(dialog.menuBarWindow);
+        EXPECT_EQ(0u, translationCatalogue.UntranslatedTexts().count(TEXT("")));
+        EXPECT_EQ(u"", user.MenuBar()[0].text);
+        Cancel(user);
+    });
+    dialog.DoModal(nullptr);
+}
+
 TEST_F(WindowTranslation, TextOfAWindowIsReadUpTo4999Units) {
     const WideString longText(4999, u'x');
     translationCatalogue.SetLanguage(TEXT("English"), {});
