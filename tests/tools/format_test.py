@@ -4,6 +4,7 @@
 The paragraphs of most cases are filled to 40 columns.
 """
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -194,7 +195,7 @@ class Program(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
-        self.write(".clang-format", "BasedOnStyle: Google\nColumnLimit: 110\n")
+        shutil.copy(TOOLS.parent / ".clang-format", self.folder)
 
     def run_format(self, *arguments):
         command = [TOOLS / "format", *arguments]
