@@ -31,7 +31,7 @@ enum class AccountStatus : int32_t {
     badEmail = 14,    // creation
 };
 
-/* Answers one request body, whatever it holds. A refusal for the log holds nothing that the user typed: it may be a
- * password in the wrong field. The body itself is the caller's to wipe. Throws std::runtime_error when there is no
- * memory to hash a password. */
+/* Answers one request body, whatever it holds. A refusal for the log holds nothing that the user typed: it
+ * may be a password in the wrong field. The body itself is the caller's to wipe. Throws std::runtime_error
+ * when there is no memory to hash a password. */
 CgiReply HandleAccounts(AccountStore& accounts, std::string_view request);

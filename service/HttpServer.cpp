@@ -39,9 +39,9 @@ using AddBodyHandler = httplib::Server& (httplib::Server::*)(const std::string&,
 constexpr std::array<AddBodyHandler, 4> bodyMethods = {&httplib::Server::Post, &httplib::Server::Put,
                                                        &httplib::Server::Patch, &httplib::Server::Delete};
 
-/* Reads a request's body; it may hold a password. None, and the response's status is set, when it is too long or
- * does not arrive. A body that is too long is still read to its end: the next request of the connection begins
- * there. */
+/* Reads a request's body; it may hold a password. None, and the response's status is set, when it is too long
+ * or does not arrive. A body that is too long is still read to its end: the next request of the connection
+ * begins there. */
 std::optional<SecretBytes> ReadBody(const httplib::Request& request, httplib::Response& response,
                                     const httplib::ContentReader& reader) {
     // Without either there is no body; the reader would wait for the end of the connection.

@@ -51,7 +51,8 @@ void SendBytes(Transfer started, bool isHead, httplib::Response& response) {
         [transfer](size_t offset, size_t rest, httplib::DataSink& sink) {
             return SendPiece(*transfer, offset, rest, sink);
         },
-        // Whether it was a success is not asked: the library says so of what the end of the service broke off.
+        // Whether it was a success is not asked: the library says so of what the end of the service broke
+        // off.
         [transfer, isHead](bool) {
             if (isHead || transfer->sent == transfer->length) return;
             LogLine(transfer->name + ": broken off after " + std::to_string(transfer->sent) + " of " +

@@ -15,9 +15,9 @@ class MapFolderError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/* Makes those of the files that are missing, and the folder with them; a file that is there stays as it is. Each
- * appears under its name when it is whole: what interrupts this, a loss of power included, leaves no part of a
- * file under it. Processes that do this at once wait for each other. Throws MapFolderError. */
+/* Makes those of the files that are missing, and the folder with them; a file that is there stays as it is.
+ * Each appears under its name when it is whole: what interrupts this, a loss of power included, leaves no
+ * part of a file under it. Processes that do this at once wait for each other. Throws MapFolderError. */
 void MakeMapFiles(const std::filesystem::path& folder, std::span<const MapFile> files);
 
 /* A file opened for reading. It stays what it was when another takes its name. */

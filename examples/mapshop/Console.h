@@ -32,6 +32,6 @@ bool ErrorsAreOnConsole();
 /* The program's outputs. */
 enum class Output { standard, errors };
 
-/* How many characters fit on a line of an output: the console's own width; where the output is no console, the
- * environment's COLUMNS, and 100 where there is none. At least 40. */
+/* How many characters fit on a line of an output: the console's own width; where the output is no console,
+ * the environment's COLUMNS, and 100 where there is none. At least 40. */
 size_t LineWidth(Output output);

@@ -1,8 +1,8 @@
 /* Ctrl-C, as a question that work in progress can ask. */
 #pragma once
 
-/* While one lives, the first Ctrl-C or Ctrl-Break only makes Wanted() true; another one ends the program at once.
- * Not two at a time. */
+/* While one lives, the first Ctrl-C or Ctrl-Break only makes Wanted() true; another one ends the program at
+ * once. Not two at a time. */
 class Interruption {
 public:
     Interruption();

@@ -22,7 +22,8 @@ class ProgressDisplay {
 public:
     explicit ProgressDisplay(ProgressStyle wanted) : style(wanted) {}
 
-    /* Shows a state of the transfer unless it is too soon after the one before. The time counts from the first. */
+    /* Shows a state of the transfer unless it is too soon after the one before. The time counts from the
+     * first. */
     void Show(const DownloadProgress& progress);
 
     /* Shows the last state and ends the line. Nothing when no state has been shown before. */

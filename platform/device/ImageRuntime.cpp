@@ -38,8 +38,8 @@ void* __dso_handle = nullptr;
         TerminateProcess(GetCurrentProcess(), 3);
 }
 
-/* Called for every constructed object that wants to be destroyed. One for which there is no room is not destroyed:
- * nobody looks at the result, and others may still use the object. */
+/* Called for every constructed object that wants to be destroyed. One for which there is no room is not
+ * destroyed: nobody looks at the result, and others may still use the object. */
 int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
     if (destructorCount == mostDestructors) {
         ranOut = true;

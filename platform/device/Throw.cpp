@@ -1,8 +1,8 @@
-/* The functions through which the C++ library's templates throw. The compiler's own bring every exception type, a
- * second kind of strings, a translator of messages and a printf along for it.
+/* The functions through which the C++ library's templates throw. The compiler's own bring every exception
+ * type, a second kind of strings, a translator of messages and a printf along for it.
  *
- * No code catches a misuse of the library by its type, only all exceptions together; one class therefore stands for
- * all kinds of it. */
+ * No code catches a misuse of the library by its type, only all exceptions together; one class therefore
+ * stands for all kinds of it. */
 #include <exception>
 #include <new>
 

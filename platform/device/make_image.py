@@ -3,8 +3,8 @@
 
     make_image.py ELF IMAGE [--exports DEF] [--resources COFF]
 
-With --exports the image is a DLL that exports the names of the .def file; without, a program. --resources takes the
-resources as windres makes them (-O coff). Prints the sizes of the image's parts.
+With --exports the image is a DLL that exports the names of the .def file; without, a program. --resources
+takes the resources as windres makes them (-O coff). Prints the sizes of the image's parts.
 """
 import argparse
 import os

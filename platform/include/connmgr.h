@@ -32,8 +32,8 @@ extern "C" {
  * further networks; 0 starts. */
 HRESULT WINAPI ConnMgrMapURL(LPCWSTR url, GUID* network, DWORD* index);
 
-/* Asks for a connection and waits for it `timeout` ms at most. `status` receives CONNMGR_STATUS_...;
- * the handle is to be released whatever the status is. */
+/* Asks for a connection and waits for it `timeout` ms at most. `status` receives CONNMGR_STATUS_...; the
+ * handle is to be released whatever the status is. */
 HRESULT WINAPI ConnMgrEstablishConnectionSync(CONNMGR_CONNECTIONINFO* info, HANDLE* connection, DWORD timeout,
                                               DWORD* status);
 

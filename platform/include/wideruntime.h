@@ -1,6 +1,6 @@
-/* The device runtime's wide functions, for toolchains whose own wide functions work on other units.
- * They have the device runtime's meaning: text is made of 16-bit units, in formats a plain %s is wide text
- * and %I64d a 64-bit integer, and paths are the device's. */
+/* The device runtime's wide functions, for toolchains whose own wide functions work on other units. They have
+ * the device runtime's meaning: text is made of 16-bit units, in formats a plain %s is wide text and %I64d a
+ * 64-bit integer, and paths are the device's. */
 #pragma once
 
 #include <stdarg.h>
@@ -13,7 +13,8 @@ extern "C++" {
 FILE* _wfopen(const WCHAR* path, const WCHAR* mode);
 
 /* Formats into at most `count` units. The number of units, the terminator not counted; when they are exactly
- * `count`, no terminator is written. -1 when they are more: the first `count` are there, without terminator. */
+ * `count`, no terminator is written. -1 when they are more: the first `count` are there, without
+ * terminator. */
 int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list arguments);
 
 /* Reads fields out of `text`: the number of fields assigned, or EOF when the text ends before the first. */

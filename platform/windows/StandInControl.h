@@ -50,7 +50,8 @@ typedef struct StandInShellRecord {
     TBBUTTONINFOW button; /* how; its text may be gone */
 } StandInShellRecord;
 
-/* Sets whether menu bars can be made from here on, and begins a new record of calls. At the start they can. */
+/* Sets whether menu bars can be made from here on, and begins a new record of calls. At the start they
+ * can. */
 void WINAPI StandInMenuBars(BOOL succeed);
 
 void WINAPI StandInShellCalls(StandInShellRecord* record);

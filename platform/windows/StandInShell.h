@@ -17,6 +17,7 @@ extern StandInShellRecord shellCalls;
 /* The screen without what the desktop keeps for itself, less the menu bar's strip. */
 RECT DialogArea(void);
 
-/* Turns a tool bar into the menu bar of `dialog`. The data of its buttons are the indices of their pop-ups in `menu`,
- * which is the bar's from here on; if this fails the tool bar and the menu are the caller's as before. */
+/* Turns a tool bar into the menu bar of `dialog`. The data of its buttons are the indices of their pop-ups in
+ * `menu`, which is the bar's from here on; if this fails the tool bar and the menu are the caller's as
+ * before. */
 BOOL BindMenuBar(HWND bar, HWND dialog, HMENU menu);

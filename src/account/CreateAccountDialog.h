@@ -4,8 +4,9 @@
 #include "account/Account.h"
 #include "ui/Dialog.h"
 
-/* Asks for what an account needs until the service creates it, which saves it as after signing in, or until the user
- * gives up. True: `account` holds the new credentials. False: not created; `account` holds what was tried last. */
+/* Asks for what an account needs until the service creates it, which saves it as after signing in, or until
+ * the user gives up. True: `account` holds the new credentials. False: not created; `account` holds what was
+ * tried last. */
 bool CreateAccount(Account& account, HWND owner) noexcept;
 
 class CreateAccountDialog final : public Dialog {

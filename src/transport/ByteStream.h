@@ -31,9 +31,10 @@ public:
      * low 8 bits. */
     void WriteString(const WideString& text);
 
-    /* The readers below clear `good` when a read fails, and count their bytes whether or not it does. Bytes that
-     * did not come leave their part of the destination as it was, so a destination starts from what a reply that
-     * ends early may leave behind. These two tell whether their own read succeeded, whatever `good` was. */
+    /* The readers below clear `good` when a read fails, and count their bytes whether or not it does. Bytes
+     * that did not come leave their part of the destination as it was, so a destination starts from what a
+     * reply that ends early may leave behind. These two tell whether their own read succeeded, whatever
+     * `good` was. */
     bool ReadInt32(int32_t& value);
     bool ReadBytes(void* data, uint32_t size);
 

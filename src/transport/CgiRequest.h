@@ -20,14 +20,14 @@ public:
     /* Adds to the body. Throws std::bad_alloc. */
     void Write(const void* data, uint32_t size) override;
 
-    /* Posts the body, which is not to be empty, under a wait cursor, and turns the stream to reading with `good`
-     * set and `byteCount` 0. Whether the system took the request as sent: the HTTP status is not looked at, and
-     * there may be no reply at all. Throws std::bad_alloc. */
+    /* Posts the body, which is not to be empty, under a wait cursor, and turns the stream to reading with
+     * `good` set and `byteCount` 0. Whether the system took the request as sent: the HTTP status is not
+     * looked at, and there may be no reply at all. Throws std::bad_alloc. */
     bool SendRequest();
 
-    /* Takes bytes of the reply; one read from the network asks for 256 of them, or for as many as the request's
-     * body had when those were more. True when it found any, however few (the rest of `data` stays as it was);
-     * false when it found none, and for a size of 0. */
+    /* Takes bytes of the reply; one read from the network asks for 256 of them, or for as many as the
+     * request's body had when those were more. True when it found any, however few (the rest of `data` stays
+     * as it was); false when it found none, and for a size of 0. */
     bool Read(void* data, uint32_t size) override;
 
 private:

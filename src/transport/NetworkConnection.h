@@ -17,5 +17,6 @@ bool EstablishNetworkConnection();
  * once. Always true. */
 bool ReleaseNetworkConnection();
 
-/* Whether the phone is roaming, as the platform's phone state in the registry says; false when it says nothing. */
+/* Whether the phone is roaming, as the platform's phone state in the registry says; false when it says
+ * nothing. */
 bool IsRoaming();

@@ -17,8 +17,8 @@ public:
         failed = 2, /* or refused by the user; nothing is tried again until Close */
     };
 
-    /* For `host` on port 80, or with `secure` for HTTPS on port 443. With `useConnectionManager` a data connection is
-     * asked for first; it stays up for the rest of the process. Throws std::bad_alloc. */
+    /* For `host` on port 80, or with `secure` for HTTPS on port 443. With `useConnectionManager` a data
+     * connection is asked for first; it stays up for the rest of the process. Throws std::bad_alloc. */
     WebConnection(const WCHAR* host, bool useConnectionManager, bool secure);
     WebConnection(const WebConnection&) = delete;
     WebConnection& operator=(const WebConnection&) = delete;
@@ -26,12 +26,14 @@ public:
     /* Closes it. */
     ~WebConnection();
 
-    /* Connects, if that has not been tried yet; whether there is a connection. While the phone is roaming, and the user
-     * has not agreed to that before, `ownerWindow` (when there is one) asks first; a refusal is a failure. */
+    /* Connects, if that has not been tried yet; whether there is a connection. While the phone is roaming,
+     * and the user has not agreed to that before, `ownerWindow` (when there is one) asks first; a refusal is
+     * a failure. */
     bool Connect();
 
-    /* Connects, and sends a request without a body; whether that succeeded. The reply is then read from `request`. It is
-     * fetched past all caches, and redirections are not followed. `secureRequest` is passed on to the request. */
+    /* Connects, and sends a request without a body; whether that succeeded. The reply is then read from
+     * `request`. It is fetched past all caches, and redirections are not followed. `secureRequest` is passed
+     * on to the request. */
     bool OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secureRequest);
 
     /* The HTTP status of the reply; 1000 when there is none. */

@@ -1,18 +1,18 @@
-/* The two ways to fetch a file over a WebConnection. Both ask the connection's `progressCallback` after every read from
- * the network. */
+/* The two ways to fetch a file over a WebConnection. Both ask the connection's `progressCallback` after every
+ * read from the network. */
 #pragma once
 
 #include "transport/WebConnection.h"
 
-/* Fetches `urlPath` into `localFile`: true when the reply came to its end. It is received as `localFile` with ".TMP"
- * appended and moved into place at the end (whether that move succeeds makes no difference).
+/* Fetches `urlPath` into `localFile`: true when the reply came to its end. It is received as `localFile` with
+ * ".TMP" appended and moved into place at the end (whether that move succeeds makes no difference).
  *
- * False when it could not be asked for, was refused (an HTTP status of 300 or more; `localFile` stays as it was), broke off,
- * was cancelled or could not be written. From the first byte of a reply that is not refused, the old `localFile` is gone; a
- * download that fails then leaves neither file.
+ * False when it could not be asked for, was refused (an HTTP status of 300 or more; `localFile` stays as it
+ * was), broke off, was cancelled or could not be written. From the first byte of a reply that is not refused,
+ * the old `localFile` is gone; a download that fails then leaves neither file.
  *
- * The connection's `progress` starts with 0 bytes and the reply's Content-Length, and counts the bytes that were written.
- * Throws std::bad_alloc, before any file is touched. */
+ * The connection's `progress` starts with 0 bytes and the reply's Content-Length, and counts the bytes that
+ * were written. Throws std::bad_alloc, before any file is touched. */
 bool DownloadWebFile(WebConnection& connection, const WCHAR* urlPath, const WideString& localFile);
 
 /* Fetches `length` bytes of `urlPath`, from the byte `offset` on, into `buffer`.

@@ -32,9 +32,9 @@ public:
     virtual void OnCancel();
 
     /* Shows the dialog until it is ended, and gives what it was ended with. IDCANCEL at once when there is no
-     * template id. -1 when the dialog cannot be shown or an operation threw: a box, owned by `parent`, gives the
-     * number of the template and the system's error code. A menu bar that cannot be made has a box of its own
-     * before that one. Both boxes are in English. Throws std::bad_alloc when there is no memory for that
+     * template id. -1 when the dialog cannot be shown or an operation threw: a box, owned by `parent`, gives
+     * the number of the template and the system's error code. A menu bar that cannot be made has a box of its
+     * own before that one. Both boxes are in English. Throws std::bad_alloc when there is no memory for that
      * text. */
     int DoModal(HWND parent);
 

@@ -1,7 +1,7 @@
 /* The lookup through which every text goes before it is shown. Texts are English in the code; a text file
  * beside the library holds their translations. Texts that were not found are collected, and written out when
- * the catalogue is destroyed, if the user has made a folder for them.
- * Every operation throws std::bad_alloc; a language file is then loaded up to there. */
+ * the catalogue is destroyed, if the user has made a folder for them. Every operation throws std::bad_alloc;
+ * a language file is then loaded up to there. */
 #pragma once
 
 #include "ui/TranslationFile.h"

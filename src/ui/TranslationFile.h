@@ -18,8 +18,8 @@ WideString UnescapeTranslationText(WideStringView text);
 /* Adds the records of an open language file to `table`; a later record replaces an earlier one of the same
  * key. A record is a key, a TAB, and a value up to the LF or the end of the file. A line without a TAB is no
  * record; a TAB without a key is passed over, and what follows it is read as a record; an empty value is no
- * record. What is empty counts as it stands in the file: a value of nothing but a CR is an empty text. After a
- * byte order mark the file is read as UTF-16LE, otherwise each byte is one unit of the same number. Throws
+ * record. What is empty counts as it stands in the file: a value of nothing but a CR is an empty text. After
+ * a byte order mark the file is read as UTF-16LE, otherwise each byte is one unit of the same number. Throws
  * std::bad_alloc. */
 void ReadTranslations(FILE* file, TranslationTable& table);
 

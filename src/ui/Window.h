@@ -1,13 +1,13 @@
 /* The base of the library's windows: an object behind a window handle that sees the window's messages first.
- * AttachWindow of the binding table binds the two; whoever calls it sets `window`, and until then messages are
- * only passed on. */
+ * AttachWindow of the binding table binds the two; whoever calls it sets `window`, and until then messages
+ * are only passed on. */
 #pragma once
 
 #include "ui/WindowBinding.h"
 
-/* Handlers add behaviour and swallow nothing: every message goes on to the procedure that the window had before,
- * and that procedure's result is the message's; OnNotify alone decides for itself. A handler that throws ends the
- * dialog that the window is with -1; OnDestroy comes too late for that. */
+/* Handlers add behaviour and swallow nothing: every message goes on to the procedure that the window had
+ * before, and that procedure's result is the message's; OnNotify alone decides for itself. A handler that
+ * throws ends the dialog that the window is with -1; OnDestroy comes too late for that. */
 class Window {
 public:
     Window() = default;
@@ -31,8 +31,8 @@ public:
     /* The inner size in pixels. */
     virtual void OnSize(int /*width*/, int /*height*/) {}
 
-    /* Destroys the window if it is still there. The handle must be the object's own to the end: nobody else binds
-     * the window, and with the window the handle goes. */
+    /* Destroys the window if it is still there. The handle must be the object's own to the end: nobody else
+     * binds the window, and with the window the handle goes. */
     virtual ~Window();
 
     /* What becomes of a message: its handler, then the previous procedure. */

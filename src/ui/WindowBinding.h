@@ -1,6 +1,7 @@
-/* What binds window handles to the objects behind them. Each binding is a record; the records of a window form a
- * chain whose head lies in the window's user data, and which others may lengthen with records of their own. A
- * walk along a chain ends after 1000 records as if nothing had been found: a chain that long is damaged. */
+/* What binds window handles to the objects behind them. Each binding is a record; the records of a window
+ * form a chain whose head lies in the window's user data, and which others may lengthen with records of their
+ * own. A walk along a chain ends after 1000 records as if nothing had been found: a chain that long is
+ * damaged. */
 #pragma once
 
 #include "Platform.h"
@@ -22,8 +23,9 @@ public:
 
     /* Binds `object` to `window`. True: a record was made and the key procedure installed. False: there was a
      * record, whose object is replaced by `object` (that of a Dialog only by another Dialog), or the key
-     * procedure was installed without one, or there is no such window, and nothing was done. Without memory for a record the window's user data is cleared, no procedure is installed, and
-     * the result is true all the same. */
+     * procedure was installed without one, or there is no such window, and nothing was done. Without memory
+     * for a record the window's user data is cleared, no procedure is installed, and the result is true all
+     * the same. */
     bool AttachWindow(HWND window, Window* object) const;
 
     /* Unbinds `window` and gives it the procedure back that it had before. False: there is no record, or it
@@ -34,8 +36,8 @@ public:
     /* The object bound to `window`, or null. */
     [[nodiscard]] Window* FindWindowObject(HWND window) const;
 
-    /* Passes a message on to the procedure before the binding; 0 when there is no binding. With WM_DESTROY the
-     * window is unbound first. */
+    /* Passes a message on to the procedure before the binding; 0 when there is no binding. With WM_DESTROY
+     * the window is unbound first. */
     LRESULT CallPreviousProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const;
 
 private:

@@ -10,8 +10,8 @@ BOOL TranslateWindowText(HWND window);
 /* The texts of the window, its controls and whatever lies below them. */
 void TranslateWindowTree(HWND window);
 
-/* The texts of the menu's first 256 items, of which 99 units count, and of their sub-menus. An item that has a
- * translation becomes a plain text item, whatever it was. */
+/* The texts of the menu's first 256 items, of which 99 units count, and of their sub-menus. An item that has
+ * a translation becomes a plain text item, whatever it was. */
 void TranslateMenu(HMENU menu);
 
 /* The texts of the tool bar's buttons, of which 254 units count. */

@@ -1,4 +1,5 @@
-/* A handheld has no current folder, no key that interrupts a program, and the libraries of the handheld in its system. */
+/* A handheld has no current folder, no key that interrupts a program, and the libraries of the handheld in
+ * its system. */
 #include "SystemTexts.h"
 
 std::wstring_view DownloadHelp() {

@@ -11,8 +11,8 @@
 class LoadedImage {
 public:
     /* Maps the image in a file of this computer where there is room, another place each time, and attaches it
-     * as the device's library. Null when it refuses, after it has been detached, and when it cannot be mapped,
-     * which is a violation. */
+     * as the device's library. Null when it refuses, after it has been detached, and when it cannot be
+     * mapped, which is a violation. */
     static std::unique_ptr<LoadedImage> Load(const std::string& file);
 
     LoadedImage(const LoadedImage&) = delete;

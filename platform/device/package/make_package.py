@@ -3,7 +3,8 @@
 
     make_package.py NAME PROGRAM... -- DOCUMENT...
 
-Writes NAME.cab with the programs, and NAME.zip with programs and documents. The same files give the same packages.
+Writes NAME.cab with the programs, and NAME.zip with programs and documents. The same files give the same
+packages.
 """
 import os
 import pathlib
