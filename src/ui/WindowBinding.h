@@ -9,7 +9,7 @@
 class Window;
 
 struct WindowHookRecord {
-    WNDPROC key;          /* the procedure that the binding installed; tells whose record it is */
+    WNDPROC key;          /* the procedure that the binding installed; whose record it is shows by it */
     WNDPROC previousProc; /* the procedure before that */
     Window* object;
     WindowHookRecord* next;
@@ -22,10 +22,10 @@ public:
     explicit constexpr WindowBindingTable(WNDPROC keyProc) noexcept : key(keyProc) {}
 
     /* Binds `object` to `window`. True: a record was made and the key procedure installed. False: there was a
-     * record, whose object is replaced by `object` (that of a Dialog only by another Dialog), or the key
-     * procedure was installed without one, or there is no such window, and nothing was done. Without memory
-     * for a record the window's user data is cleared, no procedure is installed, and the result is true all
-     * the same. */
+     * record already, whose object `object` replaces (which must be a Dialog if the old one is); or nothing
+     * was done, because the key procedure was installed without a record, or there is no such window. When
+     * there is no memory for a record, the window's user data is cleared, no procedure is installed, and the
+     * result is true all the same. */
     bool AttachWindow(HWND window, Window* object) const;
 
     /* Unbinds `window` and gives it the procedure back that it had before. False: there is no record, or it
@@ -44,5 +44,5 @@ private:
     WNDPROC key;
 };
 
-/* The table of the library's windows, from load to unload. */
+/* The table of the library's windows; it lasts from the library's load to its unload. */
 extern WindowBindingTable windowBindings;
