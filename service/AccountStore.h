@@ -40,8 +40,8 @@ public:
     explicit AccountStore(const std::filesystem::path& file);
 
     /* Adds an account unless there is one of that user ID or, failing that, of that e-mail address. Case
-     * makes no difference to either. Whole and durable when it returns; of several at once with the same user
-     * ID or address, one gets in. */
+     * makes no difference to either. The account is whole and durable when this returns. Of several at once
+     * with the same user ID or address, one is added. */
     AccountAdded Add(const AccountRecord& account);
 
     /* The hash that was added with a user ID, in whatever case; none when there is no such account. */

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/* While one lives, the console takes the program's output for UTF-8. The setting would otherwise outlive the
- * program. */
+/* While an object of this class lives, the console takes the program's output for UTF-8. The console's own
+ * setting, which outlives the program, is then restored. */
 class Utf8Console {
 public:
     Utf8Console();

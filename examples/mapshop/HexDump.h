@@ -1,4 +1,4 @@
-/* Bytes as people read them. */
+/* Shows bytes in hexadecimal. */
 #pragma once
 
 #include <cstdint>

@@ -16,6 +16,6 @@ struct WebArguments {
 };
 
 /* Reads the options --host NAME and --progress bar|lines wherever they stand, and checks the host and the
- * path. `least` and `most` operands are wanted; `form` names them in the message. */
+ * path. There must be `least` to `most` operands; `form` names them in the message. */
 WebArguments ParseWebArguments(const std::vector<std::wstring>& arguments, size_t least, size_t most,
                                const std::wstring& form);

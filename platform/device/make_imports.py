@@ -11,7 +11,7 @@ make_image.py makes the import table of the slots that are left when the linker 
 import re
 import sys
 
-# They exist, but with other parameters than standard C gives them.
+# The device has these functions, but not with the parameters of standard C.
 DIFFERENT = {"swprintf", "vswprintf"}
 
 MACRO = """\

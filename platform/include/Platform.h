@@ -42,7 +42,7 @@
 #include "connmgr.h"
 
 #ifdef __MINGW32__
-// The desktop's runtime has it all.
+// The desktop's runtime has all that the library calls.
 #elif WCHAR_MAX == 0xFFFF
 #include "windowsce.h"
 #else

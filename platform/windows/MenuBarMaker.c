@@ -1,6 +1,6 @@
 /* Makes the menu bars of the stand-in shell library: tool bars at the lower edge of the screen, each made of
- * a menu, an RCDATA resource and texts. A bar is a window of its own that its dialog owns: no child, so that
- * it is in nobody's way there, and it goes when the dialog goes. */
+ * a menu, an RCDATA resource and texts. A bar is owned by its dialog, so that it is destroyed with the
+ * dialog. It is no child, which would be one of the dialog's controls. */
 #include "StandInShell.h"
 
 /* A button in the RCDATA resource, after the menu's number and the number of buttons. */

@@ -5,7 +5,7 @@
 
 namespace __gnu_cxx {
 
-// The name is the compiler's. Without a header that declares it, it declares itself.
+// The compiler's name for its handler, which no header declares.
 void __verbose_terminate_handler();
 
 void __verbose_terminate_handler() {

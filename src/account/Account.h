@@ -9,6 +9,5 @@ struct Account {
     WideString password;       /* as typed, or what its saved form gives back */
     bool savePassword = false; /* the user's choice at the last "Sign in" */
     int32_t productCode = 0;   /* the application's number with the service, set by the application */
-    WideString productName; /* the application's name, also that of its registry key below "SOFTWARE\"; set by
-                             * the application */
+    WideString productName;    /* the application's name, and that of its key below "SOFTWARE\"; set by it */
 };

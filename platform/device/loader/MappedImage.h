@@ -45,7 +45,7 @@ public:
 
     uintptr_t Base() const { return base_; }
 
-    /* Where its maker would have it. */
+    /* The base that the file asks for. */
     uintptr_t PreferredBase() const { return preferredBase_; }
 
 private:

@@ -1,4 +1,4 @@
-/* Running a program of the device. */
+/* Runs programs of the device. */
 #pragma once
 
 #include <cstdint>
