@@ -1,5 +1,5 @@
-# How the shared library's file is made in each ring: what is linked in, and that it exports exactly the names of
-# frame/Exports.def.
+# How the shared library's file is made in each ring: what is linked in, and that it exports exactly the names
+# of frame/Exports.def.
 set(definitions ${CMAKE_CURRENT_SOURCE_DIR}/frame/Exports.def)
 set_target_properties(orvande_online PROPERTIES LINK_DEPENDS ${definitions})
 

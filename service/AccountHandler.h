@@ -22,7 +22,7 @@ enum class AccountStatus : int32_t {
     unknownUserId = 4,   // sign-in
     wrongPassword = 5,   // sign-in
     serviceFailure = 6,  // the database failed
-    unknownCode = 7,     // another request code than these two
+    unknownCode = 7,     // a request code that is neither sign-in nor creation
     badLength = 8,  // a string's count is negative or too large, or the body does not end with its last value
     textTooLong = 9,  // creation: a user ID, name, referrer or language of more than mostAccountTextUnits
     badFlag = 10,     // creation: the byte for product news is neither 0 nor 1
@@ -31,7 +31,7 @@ enum class AccountStatus : int32_t {
     badEmail = 14,    // creation
 };
 
-/* Answers one request body, whatever it holds. A refusal for the log holds nothing that the user typed: it may be a
- * password in the wrong field. The body itself is the caller's to wipe. Throws std::runtime_error when there is no
- * memory to hash a password. */
+/* Answers one request body, whatever it holds. The refusal for the log holds nothing that the user typed,
+ * because that may be a password in the wrong field. The caller wipes the body. Throws std::runtime_error
+ * when there is no memory to hash a password. */
 CgiReply HandleAccounts(AccountStore& accounts, std::string_view request);

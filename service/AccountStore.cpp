@@ -7,7 +7,7 @@
 
 namespace {
 
-// The keys are what is compared; the texts beside them are for people, who may look with other tools.
+// Only the keys are compared; the texts beside them are for people who look at the table with other tools.
 constexpr const char* schema = R"(
     CREATE TABLE IF NOT EXISTS account (
         id INTEGER PRIMARY KEY,
@@ -43,7 +43,8 @@ Database OpenedDatabase(const std::filesystem::path& file) {
     }
 }
 
-/* In bytes, low ones first: unlike UTF-8, it tells one half surrogate from another. */
+/* The UTF-16 of the case-folded text, low bytes first: unlike UTF-8, it tells one half surrogate from
+ * another. */
 std::string KeyOf(std::u16string_view text) {
     std::string key;
     for (const char16_t unit : CaseFolded(text)) {
@@ -79,7 +80,7 @@ bool Finds(const Database& database, const char* sql, const std::string& key) {
 
 AccountStore::AccountStore(const std::filesystem::path& file) : database(OpenedDatabase(file)) {
     using std::filesystem::perms;
-    // Not every file system can, and the file may be lent by another user.
+    // An error is ignored: not every file system has permissions, and the file may belong to another user.
     std::error_code ignored;
     std::filesystem::permissions(file, perms::group_all | perms::others_all,
                                  std::filesystem::perm_options::remove, ignored);

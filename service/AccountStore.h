@@ -34,14 +34,14 @@ enum class AccountAdded { yes, userIdTaken, emailTaken };
  * DatabaseError when the database fails under them. */
 class AccountStore {
 public:
-    /* Opens the database of a map catalogue, which must have been opened once, adds the table of accounts when it
-     * is missing, and keeps other users of the system from reading the file, if it can. Throws
+    /* Opens the database of a map catalogue, which must have been opened once, adds the table of accounts
+     * when it is missing, and keeps other users of the system from reading the file, if it can. Throws
      * AccountStoreError when the table cannot be made or is not this service's. */
     explicit AccountStore(const std::filesystem::path& file);
 
-    /* Adds an account unless there is one of that user ID or, failing that, of that e-mail address. Case makes no
-     * difference to either. Whole and durable when it returns; of several at once with the same user ID or
-     * address, one gets in. */
+    /* Adds an account unless there is one of that user ID or, failing that, of that e-mail address. Case
+     * makes no difference to either. The account is whole and durable when this returns. Of several at once
+     * with the same user ID or address, one is added. */
     AccountAdded Add(const AccountRecord& account);
 
     /* The hash that was added with a user ID, in whatever case; none when there is no such account. */

@@ -20,7 +20,7 @@ locale_t LettersOfAllScripts() {
     return letters;
 }
 
-/* Beyond ASCII, what is no control character, space or surrogate. */
+/* Whether the character is beyond ASCII and no control character, space or surrogate. */
 bool IsForeign(char32_t value) {
     return value > 0xA0 && value != 0x3000 && (value < 0xD800 || value > 0xDFFF);
 }
@@ -64,7 +64,7 @@ std::u16string CaseFolded(std::u16string_view text) {
     const locale_t letters = LettersOfAllScripts();
     std::u16string folded;
     folded.reserve(text.size());
-    // By way of the capital: some letters, like the two small sigmas, have one in common.
+    // The small letter of its capital: some letters, like the two small sigmas, have their capital in common.
     for (const char32_t value : CodePointsOf(text)) {
         const wint_t capital = towupper_l(static_cast<wint_t>(value), letters);
         AppendUtf16(folded, static_cast<char32_t>(towlower_l(capital, letters)));

@@ -7,11 +7,11 @@
 /* The text without the spaces, tabs and line ends before and after it, which a handheld's keyboard adds. */
 std::u16string_view Trimmed(std::u16string_view text);
 
-/* The text with every letter of every script in one case: texts that differ only in that become the same. Accents
- * and whether they are composed still count. Throws std::runtime_error when the system lacks its table of
- * letters, the locale C.UTF-8. */
+/* The text with every letter of every script in one case: texts that differ only in that become the same.
+ * Accents and whether they are composed still count. Throws std::runtime_error when the system lacks its
+ * table of letters, the locale C.UTF-8. */
 std::u16string CaseFolded(std::u16string_view text);
 
-/* Whether mail could be sent there: up to 64 characters, one "@", and the name of a host that has a dot in it; 254
- * units at most. Letters of every script are taken; quoted names and numeric addresses are not. */
+/* Whether mail could be sent there: up to 64 characters, one "@", and the name of a host that has a dot in
+ * it; 254 units at most. Letters of every script are taken; quoted names and numeric addresses are not. */
 bool IsEmailAddress(std::u16string_view text);

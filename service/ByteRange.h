@@ -18,7 +18,7 @@ struct ByteRange {
     bool operator==(const ByteRange&) const = default;
 };
 
-/* Reads the value of a Range header for a file of `size` bytes: "bytes=0-9", "bytes=10-", "bytes=-5" (the last
- * 5). A range that reaches beyond the file ends with it. Several ranges, other units and what cannot be read
- * mean the whole file; a range that ends before it begins is unsatisfiable. */
+/* Reads the value of a Range header for a file of `size` bytes: "bytes=0-9", "bytes=10-", "bytes=-5" (the
+ * last 5). A range that reaches beyond the file ends with it. Several ranges, other units and what cannot be
+ * read mean the whole file; a range that ends before it begins is unsatisfiable. */
 ByteRange ByteRangeOf(std::string_view header, uint64_t size);

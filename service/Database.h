@@ -24,7 +24,7 @@ public:
     /* Runs statements that give no rows, separated by semicolons. */
     void Execute(const char* sql);
 
-    /* Lends the connection. */
+    /* The connection, which stays the database's. */
     [[nodiscard]] sqlite3* Get() const { return connection.get(); }
 
 private:
@@ -61,7 +61,7 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalize> statement;
 };
 
-/* Keeps all other connections out, until it ends. Without Commit, nothing of what was done in it remains. */
+/* Keeps all other connections out until it ends. Without Commit, nothing that was done in it remains. */
 class Transaction {
 public:
     explicit Transaction(Database& within);

@@ -19,18 +19,18 @@
 namespace {
 
 constexpr size_t largestBody = 1 << 20;
-// Every connection that is kept open holds one.
+// Every connection that is kept open occupies one of these.
 constexpr size_t threadCount = 32;
 constexpr size_t mostRequestsPerConnection = 100;
-// For a client that takes nothing of a download, because its user is being asked something, say.
+// How long a client may take nothing of a download, for example while its user is being asked something.
 constexpr time_t sendTimeoutSeconds = 60;
 
-// Clients that were told of a proxy name the whole address: "POST http://host:80/path".
+// A client that takes the service for a proxy sends a whole address: "POST http://host:80/path".
 constexpr const char* pagePath = "https?://[^/]+/?|/";
 constexpr const char* mapStorePath = R"((?:https?://[^/]+)?/cgi-bin/mapstore\.cgi)";
 constexpr const char* accountPath = R"((?:https?://[^/]+)?/cgi-bin/licapp\.cgi)";
 constexpr const char* forgotPath = R"((?:https?://[^/]+)?/forgot\.htm)";
-// Names that have no slash and begin with no dot lead nowhere else.
+// A name that has no slash and does not begin with a dot cannot lead out of the folder.
 constexpr const char* mapPath = R"((?:https?://[^/]+)?/maps/([A-Za-z0-9][A-Za-z0-9._-]*\.map))";
 constexpr const char* anyPath = R"([\s\S]*)";
 
@@ -39,12 +39,12 @@ using AddBodyHandler = httplib::Server& (httplib::Server::*)(const std::string&,
 constexpr std::array<AddBodyHandler, 4> bodyMethods = {&httplib::Server::Post, &httplib::Server::Put,
                                                        &httplib::Server::Patch, &httplib::Server::Delete};
 
-/* Reads a request's body; it may hold a password. None, and the response's status is set, when it is too long or
- * does not arrive. A body that is too long is still read to its end: the next request of the connection begins
- * there. */
+/* Reads a request's body; it may hold a password. None, and the response's status is set, when it is too long
+ * or does not arrive. A body that is too long is still read to its end: the next request of the connection
+ * begins there. */
 std::optional<SecretBytes> ReadBody(const httplib::Request& request, httplib::Response& response,
                                     const httplib::ContentReader& reader) {
-    // Without either there is no body; the reader would wait for the end of the connection.
+    // Without either header there is no body, and the reader would wait for the end of the connection.
     if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding"))
         return SecretBytes();
     SecretBytes body;
@@ -115,7 +115,7 @@ void AddPrograms(httplib::Server& server, const MapCatalogue& catalogue, Account
                 }));
 }
 
-/* After all others: what matches a path first answers. */
+/* To be called after the other handlers are added: the first one that matches a path answers. */
 void AddRefusals(httplib::Server& server) {
     for (const char* path : {mapStorePath, accountPath}) {
         server.Get(path, [](const httplib::Request&, httplib::Response& response) {
@@ -131,8 +131,9 @@ void AddRefusals(httplib::Server& server) {
     }
 }
 
-/* Replies are whole but for those of maps, which see to the Range header themselves. Left to the library, a
- * range would be cut out of error texts too, and one that reaches beyond a file would not end with it. */
+/* Keeps the HTTP library from applying the Range header: it would cut a range out of error texts, too, and
+ * would not let one that reaches beyond a file end with the file. Downloads of maps read the header
+ * themselves; all other replies are whole. */
 void DropRanges(const httplib::Request& request) {
     const_cast<httplib::Request&>(request).ranges.clear();
 }
@@ -166,7 +167,7 @@ void SetLimits(httplib::Server& server) {
     server.set_keep_alive_max_count(mostRequestsPerConnection);
     server.set_tcp_nodelay(true);
     server.set_write_timeout(sendTimeoutSeconds);
-    // The one other method whose body would be read, and without a limit.
+    // PRI is the one other method whose body the HTTP library would read, and without a limit.
     server.set_pre_routing_handler([](const httplib::Request& request, httplib::Response& response) {
         DropRanges(request);
         if (request.method != "PRI") return httplib::Server::HandlerResponse::Unhandled;
@@ -196,7 +197,7 @@ int TakePort(httplib::Server& server, const HttpServerOptions& options) {
     if (!IsNumericAddress(options.address)) {
         throw std::runtime_error("'" + options.address + "' is not a numeric IP address");
     }
-    // Two services must not share one port, yet one may start where another has just ended.
+    // Two services must not share a port, but one may take the port of another that has just ended.
     server.set_socket_options([](int socket) {
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
@@ -227,7 +228,7 @@ HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& cat
 HttpServer::~HttpServer() = default;
 
 bool HttpServer::Serve(const std::function<void()>& whenReady) {
-    // Asked for once, after the point from which a stop is heeded.
+    // The HTTP library asks for the queue once, when a call of stop already has its effect.
     server->new_task_queue = [&whenReady] {
         whenReady();
         return new httplib::ThreadPool(threadCount);

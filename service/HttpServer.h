@@ -22,9 +22,9 @@ struct HttpServerOptions {
 
 class HttpServer {
 public:
-    /* Takes the port. `catalogue` and `accounts` must outlive the server; the files of the maps are looked for in
-     * `mapFolder`, which need not be there. Throws std::runtime_error, one sentence for whoever started the service, when
-     * the port cannot be had or the certificate cannot be used. */
+    /* Takes the port. `catalogue` and `accounts` must outlive the server; the files of the maps are looked
+     * for in `mapFolder`, which need not be there. Throws std::runtime_error, one sentence for whoever
+     * started the service, when the port cannot be had or the certificate cannot be used. */
     HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue,
                const std::filesystem::path& mapFolder, AccountStore& accounts);
     HttpServer(const HttpServer&) = delete;

@@ -37,8 +37,8 @@ sigset_t EndSignals() {
 }
 
 /* Waits for a signal, then stops the server. A client that keeps its connection open or never ends its
- * request would hold the process for as long as it likes: what is left after the grace is cut. An account
- * that is being added then is added whole or not at all, and its client has had no answer. */
+ * request could keep the process from ending: connections that are left after the grace are cut. An account
+ * that is being added then is added whole or not at all, and its client gets no answer. */
 void StopOnSignal(HttpServer& server, const std::future<void>& served) {
     const sigset_t signals = EndSignals();
     int received = 0;
@@ -55,7 +55,7 @@ std::filesystem::path MapFolderOf(const Options& options) {
 }
 
 void Serve(const Options& options, const MapCatalogue& catalogue, AccountStore& accounts) {
-    // Held back until someone waits for them, in this thread and in all that it starts.
+    // Blocked in this thread and in all that it starts: sigwait takes them.
     const sigset_t signals = EndSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     HttpServer server(options.server, catalogue, MapFolderOf(options), accounts);
@@ -68,7 +68,7 @@ void Serve(const Options& options, const MapCatalogue& catalogue, AccountStore& 
         std::fflush(stdout);
     });
     promise.set_value();
-    // Without effect on a watcher that has had its signal.
+    // Ends the watcher if it still waits for a signal.
     pthread_kill(watcher.native_handle(), SIGTERM);
     watcher.join();
     if (!wasStopped) throw std::runtime_error("the system took the port away");

@@ -7,7 +7,7 @@ namespace {
 constexpr int32_t applicationId = 0x4F724D43;
 constexpr int32_t schemaVersion = 1;
 
-// The identity is written with the rest, so that a file without it is empty or another program's.
+// The file's identity is written in the same transaction, so a file without it is empty or another program's.
 constexpr const char* schema = R"(
     CREATE TABLE origin (contents TEXT NOT NULL) STRICT;
     CREATE TABLE map (

@@ -17,7 +17,7 @@ constexpr size_t pieceSize = 65536;
 constexpr const char* contentType = "application/octet-stream";
 
 ByteRange WantedRange(const httplib::Request& request, uint64_t size) {
-    // Files have no tags and no dates here, so no condition on them holds.
+    // An If-Range header is never fulfilled, because the files have no tags and no dates here.
     const bool isForAll = request.method != "GET" || request.has_header("If-Range");
     return isForAll ? ByteRange{} : ByteRangeOf(request.get_header_value("Range"), size);
 }
@@ -41,7 +41,7 @@ bool SendPiece(Transfer& transfer, size_t offset, size_t rest, httplib::DataSink
 
 void SendBytes(Transfer started, bool isHead, httplib::Response& response) {
     if (started.length == 0) {
-        // The library takes a provider of nothing for one of unknown length.
+        // The HTTP library takes a content provider of length 0 for one of unknown length.
         response.set_content("", contentType);
         return;
     }
@@ -51,7 +51,7 @@ void SendBytes(Transfer started, bool isHead, httplib::Response& response) {
         [transfer](size_t offset, size_t rest, httplib::DataSink& sink) {
             return SendPiece(*transfer, offset, rest, sink);
         },
-        // Whether it was a success is not asked: the library says so of what the end of the service broke off.
+        // The parameter is not used: it is true even for a transfer that the end of the service broke off.
         [transfer, isHead](bool) {
             if (isHead || transfer->sent == transfer->length) return;
             LogLine(transfer->name + ": broken off after " + std::to_string(transfer->sent) + " of " +

@@ -17,7 +17,7 @@ uint64_t HashOf(const std::string& name) {
     return hash;
 }
 
-/* Spreads a number over 64 bits, so that neighbours have nothing in common. */
+/* Mixes the bits of a number, so that the results of neighbouring numbers have nothing in common. */
 uint64_t Mixed(uint64_t number) {
     number = (number ^ number >> 30) * 0xBF58476D1CE4E5B9;
     number = (number ^ number >> 27) * 0x94D049BB133111EB;

@@ -1,4 +1,5 @@
-/* What is in the files of the maps: contents that anyone can compute again, to check a download of any part. */
+/* What is in the files of the maps: contents that anyone can compute again, to check a download of any
+ * part. */
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,7 @@ struct MapFile {
     uint64_t size = 0;
 };
 
-/* Puts the bytes from `offset` on into all of `bytes`. A line that names the map and its size comes first, noise
- * that follows from the name after it; docs/service.md gives the rule. What is asked for beyond the size is the
- * noise going on. */
+/* Fills all of `bytes` with the file's bytes from `offset` on. A file begins with a line that names the map
+ * and its size; after that comes noise computed from the name, as docs/service.md describes. Beyond the size
+ * the noise goes on. */
 void ReadMapFile(const MapFile& file, uint64_t offset, std::span<char> bytes);

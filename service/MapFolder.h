@@ -15,12 +15,12 @@ class MapFolderError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/* Makes those of the files that are missing, and the folder with them; a file that is there stays as it is. Each
- * appears under its name when it is whole: what interrupts this, a loss of power included, leaves no part of a
- * file under it. Processes that do this at once wait for each other. Throws MapFolderError. */
+/* Makes those of the files that are missing, and the folder with them; a file that is there stays as it is.
+ * Each appears under its name only when it is whole, even when this is interrupted, for example by a loss of
+ * power. Processes that do this at once wait for each other. Throws MapFolderError. */
 void MakeMapFiles(const std::filesystem::path& folder, std::span<const MapFile> files);
 
-/* A file opened for reading. It stays what it was when another takes its name. */
+/* A file opened for reading. It can still be read when another file has taken its name. */
 class MapReader {
 public:
     /* None when the folder has no regular file of that name, a link included. `name` must not lead out of the
@@ -34,8 +34,8 @@ public:
     /* In bytes, when it was opened. */
     [[nodiscard]] uint64_t Size() const { return size; }
 
-    /* Reads from `offset` on, from several threads at once if need be; how many bytes, 0 when there are none
-     * or they cannot be read. */
+    /* Reads from `offset` on and returns the number of bytes, 0 when there are none or they cannot be read.
+     * Several threads may call this at once. */
     [[nodiscard]] size_t Read(uint64_t offset, std::span<char> bytes) const;
 
 private:

@@ -7,11 +7,12 @@
 
 namespace {
 
-// For a development server: a few tries a second are no burden, and a guess still costs something.
+// For a development server: some checks a second are no burden, and guessing passwords still takes time.
 constexpr unsigned long long hashPasses = 2;
 constexpr size_t hashMemory = 8 << 20;
 
-/* Whoever holds one may use the hash: many at a time would take memory without a limit. */
+/* The holder of such an object may compute a hash. There is only one at a time, because many hashes at once
+ * would take memory without a limit. */
 class HashTurn {
 public:
     HashTurn() {

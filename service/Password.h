@@ -8,8 +8,8 @@
 
 #include "WireReader.h"
 
-/* What counts of a password that was typed: its first 16 letters (A to Z) and digits, the letters in lower case.
- * More is not left of it after a client has saved and loaded it. Wiped at its end. */
+/* What counts of a typed password: its first 16 letters (A to Z) and digits, the letters in lower case. A
+ * client that saves a password keeps no more of it. Wiped when it is destroyed. */
 class Password {
 public:
     explicit Password(const WireString& typed);
@@ -25,8 +25,8 @@ private:
     size_t size = 0;
 };
 
-/* A salted hash as one line of ASCII, another one every time. Takes some hundredths of a second and 8 MiB; only one
- * is computed at a time. Throws std::runtime_error when there is no memory for it. */
+/* A salted hash as one line of ASCII, different every time. Takes some hundredths of a second and 8 MiB; only
+ * one is computed at a time. Throws std::runtime_error when there is no memory for it. */
 std::string HashOf(const Password& password);
 
 /* Whether the hash was made of the same password; false for what is no hash. As costly as HashOf. */

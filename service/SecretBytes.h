@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-/* As the stateless allocator `Source`, but everything is overwritten with zeros before it is given back, also when a
- * container only moves to a larger place. */
+/* As the stateless allocator `Source`, but everything is overwritten with zeros before it is given back, also
+ * when a container only moves to a larger place. */
 template <class Value, class Source = std::allocator<Value>>
 struct WipingAllocator {
     using value_type = Value;

@@ -29,7 +29,7 @@ private:
     std::string_view bytes;
 };
 
-/* A value of which too few bytes are left is none, and none of them is taken. */
+/* Reading a value of which not all bytes are left gives none, and takes no bytes. */
 class WireReader {
 public:
     /* `bytes` is not copied: it must outlive the reader. */

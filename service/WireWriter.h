@@ -14,7 +14,7 @@ public:
      * what is not well-formed in it travels as U+FFFD. */
     void WriteString(std::string_view utf8);
 
-    /* Gives up the bytes written; the writer is empty afterwards. */
+    /* Hands over the bytes written; the writer is empty afterwards. */
     [[nodiscard]] std::string TakeBytes();
 
 private:

@@ -1,6 +1,7 @@
-# Counts the tests in the verbose output of ctest. A program of GoogleTest counts for each of its cases, any other
-# for one. A case that was begun and did not end well has failed, whatever stopped it; so has a program that ends
-# badly after its last case. Prints "PASSED FAILED", then what each failed case or program has printed.
+# Counts the tests in the verbose output of ctest. A program of GoogleTest counts for each of its cases, any
+# other for one. A case that was begun and did not end well has failed, whatever stopped it; so has a program
+# that ends badly after its last case. Prints "PASSED FAILED", then what each failed case or program has
+# printed.
 { sub(/\r$/, "") }
 
 /^[0-9]+: / {

@@ -17,7 +17,7 @@ HANDLE HandleOf(Output output) {
 size_t ConsoleWidth(Output output) {
     CONSOLE_SCREEN_BUFFER_INFO info;
     if (!GetConsoleScreenBufferInfo(HandleOf(output), &info)) return 0;
-    // A line that fills the console is followed by an empty one on some.
+    // Some consoles put an empty line after a line that fills their width.
     return static_cast<size_t>(std::max(info.srWindow.Right - info.srWindow.Left, 0));
 }
 
@@ -46,7 +46,7 @@ void PrintError(std::wstring_view text) {
 
 void PrintProgress(std::wstring_view text) {
     std::fputs(Utf8Of(text).c_str(), stderr);
-    // Some runtimes hold it back where it goes to no console.
+    // Some runtimes buffer the error output when it does not go to a console.
     std::fflush(stderr);
 }
 

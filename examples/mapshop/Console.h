@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/* While one lives, the console takes the program's output for UTF-8. The setting would otherwise outlive the
- * program. */
+/* While an object of this class lives, the console takes the program's output for UTF-8. The console's own
+ * setting, which outlives the program, is then restored. */
 class Utf8Console {
 public:
     Utf8Console();
@@ -32,6 +32,6 @@ bool ErrorsAreOnConsole();
 /* The program's outputs. */
 enum class Output { standard, errors };
 
-/* How many characters fit on a line of an output: the console's own width; where the output is no console, the
- * environment's COLUMNS, and 100 where there is none. At least 40. */
+/* How many characters fit on a line of an output: the console's own width; where the output is no console,
+ * the environment's COLUMNS, and 100 where there is none. At least 40. */
 size_t LineWidth(Output output);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int64_t notBegun = -1;
 
-/* What the library's callback works with. */
+/* The state that the library's callback is given. */
 struct Transfer {
     explicit Transfer(ProgressStyle style) : display(style) {}
 
@@ -30,7 +30,7 @@ int LM_CALL OnRead(void* context) noexcept {
 
 struct Files {
     std::wstring target;
-    std::wstring temporary;  // in which the library lets the download grow
+    std::wstring temporary;  // where the library keeps the download until it is complete
     bool hadOlder;           // a file was at `target` before
 };
 
@@ -39,7 +39,7 @@ std::wstring TargetProblem(const Files& files) {
     return problem.empty() ? WhyNotWritable(files.temporary) : problem;
 }
 
-/* Says what a download without success leaves. */
+/* Reports a failed download, and whether an older file was lost with it. */
 ExitCode Fail(const Files& files, const std::wstring& what, ExitCode code) {
     const bool lostOlder = files.hadOlder && !IsThere(files.target);
     PrintError(what + (lostOlder ? L" The older " + files.target + L" is gone." : L""));
@@ -60,7 +60,7 @@ ExitCode ReportFailure(const Transfer& transfer, const WebArguments& arguments, 
                 exitNoAnswer);
 }
 
-/* The library takes every reply that ends for complete. */
+/* The library calls every reply that ends complete, so its length is looked at here. */
 ExitCode ReportReceived(const DownloadProgress& progress, const Files& files) {
     if (IsThere(files.temporary)) {
         PrintError(L"The download is complete, but " + files.target + L" could not be replaced: it is in " +

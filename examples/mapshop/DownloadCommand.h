@@ -6,5 +6,5 @@
 
 #include "ExitCode.h"
 
-/* Downloads as `arguments` say (PATH FILE and options), shows the progress, and prints what has come of it. */
+/* Downloads as `arguments` say (PATH FILE and options), shows the progress, and prints the outcome. */
 ExitCode RunDownload(const std::vector<std::wstring>& arguments);

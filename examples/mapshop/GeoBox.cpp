@@ -16,8 +16,8 @@ struct Edge {
 };
 constexpr Edge edges[] = {{L"south", 90}, {L"west", 180}, {L"north", 90}, {L"east", 180}};
 
-/* Digits with at most one point among them and a sign before them: what wcstod takes beyond that (exponents,
- * hexadecimal digits, "inf") is not a coordinate. */
+/* Whether the text is digits with at most one point among them and perhaps a sign before them: what else
+ * wcstod takes (exponents, hexadecimal digits, "inf") is not a coordinate. */
 bool IsDecimal(const std::wstring& text) {
     const size_t start = text.find_first_not_of(L"+-") == 1 ? 1 : 0;
     const size_t point = text.find(L'.', start);
@@ -27,7 +27,7 @@ bool IsDecimal(const std::wstring& text) {
     return !all.empty() && all.find_first_not_of(L"0123456789") == std::wstring::npos;
 }
 
-/* Reads `text` into `units` (of 1e-5 degrees). Why that cannot be done, or nothing. */
+/* Reads `text` into `units` (of 1e-5 degrees). Returns an empty text, or why that cannot be done. */
 std::wstring ReadEdge(const std::wstring& text, const Edge& edge, int32_t& units) {
     if (!IsDecimal(text)) {
         return L"'" + text + L"' is not a number of degrees such as 47.5 (" + edge.name + L").";
@@ -43,7 +43,7 @@ std::wstring ReadEdge(const std::wstring& text, const Edge& edge, int32_t& units
     return {};
 }
 
-/* Reads the box that four texts describe. Why they describe none, or nothing. */
+/* Reads the box that four texts describe. Returns an empty text, or why they describe none. */
 std::wstring ReadBox(const std::wstring* texts, GeoBox& box) {
     int32_t* const targets[] = {&box.south, &box.west, &box.north, &box.east};
     for (size_t i = 0; i < std::size(edges); ++i) {

@@ -14,7 +14,7 @@ struct GeoBox {
 };
 static_assert(sizeof(GeoBox) == 16);
 
-/* The boxes that `degrees` describes, or why it describes none. */
+/* The result of ParseBoxes: the boxes, or why there are none. */
 struct ParsedBoxes {
     std::vector<GeoBox> boxes;
     std::wstring problem;  // empty when all is well

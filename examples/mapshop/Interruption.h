@@ -1,8 +1,8 @@
-/* Ctrl-C, as a question that work in progress can ask. */
+/* Lets work in progress ask whether Ctrl-C has been pressed. */
 #pragma once
 
-/* While one lives, the first Ctrl-C or Ctrl-Break only makes Wanted() true; another one ends the program at once.
- * Not two at a time. */
+/* While an object of this class lives, the first Ctrl-C or Ctrl-Break only makes Wanted() true; another one
+ * ends the program at once. Only one object may live at a time. */
 class Interruption {
 public:
     Interruption();

@@ -8,13 +8,13 @@
 /* Whether there is a file or folder at `path`. */
 bool IsThere(const std::wstring& path);
 
-/* Why no file can be put at `path` in place of what is there, as a sentence that names it; empty when one can. Leaves
- * everything as it was. */
+/* Why no file can be put at `path` in place of what is there, as a sentence that names `path`; empty when one
+ * can. Changes nothing. */
 std::wstring WhyNotReplaceable(const std::wstring& path);
 
-/* Why no file can be written at `path`, likewise. One that is there is not touched. */
+/* Why no file can be written at `path`, in the same form. A file that is there is not touched. */
 std::wstring WhyNotWritable(const std::wstring& path);
 
-/* Makes the file at `path` hold `bytes`, in place of an older one. Why that failed, or nothing; then no file is
- * left. */
+/* Writes `bytes` to the file at `path`, which replaces an older one. Returns an empty text, or why that
+ * failed; then no file is left. */
 std::wstring SaveFile(const std::wstring& path, std::span<const uint8_t> bytes);

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-// Not std::to_wstring, which calls vswprintf: with other parameters on the device than anywhere else.
+// Not std::to_wstring: it calls vswprintf, which has other parameters on the device.
 std::wstring DecimalText(int64_t number) {
     // The least number has no positive counterpart.
     auto rest = static_cast<uint64_t>(number);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr milliseconds betweenBars{100};
 constexpr milliseconds betweenLines{5000};
-// An average over less says nothing.
+// An average over a shorter time says nothing.
 constexpr milliseconds leastForRate{500};
 
 int Percent(const DownloadProgress& progress) {
@@ -53,7 +53,7 @@ std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed) {
         static_cast<double>(progress.bytesReceived) / std::chrono::duration<double>(elapsed).count();
     const int64_t left = progress.totalBytes - progress.bytesReceived;
     if (left <= 0) return L"  " + RateText(rate);
-    constexpr double longest = 100 * 3600;  // seconds; what is longer is no forecast
+    constexpr double longest = 100 * 3600;  // seconds; a longer time is not shown
     const double seconds = static_cast<double>(left) / rate + 1;
     if (seconds > longest) return L"  " + RateText(rate);
     return L"  " + RateText(rate) + L"  " + DurationText(static_cast<int64_t>(seconds)) + L" left";
@@ -74,8 +74,8 @@ std::wstring ProgressBar(const DownloadProgress& progress, const std::wstring& t
     constexpr size_t most = 30;
     constexpr size_t least = 8;
     constexpr size_t frame = 4;   // brackets, and the gap to the text
-    constexpr size_t speed = 26;  // "  1023.9 KB/s  59:59 left", one more
-    // Room for the longest text to come: a bar that changed its width could not be read.
+    constexpr size_t speed = 26;  // one more than "  1023.9 KB/s  59:59 left" has
+    // Leaves room for the longest text to come: a bar whose width changed could not be read.
     const size_t longest = ProgressText({progress.totalBytes, progress.totalBytes}, {}).size() + speed;
     const size_t room = std::min(width - std::min(width, longest + frame), most);
     if (progress.totalBytes < 0 || room < least) return text.substr(0, width);
@@ -103,7 +103,7 @@ void ProgressDisplay::Finish(const DownloadProgress& progress) {
 bool ProgressDisplay::IsDue(const DownloadProgress& progress, Clock::time_point now) {
     if (style == ProgressStyle::lines && progress.totalBytes >= 0) {
         const int quarters = Percent(progress) / 25;
-        // The end is shown as the last state.
+        // Finish shows the end.
         if (quarters <= quartersShown || quarters == 4) return false;
         quartersShown = quarters;
         return true;
@@ -120,7 +120,7 @@ void ProgressDisplay::Write(const DownloadProgress& progress, Clock::time_point 
         return;
     }
     const std::wstring line = ProgressBar(progress, text, LineWidth(Output::errors));
-    // Spaces take away what is left of a longer line.
+    // Spaces overwrite the rest of a longer line before.
     const std::wstring rest(widthWritten - std::min(widthWritten, line.size()), L' ');
     PrintProgress(L"\r" + line + rest);
     widthWritten = line.size();

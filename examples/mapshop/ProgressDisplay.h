@@ -8,11 +8,13 @@
 
 enum class ProgressStyle {
     bar,   // one line that is written again and again, with a bar
-    lines  // a few lines: one a quarter; where the length is not known, one every five seconds
+    lines  // a few lines: one for each quarter, or every five seconds if the length is not known
 };
 
-/* "47%  1,234,567 of 2,626,738 bytes  1.2 MB/s  0:01 left" after `elapsed`. A length that is not known is said to be
- * unknown; the rate is the average, and left out, as the time left, before half a second has passed. */
+/* A transfer's state after `elapsed`: "47%  1,234,567 of 2,626,738 bytes  1.2 MB/s  0:01 left".
+ *
+ * A length that is not known is said to be unknown. The rate is the average. Before half a second has passed,
+ * rate and time left are left out. */
 std::wstring ProgressText(const DownloadProgress& progress, std::chrono::milliseconds elapsed);
 
 /* `text` with a bar in front of it where there is room for one, in at most `width` characters. */
@@ -22,10 +24,11 @@ class ProgressDisplay {
 public:
     explicit ProgressDisplay(ProgressStyle wanted) : style(wanted) {}
 
-    /* Shows a state of the transfer unless it is too soon after the one before. The time counts from the first. */
+    /* Shows a state of the transfer, unless it is too soon after the one shown before. The first call starts
+     * the clock. */
     void Show(const DownloadProgress& progress);
 
-    /* Shows the last state and ends the line. Nothing when no state has been shown before. */
+    /* Shows the last state and ends the line. Does nothing if Show has not been called. */
     void Finish(const DownloadProgress& progress);
 
 private:

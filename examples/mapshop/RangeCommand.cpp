@@ -20,7 +20,7 @@ struct Range {
     int32_t length = 0;
 };
 
-/* Reads a range from its two texts. Why they are none, or nothing. */
+/* Reads a range from its two texts. Returns an empty text, or why they describe none. */
 std::wstring ReadRange(const std::wstring& offset, const std::wstring& length, Range& range) {
     const std::optional<int64_t> first = ParseCount(offset);
     if (!first) {
@@ -41,7 +41,7 @@ int LM_CALL OnRead(void* context) noexcept {
     return static_cast<const Interruption*>(context)->Wanted() ? 0 : 1;
 }
 
-/* Tells a result of the library other than the bytes wanted. */
+/* Reports why the library did not give all the bytes wanted. */
 ExitCode ReportFailure(int32_t result, bool wasInterrupted, const WebArguments& arguments,
                        const Range& range) {
     if (wasInterrupted) {

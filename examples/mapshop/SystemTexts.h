@@ -3,13 +3,13 @@
 
 #include <string_view>
 
-/* The rest of what the help says of the download, from the end of its last sentence on: how it is cancelled, and which
- * names FILE may be. Ends without a line feed. */
+/* The end of what the help says of the download: how to cancel it, or what FILE must be. It follows a full
+ * stop, and ends without a line feed. */
 std::wstring_view DownloadHelp();
 
 /* A name for a file, for the help's examples. */
 std::wstring_view ExampleFile();
 
-/* Why the library's file is there and cannot be loaded when something that it needs is missing: the end of a sentence
- * that begins with the file's path. */
+/* The end of a sentence that begins with the path of the library's file: that it cannot be loaded, although
+ * it is there, because something that it needs is missing. */
 std::wstring_view MissingPartProblem();

@@ -6,7 +6,7 @@ namespace {
 
 constexpr wchar_t defaultHost[] = MAPSHOP_DEFAULT_HOST;
 
-/* Takes an option and its value. Why that is wrong, or nothing. */
+/* Takes an option and its value. Returns an empty text, or why they are wrong. */
 std::wstring TakeOption(WebArguments& parsed, const std::wstring& name, const std::wstring* value) {
     if (name != L"--host" && name != L"--progress") {
         return L"There is no option '" + name + L"'; see mapshop --help.";
@@ -26,7 +26,7 @@ std::wstring TakeOption(WebArguments& parsed, const std::wstring& name, const st
     return {};
 }
 
-/* Takes the arguments apart. Why that cannot be done, or nothing. */
+/* Takes the arguments apart. Returns an empty text, or why that cannot be done. */
 std::wstring TakeArguments(WebArguments& parsed, const std::vector<std::wstring>& arguments) {
     for (size_t i = 0; i < arguments.size(); ++i) {
         if (!arguments[i].starts_with(L"--")) {
@@ -41,7 +41,7 @@ std::wstring TakeArguments(WebArguments& parsed, const std::vector<std::wstring>
     return {};
 }
 
-/* Why the host or the path is none, or nothing. */
+/* Returns an empty text, or why the host or the path is none. */
 std::wstring AddressProblem(const WebArguments& parsed) {
     if (parsed.host.empty() || parsed.host.find_first_of(L":/\\ ") != std::wstring::npos) {
         return L"'" + parsed.host + L"' is not the name of a host such as " + defaultHost + L".";

@@ -15,7 +15,7 @@ struct WebArguments {
     std::wstring problem;                // empty when all is well
 };
 
-/* Reads the options --host NAME and --progress bar|lines wherever they stand, and checks the host and the path.
- * `least` and `most` operands are wanted; `form` names them in the message. */
+/* Reads the options --host NAME and --progress bar|lines wherever they stand, and checks the host and the
+ * path. There must be `least` to `most` operands; `form` names them in the message. */
 WebArguments ParseWebArguments(const std::vector<std::wstring>& arguments, size_t least, size_t most,
                                const std::wstring& form);

@@ -1,5 +1,5 @@
-/* A program that links the library into itself: it signs its user in to the online account, with the library's own
- * dialogs, and prints who that is. */
+/* A program that links the library into itself: it signs its user in to the online account, with the
+ * library's own dialogs, and prints who that is. */
 #include "Platform.h"
 
 #include <cstdio>

@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::wstring_view gaps = L" \t";
 
-/* The next argument, which is taken off `rest`: it ends at a gap that is not between quotation marks, which are left
- * out. */
+/* The next argument, which is taken off `rest`: it ends at a gap that is not between quotation marks, which
+ * are left out. */
 std::wstring TakeArgument(std::wstring_view& rest) {
     std::wstring argument;
     bool isQuoted = false;

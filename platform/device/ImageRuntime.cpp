@@ -8,7 +8,7 @@ using Constructor = void (*)();
 extern "C" const Constructor firstConstructor[];   // NOLINT: the linker script's
 extern "C" const Constructor endOfConstructors[];  // NOLINT
 
-// The compiler's runtime declares these nowhere.
+// Part of the compiler's runtime, which declares it in no header.
 namespace __gnu_cxx {
 void __freeres();
 }
@@ -24,7 +24,7 @@ constexpr size_t mostDestructors = 32;
 Destructor destructors[mostDestructors];
 size_t destructorCount;
 
-/* Memory, or room for destructors, was not there when it was wanted. */
+/* Whether memory, or room for destructors, has run out. */
 bool ranOut;
 
 }  // namespace
@@ -38,8 +38,8 @@ void* __dso_handle = nullptr;
         TerminateProcess(GetCurrentProcess(), 3);
 }
 
-/* Called for every constructed object that wants to be destroyed. One for which there is no room is not destroyed:
- * nobody looks at the result, and others may still use the object. */
+/* Called for every constructed object that has a destructor. When there is no room for one more, its object
+ * is never destroyed: nobody looks at the result, and others may still use the object. */
 int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
     if (destructorCount == mostDestructors) {
         ranOut = true;
@@ -49,7 +49,7 @@ int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
     return 0;
 }
 
-/* Everything in the image that allocates comes through here (the linker's --wrap). */
+/* The linker's --wrap directs every call of malloc in the image to this function. */
 void* __real_malloc(size_t size);
 void* __wrap_malloc(size_t size) {
     void* const memory = __real_malloc(size);

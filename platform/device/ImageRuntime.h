@@ -1,10 +1,12 @@
 /* What an image's entry point does around the program: the compiler's start-up code for Windows CE. */
 #pragma once
 
-/* Runs the constructors of the objects that live as long as the image. False: one of them threw an exception; or memory
- * ran out on the way, even if only for the reserve from which exceptions are thrown when there is no other memory; or
- * there are more than 32 objects to be destroyed. The image must not go on then; EndImage destroys what was made. */
+/* Runs the constructors of the objects that live as long as the image. False: one of them threw an exception;
+ * or memory ran out on the way, even if only for the reserve from which exceptions are thrown when there is
+ * no other memory; or there are more than 32 objects to be destroyed. The image must not go on then; EndImage
+ * destroys what was made. */
 bool BeginImage() noexcept;
 
-/* Runs the destructors of everything that has been constructed, last ones first, and gives the reserve back. */
+/* Runs the destructors of everything that has been constructed, last ones first, and gives the reserve
+ * back. */
 void EndImage() noexcept;

@@ -1,4 +1,4 @@
-/* Functions of the desktop, or of the C++ library, in terms of those that Windows CE has. */
+/* Functions of the desktop, or of the C++ library, made of those that Windows CE has. */
 #include "Platform.h"
 
 #include <chrono>
@@ -9,7 +9,7 @@ extern "C" FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
     return GetProcAddressA(module, name);
 }
 
-/* Begins again after 49 days. */
+/* Starts again from 0 after 49 days. */
 std::chrono::steady_clock::time_point std::chrono::steady_clock::now() noexcept {
     return time_point(milliseconds(GetTickCount()));
 }

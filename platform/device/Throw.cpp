@@ -1,8 +1,8 @@
-/* The functions through which the C++ library's templates throw. The compiler's own bring every exception type, a
- * second kind of strings, a translator of messages and a printf along for it.
+/* The functions through which the C++ library's templates throw. The compiler's own would add every exception
+ * type, a second kind of strings, a translator of messages and a printf to the image.
  *
- * No code catches a misuse of the library by its type, only all exceptions together; one class therefore stands for
- * all kinds of it. */
+ * No code catches a wrong use of the C++ library by its type, only all exceptions together; one class
+ * therefore stands for all wrong uses. */
 #include <exception>
 #include <new>
 
@@ -14,7 +14,7 @@ public:
     [[nodiscard]] const char* what() const noexcept override { return description; }
 
 private:
-    const char* description; /* a literal of the library's */
+    const char* description; /* a string literal of the C++ library */
 };
 
 }  // namespace

@@ -1,4 +1,5 @@
-/* The C functions on arrays of wide characters, which coredll does not export and the C++ library's strings use. */
+/* The C functions on arrays of wide characters, which coredll does not export and the C++ library's strings
+ * use. */
 #include <cstring>
 #include <cwchar>
 

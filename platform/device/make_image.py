@@ -3,8 +3,8 @@
 
     make_image.py ELF IMAGE [--exports DEF] [--resources COFF]
 
-With --exports the image is a DLL that exports the names of the .def file; without, a program. --resources takes the
-resources as windres makes them (-O coff). Prints the sizes of the image's parts.
+With --exports the image is a DLL that exports the names of the .def file; without, a program. --resources
+takes the resources as windres makes them (-O coff). Prints the sizes of the image's parts.
 """
 import argparse
 import os
@@ -20,14 +20,14 @@ from elftools.elf.relocation import RelocationSection
 PAGE = 0x1000
 FILE_ALIGNMENT = 0x200
 MOST_WRITABLE = 4096
-STACK = 0x40000  # of a program; the system's own choice, 64 KB, is little for dialogs in dialogs
+STACK = 0x40000  # of a program; the system's own 64 KB are little for dialogs that open dialogs
 
 CODE, CONSTANTS, WRITABLE, DISCARDABLE = 0x60000020, 0x40000040, 0xC0000040, 0x42000040
 ABSOLUTE = ("R_ARM_ABS32", "R_ARM_TARGET1")
-# Right wherever the image lies: branches and a mark on them, and distances within the image.
+# These need no relocation: branches and a mark on them, and distances within the image.
 BRANCHES = ("R_ARM_NONE", "R_ARM_CALL", "R_ARM_JUMP24", "R_ARM_PC24", "R_ARM_V4BX")
 DISTANCES = ("R_ARM_PREL31", "R_ARM_TARGET2")
-NOWHERE = ("SHN_UNDEF", "SHN_ABS")  # a weak symbol that is not there, a number
+NOWHERE = ("SHN_UNDEF", "SHN_ABS")  # a weak symbol that is not defined; a number
 
 
 def aligned(value, step):
@@ -69,7 +69,7 @@ class Image:
         fail(f"there is nothing at 0x{address:X} that could be relocated")
 
     def append_table(self, size):
-        """Room for a table behind the constants: its address."""
+        """Makes room for a table behind the constants and returns its address."""
         self.constants.data.extend(bytes(aligned(len(self.constants.data), 4) - len(self.constants.data) + size))
         self.constants.size = len(self.constants.data)
         return self.constants.end() - size
@@ -109,14 +109,14 @@ def moves(image, kind, symbol, place):
 
 
 def relocate(image, base):
-    """Adds the base to every absolute address; their places."""
+    """Adds the base to every absolute address and returns their places."""
     kinds = {number: name for name, number in ENUM_RELOC_TYPE_ARM.items()}
     places = set()
     for section in image.elf.iter_sections():
         if not isinstance(section, RelocationSection):
             continue
         if not image.elf.get_section(section["sh_info"])["sh_flags"] & 2:
-            continue  # not a part of the memory
+            continue  # the section is not loaded into memory
         symbols = image.elf.get_section(section["sh_link"])
         for relocation in section.iter_relocations():
             kind = kinds.get(relocation["r_info_type"], relocation["r_info_type"])
@@ -235,7 +235,7 @@ def headers(image, base, is_library, directories):
 
 
 def save(path, contents):
-    """The image is there as a whole or not at all."""
+    """Writes the file so that it is there as a whole or not at all."""
     unfinished = f"{path}.unfinished"
     with open(unfinished, "wb") as output:
         output.write(contents)
@@ -269,7 +269,7 @@ def main():
     parser.add_argument("--resources")
     arguments = parser.parse_args()
     base = 0x10000000 if arguments.exports else 0x10000
-    # Nobody shall take an earlier image for one of this ELF file.
+    # If this fails, nobody shall take an earlier image for one of this ELF file.
     pathlib.Path(arguments.image).unlink(missing_ok=True)
     with open(arguments.elf, "rb") as file:
         image = Image(ELFFile(file))

@@ -3,15 +3,15 @@
 
     make_imports.py OUTPUT LIBRARY[#]=LIST ...
 
-LIST has the lines "ordinal<TAB>name" of what LIBRARY exports; with # it is imported by ordinal, else by name. Each
-function becomes a piece of code that callers reach by its name, and a slot, which the device's loader fills with the
-function's address. A slot's symbol says what belongs there: LIBRARY!name or LIBRARY!#ordinal; make_image.py makes the
-import table of the slots that are left when the linker has dropped what nobody calls.
+LIST has the lines "ordinal<TAB>name" of what LIBRARY exports; with # it is imported by ordinal, else by name.
+Each function becomes a piece of code that callers reach by its name, and a slot, which the device's loader
+fills with the function's address. A slot's symbol says what belongs there: LIBRARY!name or LIBRARY!#ordinal;
+make_image.py makes the import table of the slots that are left when the linker has dropped what nobody calls.
 """
 import re
 import sys
 
-# They exist, but with other parameters than standard C gives them.
+# The device has these functions, but not with the parameters of standard C.
 DIFFERENT = {"swprintf", "vswprintf"}
 
 MACRO = """\

@@ -3,8 +3,8 @@
  * Whoever needs a platform type or function includes this header before any other, because the desktop
  * compiler's C++ headers would otherwise choose their own wide printf, in which %s means narrow text.
  *
- * Everywhere: WCHAR is a 16-bit code unit, TEXT("...") makes literals of it, DWORD and LONG have 32 bits,
- * and the wide runtime functions have the device runtime's meaning (%s is wide text, %I64d has 64 bits). */
+ * Everywhere: WCHAR is a 16-bit code unit, TEXT("...") makes literals of it, DWORD and LONG have 32 bits, and
+ * the wide runtime functions have the device runtime's meaning (%s is wide text, %I64d has 64 bits). */
 #pragma once
 
 #ifndef UNICODE
@@ -42,7 +42,7 @@
 #include "connmgr.h"
 
 #ifdef __MINGW32__
-// The desktop's runtime has it all.
+// The desktop's runtime has all that the library calls.
 #elif WCHAR_MAX == 0xFFFF
 #include "windowsce.h"
 #else

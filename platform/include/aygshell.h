@@ -8,10 +8,10 @@ extern "C" {
 #endif
 
 /* Ordinal 9. Prepares the shell's own controls for the calling module. The device's function takes no
- * parameters and leaves those that it is given alone; the desktop stand-in takes all three. */
+ * parameters and ignores those that it is given; the desktop stand-in takes all three. */
 BOOL WINAPI SHInitExtraControls(HINSTANCE instance, DWORD reason, LPVOID reserved);
 
-/* What SHInitDialog does to a dialog. */
+/* What SHInitDialog shall do to a dialog. */
 typedef struct tagSHINITDIALOGINFO {
     DWORD dwMask; /* SHIDIM_FLAGS: dwFlags counts */
     HWND hDlg;
@@ -40,17 +40,17 @@ typedef struct tagSHMENUBARINFO {
 #define SHCMBF_HMENU 0x0010
 
 /* Messages to a menu bar. */
-#define SHCMBM_GETMENU (WM_USER + 402)     /* the result is its menu, the bar's own */
+#define SHCMBM_GETMENU (WM_USER + 402)     /* the result is the bar's menu, which stays the bar's */
 #define SHCMBM_OVERRIDEKEY (WM_USER + 403) /* wParam: a virtual key; lParam: mask and flags, SHMBOF_... */
 
 #define SHMBOF_NODEFAULT 0x00000001 /* the key does nothing by itself */
 #define SHMBOF_NOTIFY 0x00000002    /* the dialog gets WM_HOTKEY instead */
 
-/* Ordinal 34. Makes the menu bar; whether it could. */
+/* Ordinal 34. Makes the menu bar. FALSE when that failed. */
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info);
 
-/* Ordinal 97. Hands the Back key, which came as a WM_HOTKEY with these parameters, to the control that has the
- * focus. */
+/* Ordinal 97. Hands the Back key, which came as a WM_HOTKEY with these parameters, to the control that has
+ * the focus. */
 void WINAPI SHSendBackToFocusWindow(UINT message, WPARAM wParam, LPARAM lParam);
 
 #ifdef __cplusplus

@@ -28,16 +28,17 @@ typedef struct CONNMGR_CONNECTIONINFO {
 extern "C" {
 #endif
 
-/* Finds the network over which `url` is reached. `index` (may be null) tells where to go on looking for
- * further networks; 0 starts. */
+/* Finds the network over which `url` is reached. `index` (may be null) is where the search for networks
+ * begins, 0 at first, and then where it can go on. */
 HRESULT WINAPI ConnMgrMapURL(LPCWSTR url, GUID* network, DWORD* index);
 
-/* Asks for a connection and waits for it `timeout` ms at most. `status` receives CONNMGR_STATUS_...;
- * the handle is to be released whatever the status is. */
+/* Asks for a connection and waits for it `timeout` ms at most. `status` receives CONNMGR_STATUS_...; the
+ * handle is to be released whatever the status is. */
 HRESULT WINAPI ConnMgrEstablishConnectionSync(CONNMGR_CONNECTIONINFO* info, HANDLE* connection, DWORD timeout,
                                               DWORD* status);
 
-/* Gives a connection up. `cache` is the time in seconds for which it may be kept up for others; 0: none. */
+/* Gives a connection up. `cache` is the time in seconds for which it may be kept up for others; 0: not at
+ * all. */
 HRESULT WINAPI ConnMgrReleaseConnection(HANDLE connection, LONG cache);
 
 #ifdef __cplusplus

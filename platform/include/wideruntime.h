@@ -1,6 +1,6 @@
-/* The device runtime's wide functions, for toolchains whose own wide functions work on other units.
- * They have the device runtime's meaning: text is made of 16-bit units, in formats a plain %s is wide text
- * and %I64d a 64-bit integer, and paths are the device's. */
+/* The device runtime's wide functions, for toolchains whose own wide functions work on larger units. They
+ * have the device runtime's meaning: text is made of 16-bit units, in formats a plain %s is wide text and
+ * %I64d a 64-bit integer, and paths are the device's. */
 #pragma once
 
 #include <stdarg.h>
@@ -12,15 +12,17 @@ extern "C++" {
 /* Opens a file of the device; modes "rb", "wb", "r" and "w". Null on failure. */
 FILE* _wfopen(const WCHAR* path, const WCHAR* mode);
 
-/* Formats into at most `count` units. The number of units, the terminator not counted; when they are exactly
- * `count`, no terminator is written. -1 when they are more: the first `count` are there, without terminator. */
+/* Formats into at most `count` units. Returns the number of units without the terminator; when it is exactly
+ * `count`, no terminator is written. -1 when there are more: then `buffer` holds the first `count`, without
+ * terminator. */
 int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list arguments);
 
-/* Reads fields out of `text`: the number of fields assigned, or EOF when the text ends before the first. */
+/* Reads fields out of `text`. Returns the number of fields assigned, or EOF when the text ends before the
+ * first. */
 int swscanf(const WCHAR* text, const WCHAR* format, ...);
 
 /* Formats to a file, each unit as one byte, as the runtime's text mode does in the "C" locale: the first unit
- * above U+00FF stops the output with the result -1. Otherwise the number of units. */
+ * above U+00FF stops the output with the result -1. Otherwise returns the number of units. */
 int fwprintf(FILE* file, const WCHAR* format, ...);
 
 /* Copies at most `count` units and fills up with 0; no terminator when `source` has `count` or more. */

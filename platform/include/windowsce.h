@@ -1,5 +1,5 @@
-/* Windows CE, where it differs from the desktop that the headers describe: what it lacks or names otherwise, and the
- * functions of its C runtime that the toolchain's own headers do not declare. */
+/* Windows CE, where it differs from the desktop that the headers describe: what it lacks or names otherwise,
+ * and the functions of its C runtime that the toolchain's own headers do not declare. */
 #pragma once
 
 #include <stdarg.h>
@@ -29,8 +29,9 @@ FILE* _wfopen(const WCHAR* path, const WCHAR* mode);
 int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list arguments);
 }
 
-// The desktop's structures have grown and its messages multiplied. These are used as they were when the device's system
-// was made; a structure of another size is refused there, and another message is ignored.
+// Later desktops have added fields to structures, and messages. These here must be as they were when the
+// device's system was made: it refuses a structure of another size and ignores a message that it does not
+// know.
 static_assert(sizeof(SHELLEXECUTEINFOW) == 60);
 static_assert(offsetof(MENUITEMINFOW, hbmpItem) == 44, "the device's structure ends where this field begins");
 static_assert(sizeof(TBBUTTON) == 20);

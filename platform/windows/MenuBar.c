@@ -10,7 +10,7 @@ typedef struct MenuBar {
     BOOL backOverridden;
 } MenuBar;
 
-/* To a bar: its button with the index wParam is pressed. */
+/* Tells a bar to press its button with the index wParam. */
 enum { pressMessage = WM_APP };
 
 static const WCHAR barProperty[] = L"OrvandeMenuBar";
@@ -24,7 +24,7 @@ static MenuBar* StateOf(HWND bar) {
     return (MenuBar*)GetPropW(bar, barProperty);
 }
 
-/* What the command does may end the bar, so it is not done while the bar is at work. */
+/* Posts the command, because carrying it out may destroy the bar, whose procedure is still running. */
 static void SendCommand(const MenuBar* state, int command, HWND source) {
     PostMessageW(state->dialog, WM_COMMAND, MAKEWPARAM(command, 0), (LPARAM)source);
 }
@@ -40,7 +40,7 @@ static void OpenPopup(HWND bar, const MenuBar* state, int index, int popup) {
     if (command != 0 && StateOf(bar) == state) SendCommand(state, command, NULL);
 }
 
-/* Does what pressing a button does, as far as the dialog can be used. */
+/* Does what pressing a button does, if both the dialog and the button are enabled. */
 static void Press(HWND bar, const MenuBar* state, int index) {
     TBBUTTON button;
     if (!IsWindowEnabled(state->dialog)) return;
@@ -61,7 +61,7 @@ static void Release(HWND bar, MenuBar* state) {
     HeapFree(GetProcessHeap(), 0, state);
 }
 
-/* A handheld's bar keeps its buttons' commands whatever it is told. */
+/* Changes a button. Like a handheld's bar, this one keeps the button's command whatever it is told. */
 static LRESULT SetButton(HWND bar, const MenuBar* state, UINT message, WPARAM command,
                          const TBBUTTONINFOW* asked) {
     TBBUTTONINFOW info = *asked;
@@ -89,7 +89,7 @@ static BOOL Erase(HWND bar, HDC canvas) {
     return TRUE;
 }
 
-/* The tool bar reports to itself. */
+/* Also gets what the tool bar tells its parent, which is the tool bar itself. */
 static LRESULT CALLBACK BarProc(HWND bar, UINT message, WPARAM wParam, LPARAM lParam) {
     MenuBar* const state = StateOf(bar);
     const WNDPROC toolbarProc = state->toolbarProc;

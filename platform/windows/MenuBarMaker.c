@@ -1,6 +1,6 @@
-/* Makes the menu bars of the stand-in shell library: tool bars at the lower edge of the screen, each made of a menu, an
- * RCDATA resource and texts. A bar is a window of its own that its dialog owns: no child, so that it is in nobody's way
- * there, and it goes when the dialog goes. */
+/* Makes the menu bars of the stand-in shell library: tool bars at the lower edge of the screen, each made of
+ * a menu, an RCDATA resource and texts. A bar is owned by its dialog, so that it is destroyed with the
+ * dialog. It is no child, which would be one of the dialog's controls. */
 #include "StandInShell.h"
 
 /* A button in the RCDATA resource, after the menu's number and the number of buttons. */
@@ -23,7 +23,8 @@ void WINAPI StandInMenuBars(BOOL succeed) {
     ZeroMemory(&shellCalls, sizeof shellCalls);
 }
 
-/* The rows of a bar's buttons, and their number; null when the resource is missing or too short for what it says. */
+/* The rows of a bar's buttons, and their number; null when the resource is missing or too short for what it
+ * says. */
 static const ButtonRow* FindRows(HINSTANCE module, UINT id, WORD* count) {
     const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(id), (LPCWSTR)RT_RCDATA);
     const HGLOBAL loaded = resource ? LoadResource(module, resource) : NULL;

@@ -1,7 +1,7 @@
-/* Linked into the DLL. The compiler's own runtime, which is linked in too, makes a semaphore for one of its locks
- * when the DLL is loaded, and never closes it: a host that loads and unloads the DLL again and again would collect
- * them. It is therefore given the function below in place of the system's, and what that has made is closed when the
- * DLL is unloaded. */
+/* Linked into the DLL. The compiler's own runtime, which is linked in too, makes a semaphore for one of its
+ * locks when the DLL is loaded, and never closes it: a host that loads and unloads the DLL again and again
+ * would collect them. The runtime is therefore given the function below in place of the system's, and the
+ * semaphores made by it are closed when the DLL is unloaded. */
 #include <windows.h>
 
 enum { mostSemaphores = 8 };
@@ -23,7 +23,8 @@ extern HANDLE(WINAPI* const createSemaphore)(LPSECURITY_ATTRIBUTES, LONG, LONG,
                                              LPCWSTR) __asm__("__imp__CreateSemaphoreW@16");
 HANDLE(WINAPI* const createSemaphore)(LPSECURITY_ATTRIBUTES, LONG, LONG, LPCWSTR) = MakeSemaphore;
 
-/* A lock that nobody contends for does without its semaphore, so destructors that still run may throw and catch. */
+/* Destructors that run after this one may still throw and catch: a lock that nobody contends for does not use
+ * its semaphore. */
 __attribute__((destructor)) static void CloseSemaphores(void) {
     for (int i = 0; i < mostSemaphores; ++i) {
         if (semaphores[i] != NULL) CloseHandle(semaphores[i]);

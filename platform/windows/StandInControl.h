@@ -1,9 +1,9 @@
 /* What tests can tell and ask the stand-ins for the Connection Manager, cellcore.dll, and the shell library,
- * aygshell.dll. The handheld's have no such functions. */
+ * aygshell.dll. The handheld's libraries have no such functions. */
 #pragma once
 
 #include <windows.h>
-// It builds on windows.h.
+// It needs windows.h.
 #include <commctrl.h>
 
 #include "aygshell.h"
@@ -41,16 +41,17 @@ typedef struct StandInShellRecord {
     LONG buttons;          /* TB_SETBUTTONINFO to any menu bar */
     SHINITDLGINFO dialog;  /* what was to be prepared */
     SHMENUBARINFO menuBar; /* what was to be made */
-    UINT backMessage;      /* what the Back key came as */
+    UINT backMessage;      /* the message that the Back key came as */
     WPARAM backWParam;
     LPARAM backLParam;
     WPARAM overriddenKey;
     LPARAM overrideFlags;
     int buttonCommand;    /* the button that was changed */
-    TBBUTTONINFOW button; /* how; its text may be gone */
+    TBBUTTONINFOW button; /* how it was changed; `pszText` may be invalid */
 } StandInShellRecord;
 
-/* Sets whether menu bars can be made from here on, and begins a new record of calls. At the start they can. */
+/* Sets whether menu bars can be made from here on, and begins a new record of calls. At the start they
+ * can. */
 void WINAPI StandInMenuBars(BOOL succeed);
 
 void WINAPI StandInShellCalls(StandInShellRecord* record);

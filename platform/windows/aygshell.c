@@ -32,7 +32,7 @@ BOOL WINAPI SHInitDialog(PSHINITDLGINFO info) {
     return TRUE;
 }
 
-/* The control gets what a keyboard's Back key would send, whatever the keyboard is. */
+/* The control gets what a keyboard's Backspace key would send, even if there is no keyboard. */
 void WINAPI SHSendBackToFocusWindow(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND focus = GetFocus();
     ++shellCalls.backs;

@@ -10,7 +10,7 @@ namespace {
 constexpr const WCHAR* userIdKey = TEXT("UserID");
 constexpr const WCHAR* passwordKey = TEXT("Passwd");
 
-/* Empty, which names no file, when there is no place for it. */
+/* Empty, which names no file, when the system has no folder for application data. */
 WideString SettingsPath() {
     const WideString folder = GetSpecialFolderPath(CSIDL_APPDATA, TEXT("Orvande"));
     return folder.empty() ? folder : folder + TEXT("\\settings.ini");

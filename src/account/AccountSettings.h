@@ -4,12 +4,12 @@
 
 #include "account/Account.h"
 
-/* Takes over the saved user ID, an empty one if there is none, and the saved password, if there is one: in
- * lower case, without anything but letters and digits, and 16 units at most. Of a user ID's units above U+00FF
- * only the low byte has been kept. `savePassword` stays as it is. Makes the folder when it is missing. Without
- * memory the account holds what could be read. */
+/* Fills in the saved user ID, which is empty if there is none, and the saved password, if there is one: its
+ * letters, in lower case, and digits, at most 16 of them. Of a user ID's units above U+00FF only the low byte
+ * has been kept. `savePassword` stays as it is. Makes the folder when it is missing. When memory runs out the
+ * account holds what had been read by then. */
 void LoadAccountSettings(Account& account) noexcept;
 
-/* Replaces the file by one that holds the user ID, and the password if `savePassword` is set. That the file cannot
- * be written is not reported; the old one may be lost then. */
+/* Replaces the file by one that holds the user ID, and the password if `savePassword` is set. A failure to
+ * write the file is not reported; the old file may then be lost. */
 void SaveAccountSettings(const Account& account) noexcept;

@@ -4,8 +4,9 @@
 #include "account/Account.h"
 #include "ui/Dialog.h"
 
-/* Asks for what an account needs until the service creates it, which saves it as after signing in, or until the user
- * gives up. True: `account` holds the new credentials. False: not created; `account` holds what was tried last. */
+/* Asks for the data of a new account until the service has created it, or until the user gives up. A new
+ * account is saved as after signing in. True: `account` holds the new credentials. False: no account was
+ * created; `account` holds what was tried last. */
 bool CreateAccount(Account& account, HWND owner) noexcept;
 
 class CreateAccountDialog final : public Dialog {
@@ -15,13 +16,13 @@ public:
     BOOL OnInitDialog(WPARAM wParam, LPARAM lParam) override;
     void OnOK() override;
 
-    /* What was pressed before a message came up, and arrives while it is shown, counts for nothing. */
+    /* Ignores commands that arrive while a message box is shown: they were pressed before it appeared. */
     void OnDialogCommand(int id, HWND control, int notification) override;
 
 private:
     struct Installation {
-        uint32_t vendor;     /* 0: none */
-        WideString language; /* of the user interface, its English name */
+        uint32_t vendor;     /* 0: no vendor */
+        WideString language; /* the user interface's, by its English name */
     };
 
     enum class Exchange { NotSent, Unreadable, Answered };
@@ -34,7 +35,7 @@ private:
 
     Account& account;
     WideString name;
-    WideString referrer; /* sent with the account; nothing fills it */
+    WideString referrer; /* sent with the account, always empty */
     WideString email;
     bool wantsUpdates = true;
 };

@@ -1,6 +1,6 @@
-/* The form in which a password is saved: 16 bytes, one a letter or digit, scrambled with a fixed key. It keeps a
- * password from being read in passing, no more, and loses what the service's passwords do not need: case, anything
- * but 0-9, A-Z and a-z, and what follows the 16th of those. */
+/* The form in which a password is saved: 16 bytes, one for each letter or digit, scrambled with a fixed key.
+ * That only keeps a password from being read in passing. What the service's passwords do not need is lost:
+ * case, anything but 0-9, A-Z and a-z, and what follows the 16th of those. */
 #pragma once
 
 #include "text/WideString.h"
@@ -11,6 +11,6 @@ using PackedPassword = std::array<uint8_t, 16>;
 
 PackedPassword PackPassword(WideStringView password);
 
-/* The password that the first `count` bytes give back, in lower case; at most all 16 count. Bytes that stand for
- * nothing give nothing. Throws std::bad_alloc. */
+/* The password in the first `count` bytes (at most all 16), in lower case. Bytes that stand for no letter or
+ * digit are left out. Throws std::bad_alloc. */
 WideString UnpackPassword(const PackedPassword& packed, size_t count);

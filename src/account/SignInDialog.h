@@ -4,22 +4,23 @@
 #include "account/Account.h"
 #include "ui/Dialog.h"
 
-/* Asks for user ID and password until the service accepts them, which saves them, or until the user gives up. On
- * the way the user may create an account, which counts as signing in. True: signed in, `account` holds the
- * credentials. False: not, or the dialog could not be shown, of which the user has been told if there was memory
- * for it; `account` holds what was tried last, without the password if that was a sign-in. */
+/* Asks for user ID and password until the service accepts them, or until the user gives up. Accepted ones are
+ * saved. The user may also create an account here, which counts as signing in. True: signed in; `account`
+ * holds the credentials. False: not signed in, or the dialog could not be shown (the user has been told so if
+ * there was memory for it); `account` holds what was tried last, without the password if that was a
+ * sign-in. */
 bool RunSignInDialog(Account& account, HWND owner) noexcept;
 
 class SignInDialog final : public Dialog {
 public:
     explicit SignInDialog(Account& signedIn);
 
-    /* "Save password" is unticked each time, whatever was saved. */
+    /* The box "Save password" is unticked at first, whatever was saved. */
     BOOL OnInitDialog(WPARAM wParam, LPARAM lParam) override;
 
     void OnOK() override;
 
-    /* What was pressed before a message came up, and arrives while it is shown, counts for nothing. */
+    /* Ignores commands that arrive while a message box is shown: they were pressed before it appeared. */
     void OnDialogCommand(int id, HWND control, int notification) override;
 
 private:

@@ -1,8 +1,8 @@
 /* The boundary for exceptions: whatever the system or an application calls runs inside it. */
 #pragma once
 
-/* The result of `operation`, or `failure` when it throws. Memory running out is the one cause that is
- * expected; no cause may reach a caller that knows nothing of C++. */
+/* The result of `operation`, or `failure` when it throws. The one exception that is expected is that memory
+ * runs out; none may reach a caller that knows nothing of C++. */
 template <class Result, class Operation>
 Result Contained(Result failure, Operation operation) noexcept {
     try {

@@ -9,8 +9,8 @@
  *   Handle          its type
  *   none            the value that means "no handle"
  *   Close(Handle)   gives a handle back
- * Closing leaves the thread's last error as it was, so that an early return still reports the real failure.
- */
+ * Closing leaves the thread's last error as it was, so that an early return still reports the real
+ * failure. */
 template <class Kind>
 class Owned {
 public:
@@ -24,7 +24,7 @@ public:
 
     explicit operator bool() const noexcept { return held != Kind::none; }
 
-    /* Lends the handle. */
+    /* The handle, which stays owned. */
     [[nodiscard]] Handle Get() const noexcept { return held; }
 
     /* Closes the handle, if there is one, and takes `handle` instead. */

@@ -7,7 +7,7 @@
 
 bool AttachLibrary(HINSTANCE instance, DWORD reason, LPVOID reserved) noexcept {
     SHInitExtraControls(instance, reason, reserved);
-    // No language is loaded yet: the caption stays English, and translators find the title in the harvest.
+    // No language is loaded yet: the caption stays English, and the title is collected as untranslated.
     RunContained([] { SetMessageBoxCaption(translationCatalogue.Translate(TEXT("Orvande Online"))); });
     ownModule = instance;
     RunContained([&] { translationCatalogue.InitTranslation(instance); });

@@ -7,7 +7,7 @@
 size_t FindLastOf(WideStringView path, WideStringView set);
 
 /* The file name without folder and extension: what follows the last separator, up to its last "." if it has
- * one. A name that begins with its only dot is empty. */
+ * one. The result is empty for a name whose only "." is its first unit. */
 WideString GetBaseName(WideStringView path);
 
 /* Everything before the last separator; "." when there is none. */

@@ -9,8 +9,8 @@ constexpr int32_t searchRequest = 101;
 constexpr int32_t mapEntry = 4;
 constexpr uint32_t itemSize = 16;
 
-// A reply may promise two thousand million entries and then end: so many without a byte, and the rest is not
-// asked for.
+// A reply may announce two thousand million entries and end early. After this many entries in a row for which
+// no byte arrives, the remaining ones are not read.
 constexpr int32_t mostEmptyEntries = 1000;
 
 }  // namespace

@@ -1,5 +1,5 @@
-/* One search of the map shop: the exchange with the service, and its results, read once from first to last.
- */
+/* One search of the map shop: the exchange with the service, and its results, read once from first to
+ * last. */
 #pragma once
 
 #include "Platform.h"
@@ -12,19 +12,19 @@ class ByteStream;
 
 struct MapShopSearch {
 public:
-    /* Whether `items` and `count` describe an array of query items (16 bytes each) that can be sent: 0 items,
-     * or so many that their bytes can be counted in 32 bits and lie somewhere. */
+    /* Whether `items` and `count` describe an array of query items (16 bytes each) that can be sent: either 0
+     * items, or items that are not null and whose bytes can be counted in 32 bits. */
     static bool AreItems(const void* items, int32_t count);
 
-    /* Asks the service, and takes in its whole reply; blocks until then. What makes the exchange fail leaves
-     * the search without results; a reply that breaks off leaves those that had arrived whole. Throws
+    /* Asks the service and reads its whole reply; blocks until then. An exchange that fails leaves the search
+     * without results; of a reply that breaks off, the results that arrived whole are kept. Throws
      * std::bad_alloc when memory runs out; the results before that are kept. */
     void Run(const void* items, int32_t count);
 
-    /* Copies the next result out: true. At the end: false, and `record` stays as it was. */
+    /* Copies the next result into `record`: true. After the last one: false, and `record` stays as it was. */
     bool GetNext(MapShopResult& record);
 
-    /* The last number of the reply; 0 when it was not read. */
+    /* The number that ends the reply; 0 when it was not read. */
     [[nodiscard]] int32_t FinalValue() const { return finalValue; }
 
 private:

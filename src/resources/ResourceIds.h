@@ -6,7 +6,7 @@
 #define SIGN_IN_DIALOG 107
 #define CREATE_ACCOUNT_DIALOG 108
 
-/* Menu bars; each is a menu and an RCDATA resource of one number. */
+/* Menu bars; each is a menu and an RCDATA resource of the same number. */
 #define SIGN_IN_MENU_BAR 107
 #define DONE_CANCEL_MENU_BAR 115
 

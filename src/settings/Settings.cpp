@@ -13,7 +13,7 @@ struct RegistryKeyKind {
 };
 using RegistryKey = Owned<RegistryKeyKind>;
 
-/* Reads at most `size` bytes of a value into `buffer`; `size` becomes their number. */
+/* Reads a value of at most `size` bytes into `buffer`; `size` becomes the number of bytes read. */
 bool QueryValue(HKEY root, const WCHAR* path, const WCHAR* name, DWORD type, BYTE* buffer, DWORD& size) {
     HKEY opened = nullptr;
     if (RegOpenKeyExW(root, path, 0, KEY_READ, &opened) != ERROR_SUCCESS) return false;

@@ -1,6 +1,6 @@
-/* Readers of the registry. They never fail towards their callers: whatever goes wrong (no key, no value, too
- * much data), the caller's default comes back. Nothing is ever created or written. The type that a value was
- * stored with does not matter, only its bytes do. Those that give text throw std::bad_alloc. */
+/* Reads the registry. No failure is reported: whatever goes wrong (no key, no value, too much data), the
+ * result is the caller's default. Nothing is ever created or written. The type that a value was stored with
+ * does not matter, only its bytes do. The functions that return text throw std::bad_alloc. */
 #pragma once
 
 #include "text/WideString.h"

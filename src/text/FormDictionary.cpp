@@ -11,8 +11,8 @@
 
 namespace {
 
-/* `text` as units of one byte each, without NUL: the runtime's wide output gives up at a unit it has no byte
- * for, and the reader skips NUL bytes. */
+/* The low bytes of the units of `text`, without NUL: the runtime's wide output stops at a unit that it has no
+ * byte for, and the reader of the file skips NUL bytes. U+0000 becomes `formOfNul`. */
 WideString ByteForm(const WideString& text, const WCHAR* formOfNul) {
     WideString form;
     form.reserve(text.size());
@@ -28,7 +28,7 @@ WideString ByteForm(const WideString& text, const WCHAR* formOfNul) {
 }
 
 void WriteEntry(FILE* file, const WideString& key, const WideString& value) {
-    // Encoding passes U+0000 through; only as an escape does it come back.
+    // UrlEncode leaves U+0000 as it is, but a file can hold it only as an escape.
     fwprintf(file, TEXT("%s=%s\n"), ByteForm(key, TEXT("")).c_str(),
              ByteForm(UrlEncode(value), TEXT("%00")).c_str());
 }

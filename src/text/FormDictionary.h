@@ -8,8 +8,8 @@
 /* One value per key. Keys are compared by code unit: `UserID` and `userid` are two keys. Copies are deep.
  * Used by one thread at a time.
  *
- * Bad text is never an error: readers of a value take what they can of it. Memory that runs out is the
- * standard library's exception, in every operation. */
+ * Bad text is never an error: the operations that read a value take what they can of it. All operations throw
+ * std::bad_alloc. */
 class FormDictionary {
 public:
     /* Takes the pairs of `text`, of the form key=value&key=value. Keys and values are trimmed

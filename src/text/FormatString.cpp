@@ -6,8 +6,8 @@ namespace {
 class FormattedText {
 public:
     FormattedText(const WCHAR* format, va_list arguments) {
-        // A text that fills the buffer has no terminator of the formatter's, and one that stops at an
-        // argument it cannot convert may have none either; the zeroes of the rest end the latter.
+        // The formatter writes no terminator when the text fills the buffer, and perhaps none when it stops
+        // at an argument that it cannot convert: there the zeroes of the rest end the text.
         _vsnwprintf(units, capacity, format, arguments);
         units[capacity - 1] = 0;
     }

@@ -1,9 +1,9 @@
 /* Bounded printf-style formatting into wide strings.
  *
- * Formats follow the device runtime's wide printf: %s and %c take wide text, %I64d a 64-bit integer.
- * The arguments must match the format, as for printf; `format` must not be null. A filled-in format that
- * would be longer than 999 units is cut there, without notice and without regard for surrogate pairs; an
- * argument's own NUL unit (%c of 0) ends the text as well. Only the resulting string is allocated. */
+ * Formats follow the device runtime's wide printf: %s and %c take wide text, %I64d a 64-bit integer. The
+ * arguments must match the format, as for printf; `format` must not be null. A filled-in format that would be
+ * longer than 999 units is cut there, without notice and without regard for surrogate pairs; an argument's
+ * own NUL unit (%c of 0) ends the text as well. Only the resulting string is allocated. */
 #pragma once
 
 #include "text/WideString.h"

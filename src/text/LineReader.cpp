@@ -9,7 +9,7 @@ bool HasContent(const WideString& line) {
 
 void AppendRestOfLine(FILE* file, WideString& line) {
     for (;;) {
-        // A byte 0xFF is -1 as the end of the file is, and ends the line like it.
+        // As a signed char a byte 0xFF is -1, like the end of the file, and so ends the line, too.
         const auto value = static_cast<signed char>(fgetc(file));
         if (value == -1 || value == '\n') return;
         if (value == '\r' || value == '\0') continue;

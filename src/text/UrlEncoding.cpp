@@ -9,7 +9,7 @@ bool IsAsciiLetterOrDigit(WCHAR unit) {
 }
 
 bool HasLowByteThatPasses(WCHAR unit) {
-    // The terminator counts as one of the marks: a low byte of 0 passes.
+    // The last of these marks is NUL: a low byte of 0 passes, too.
     static constexpr std::string_view passing("$-_.!*'()\0", 10);
     return passing.find(static_cast<char>(unit & 0xFF)) != std::string_view::npos;
 }

@@ -9,8 +9,8 @@
  *   units whose low byte is one of $-_.!*'() or 0         as they are, with their high byte
  *   space                                                 +
  *   every other unit                                      %xx, its low byte in lower-case digits
- * So the high byte of most units above U+00FF is lost: U+20AC becomes %ac, while U+0100 and U+012D pass.
- * The readers of key/value files depend on exactly this form. */
+ * So the high byte of most units above U+00FF is lost: U+20AC becomes %ac, while U+0100 and U+012D stay as
+ * they are. The readers of key/value files depend on exactly this form. */
 WideString UrlEncode(const WideString& text);
 
 /* `text` decoded: + is a space, %xx (digits of either case) the unit 0 to 255. Bad text never fails:

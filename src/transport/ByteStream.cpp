@@ -31,7 +31,7 @@ bool ByteStream::ReadBytes(void* data, uint32_t size) {
 }
 
 bool ByteStream::ReadInt32(int32_t& value) {
-    // A read that straddles the end fills only some bytes; the others keep the value's own.
+    // A read that meets the end fills only some of the bytes; the others stay those of `value`.
     auto bits = static_cast<uint32_t>(value);
     uint8_t bytes[] = {static_cast<uint8_t>(bits), static_cast<uint8_t>(bits >> 8),
                        static_cast<uint8_t>(bits >> 16), static_cast<uint8_t>(bits >> 24)};

@@ -15,10 +15,10 @@ public:
     ByteStream(const ByteStream&) = delete;
     ByteStream& operator=(const ByteStream&) = delete;
 
-    /* Puts `size` bytes out. */
+    /* Writes `size` bytes. */
     virtual void Write(const void* data, uint32_t size) = 0;
 
-    /* Takes `size` bytes in. What success means is the kind's own matter. */
+    /* Reads `size` bytes. Each kind of stream says what its result means. */
     virtual bool Read(void* data, uint32_t size) = 0;
 
     /* 4 bytes, little-endian. */
@@ -31,31 +31,32 @@ public:
      * low 8 bits. */
     void WriteString(const WideString& text);
 
-    /* The readers below clear `good` when a read fails, and count their bytes whether or not it does. Bytes that
-     * did not come leave their part of the destination as it was, so a destination starts from what a reply that
-     * ends early may leave behind. These two tell whether their own read succeeded, whatever `good` was. */
+    /* The readers below clear `good` when a read fails, and add their size to `byteCount` whether or not it
+     * does. Bytes that do not come leave their part of the destination as it was: set it beforehand to what
+     * it shall be when a reply ends early. These two tell whether their own read succeeded, whatever `good`
+     * was. */
     bool ReadInt32(int32_t& value);
     bool ReadBytes(void* data, uint32_t size);
 
     /* True: `text` is the string. False: its bytes ran out (`good` is false; `text` holds the units that
      * came) or its length is negative or above `longestString` (`good` stays, `text` is empty, none of its
-     * units is consumed: the stream is out of step). Without `wideStrings` a byte is widened with its sign:
-     * 0xE9 becomes the unit 0xFFE9. Throws std::bad_alloc. */
+     * units is consumed, so the stream is out of step). Without `wideStrings` a byte is widened with its
+     * sign: 0xE9 becomes the unit 0xFFE9. Throws std::bad_alloc. */
     bool ReadString(WideString& text);
 
     /* As ReadString, into a field of `capacity` units (at least 1): a string of `capacity` units or more is
-     * cut to `capacity` - 1, the rest of the field is 0. When the result is false the field stays as it was.
-     */
+     * cut to `capacity` - 1, the rest of the field is 0. When the result is false the field stays as it
+     * was. */
     bool ReadFixedString(WCHAR* field, uint32_t capacity);
 
     Mode mode = notOpen;
     bool good = true;        /* false once a read or a write has failed */
     bool wideStrings = true; /* strings travel as 2-byte units, else as 1-byte units */
-    uint32_t byteCount = 0;  /* bytes put out or taken in since the stream was opened or turned round */
+    uint32_t byteCount = 0;  /* bytes written or read since the stream was opened or turned to reading */
 
 protected:
     ByteStream() = default;
-    // A stream is destroyed as what it is, in the function that made it.
+    // Need not be virtual: the function that makes a stream destroys it, and knows its class.
     ~ByteStream() = default;
 
 private:

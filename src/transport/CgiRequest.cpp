@@ -81,8 +81,7 @@ bool CgiRequest::Read(void* data, uint32_t size) {
 
 bool CgiRequest::FillBuffer() {
     DWORD received = 0;
-    // Whether the call itself succeeded does not matter: bytes that came before a break are still the
-    // reply's.
+    // Whether the call succeeded does not matter: bytes that came before it failed belong to the reply.
     InternetReadFile(request.Get(), body.data(), static_cast<DWORD>(body.size()), &received);
     readPos = 0;
     readAvail = received;

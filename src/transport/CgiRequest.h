@@ -12,22 +12,22 @@ class CgiRequest final : public ByteStream {
 public:
     /* Opens the request to `path` (without a leading slash) on `host`, port 80, or with `secure` HTTPS on
      * port 443. With `useConnectionManager` a data connection is asked for first, each time, and given up
-     * with this object; the request goes ahead whether or not there is one. What fails here shows when the
-     * request is sent. */
+     * with this object; the request goes ahead whether or not there is one. A failure here shows only when
+     * the request is sent. */
     CgiRequest(const WCHAR* host, const WCHAR* path, bool useConnectionManager, bool secure);
     ~CgiRequest();
 
     /* Adds to the body. Throws std::bad_alloc. */
     void Write(const void* data, uint32_t size) override;
 
-    /* Posts the body, which is not to be empty, under a wait cursor, and turns the stream to reading with `good`
-     * set and `byteCount` 0. Whether the system took the request as sent: the HTTP status is not looked at, and
-     * there may be no reply at all. Throws std::bad_alloc. */
+    /* Posts the body, which must not be empty, under a wait cursor, and turns the stream to reading with
+     * `good` set and `byteCount` 0. True when the system reports the request as sent: the HTTP status is not
+     * looked at, and there may be no reply at all. Throws std::bad_alloc. */
     bool SendRequest();
 
-    /* Takes bytes of the reply; one read from the network asks for 256 of them, or for as many as the request's
-     * body had when those were more. True when it found any, however few (the rest of `data` stays as it was);
-     * false when it found none, and for a size of 0. */
+    /* Reads `size` bytes of the reply. Each read from the network asks for 256 bytes, or for as many as the
+     * request's body had if these were more. True when there were any, however few (the rest of `data` stays
+     * as it was); false when there were none, and for a size of 0. */
     bool Read(void* data, uint32_t size) override;
 
 private:

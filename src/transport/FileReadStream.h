@@ -10,10 +10,11 @@ public:
     /* Opens the file at `path`; `good` tells whether that succeeded. */
     explicit FileReadStream(const WideString& path);
 
-    /* Clears `good`. */
+    /* Only clears `good`. */
     void Write(const void* data, uint32_t size) override;
 
-    /* True when all `size` bytes were there; else `good` is cleared. False at once when it is. */
+    /* True when all `size` bytes were there; otherwise `good` is cleared. False at once when `good` is
+     * false. */
     bool Read(void* data, uint32_t size) override;
 
 private:

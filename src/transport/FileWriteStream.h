@@ -10,10 +10,10 @@ public:
     /* Makes or empties the file at `path`; `good` tells whether that succeeded. */
     explicit FileWriteStream(const WideString& path);
 
-    /* All `size` bytes, or `good` is cleared; nothing at all once it is. */
+    /* Clears `good` when not all `size` bytes can be written. Writes nothing when `good` is false. */
     void Write(const void* data, uint32_t size) override;
 
-    /* Clears `good`: false. */
+    /* Clears `good` and returns false. */
     bool Read(void* data, uint32_t size) override;
 
 private:

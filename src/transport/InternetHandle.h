@@ -10,5 +10,5 @@ struct InternetKind {
 };
 using InternetHandle = Owned<InternetKind>;
 
-/* The session of all downloads, from load to unload. */
+/* The session of all downloads; it lasts from the library's load to its unload. */
 extern InternetHandle sharedSession;

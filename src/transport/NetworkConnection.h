@@ -9,13 +9,14 @@ extern HANDLE managedConnection;
 
 /* Asks for a connection to the network of the service's home page, and waits for it 30 s at most. True: it is
  * up and kept in `managedConnection`. False: the Connection Manager failed (`managedConnection` stays as it
- * was) or answered that it could not connect (`managedConnection` is null). Nobody gives up a request for a
- * false: the device may have a connection of another kind. */
+ * was) or answered that it could not connect (`managedConnection` is null). Callers send their request all
+ * the same then: the device may have a connection of another kind. */
 bool EstablishNetworkConnection();
 
-/* Gives `managedConnection` up, if there is one. It stays what it was, so that it may be given up more than
- * once. Always true. */
+/* Gives up `managedConnection`, if there is one. The variable keeps its value, so the connection may be given
+ * up more than once. Always true. */
 bool ReleaseNetworkConnection();
 
-/* Whether the phone is roaming, as the platform's phone state in the registry says; false when it says nothing. */
+/* Whether the phone is roaming, as the platform's phone state in the registry says; false when it says
+ * nothing. */
 bool IsRoaming();

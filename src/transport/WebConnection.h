@@ -6,7 +6,8 @@
 #include "LMOnline.h"
 #include "transport/InternetHandle.h"
 
-/* Whether the user has agreed to go on while the phone is roaming; false at load, and then asked once. */
+/* Whether the user has agreed to go on while the phone is roaming; false at load. Once true, nobody is asked
+ * again. */
 extern bool roamingWarningAccepted;
 
 class WebConnection {
@@ -17,21 +18,23 @@ public:
         failed = 2, /* or refused by the user; nothing is tried again until Close */
     };
 
-    /* For `host` on port 80, or with `secure` for HTTPS on port 443. With `useConnectionManager` a data connection is
-     * asked for first; it stays up for the rest of the process. Throws std::bad_alloc. */
+    /* For `host` on port 80, or with `secure` for HTTPS on port 443. With `useConnectionManager` a data
+     * connection is asked for first; it stays up for the rest of the process. Throws std::bad_alloc. */
     WebConnection(const WCHAR* host, bool useConnectionManager, bool secure);
     WebConnection(const WebConnection&) = delete;
     WebConnection& operator=(const WebConnection&) = delete;
 
-    /* Closes it. */
+    /* Calls Close. */
     ~WebConnection();
 
-    /* Connects, if that has not been tried yet; whether there is a connection. While the phone is roaming, and the user
-     * has not agreed to that before, `ownerWindow` (when there is one) asks first; a refusal is a failure. */
+    /* Connects, if that has not been tried yet. Whether there is a connection. If a data connection is to be
+     * asked for while the phone is roaming, a box owned by `ownerWindow` (none when that is null) first asks
+     * a user who has not agreed to that before; a refusal is a failure. */
     bool Connect();
 
-    /* Connects, and sends a request without a body; whether that succeeded. The reply is then read from `request`. It is
-     * fetched past all caches, and redirections are not followed. `secureRequest` is passed on to the request. */
+    /* Connects, and sends a request without a body. Whether that succeeded; the reply is then read from
+     * `request`. No cache is used, and redirections are not followed. With `secureRequest` the request goes
+     * by HTTPS. */
     bool OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secureRequest);
 
     /* The HTTP status of the reply; 1000 when there is none. */
@@ -40,7 +43,7 @@ public:
     /* The Content-Length of the reply in bytes; -1 when it has none or it is no number. */
     [[nodiscard]] int64_t GetContentLength() const;
 
-    /* Whether the caller wants to go on; asks `progressCallback`, if there is one. */
+    /* Whether to go on: what `progressCallback` answers, or true without one. */
     [[nodiscard]] bool MayGoOn() const;
 
     /* Closes request and connection and forgets the host. The data connection stays up. */
@@ -50,7 +53,7 @@ public:
     LMProgressCallback progressCallback = nullptr;
     void* callbackContext = nullptr;      /* passed to `progressCallback` */
     DownloadProgress* progress = nullptr; /* may be null */
-    HWND ownerWindow = nullptr;           /* of the roaming question; null: never asked */
+    HWND ownerWindow = nullptr;           /* owner of the roaming question; null: nobody is asked */
     bool secure;
     InternetHandle request; /* the one now open, null between requests */
     InternetHandle connection;

@@ -13,7 +13,7 @@ constexpr DWORD firstRefusal = 300;
 
 struct SystemFileKind {
     using Handle = HANDLE;
-    // INVALID_HANDLE_VALUE is a cast, which no constant may hold.
+    // Not constexpr: INVALID_HANDLE_VALUE is a cast from a number to a pointer.
     static inline const Handle none = INVALID_HANDLE_VALUE;
     static void Close(Handle file) noexcept { CloseHandle(file); }
 };
@@ -69,7 +69,8 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
                         (connection.secure ? INTERNET_FLAG_SECURE : 0);
     connection.request.Reset(
         HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
-    // In unsigned arithmetic, which wraps where an offset near the end of 64 bits would overflow.
+    // In unsigned arithmetic, which wraps: for an offset near the end of 64 bits signed numbers would
+    // overflow.
     const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
                                            static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
     const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);

@@ -11,12 +11,12 @@ namespace {
 
 constexpr int notShown = -1;
 
-/* What fails here has no translation: the translation may be what failed. */
+/* Shows `text` as it is: the translation may be what has failed. */
 void ShowInternalError(HWND owner, const WideString& text) {
     MessageBoxW(owner, text.c_str(), TEXT("Internal error"), MB_ICONHAND);
 }
 
-/* Null when there is no such template; a module that could not be loaded has none. */
+/* Null when `module` has no such template, or is null because it could not be loaded. */
 const DLGTEMPLATE* LoadTemplate(HINSTANCE module, uint32_t id) {
     if (module == nullptr) return nullptr;
     const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(LOWORD(id)), RT_DIALOG);
@@ -55,7 +55,7 @@ INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LP
         EndDialog(handle, notShown);
         return FALSE;
     }
-    // This procedure is given to windows of dialogs only.
+    // Only windows of dialogs have this procedure.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-static-cast-downcast)
     auto* const dialog = static_cast<Dialog*>(windowBindings.FindWindowObject(handle));
     if (dialog == nullptr) return 0;
@@ -161,7 +161,7 @@ void Dialog::SetMenuBarButtonText(int command, const WideString& text) {
     TBBUTTONINFOW info{};
     info.cbSize = sizeof(info);
     info.dwMask = TBIF_TEXT;
-    // The message only reads it.
+    // The text is only read.
     info.pszText = const_cast<WCHAR*>(text.c_str());
     SendMessageW(menuBarWindow, TB_SETBUTTONINFOW, static_cast<WPARAM>(command),
                  reinterpret_cast<LPARAM>(&info));

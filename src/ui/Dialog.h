@@ -1,5 +1,6 @@
 /* A modal dialog that is made from a template of the resources, fills the screen and has a soft-key menu bar.
- * Its texts are translated. A dialog is made on the stack, shown with DoModal, and goes with its object. */
+ * Its texts are translated. A dialog is made on the stack, shown with DoModal, and destroyed with its
+ * object. */
 #pragma once
 
 #include "resources/ResourceIds.h"
@@ -14,16 +15,16 @@ public:
 
     ~Dialog() override;
 
-    /* Before the dialog is shown. TRUE lets the system set the focus. */
+    /* Called before the dialog is shown. TRUE lets the system set the focus. */
     virtual BOOL OnInitDialog(WPARAM /*wParam*/, LPARAM /*lParam*/) { return TRUE; }
 
     /* Ends the dialog with IDOK. */
     virtual void OnOK();
 
-    /* A message that nothing else is made of; the dialog procedure's result. */
+    /* Called for a message that no other operation here is for; returns the dialog procedure's result. */
     virtual INT_PTR OnMessage(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) { return 0; }
 
-    /* A command: IDOK becomes OnOK, IDCANCEL OnCancel, the rest is ignored. */
+    /* Called for a command. Calls OnOK for IDOK and OnCancel for IDCANCEL, and ignores all others. */
     virtual void OnDialogCommand(int id, HWND control, int notification);
 
     virtual void OnDialogNotify(WPARAM /*wParam*/, LPARAM /*lParam*/) {}
@@ -31,25 +32,26 @@ public:
     /* Ends the dialog with IDCANCEL. */
     virtual void OnCancel();
 
-    /* Shows the dialog until it is ended, and gives what it was ended with. IDCANCEL at once when there is no
-     * template id. -1 when the dialog cannot be shown or an operation threw: a box, owned by `parent`, gives the
-     * number of the template and the system's error code. A menu bar that cannot be made has a box of its own
-     * before that one. Both boxes are in English. Throws std::bad_alloc when there is no memory for that
-     * text. */
+    /* Shows the dialog until it is ended, and returns what it was ended with. IDCANCEL at once when
+     * `templateId` is 0. -1 when the dialog cannot be shown or an operation threw: a box, owned by `parent`,
+     * tells the number of the template and the system's error code. When the menu bar cannot be made, a box
+     * of its own says so before that one. Both boxes are in English. Throws std::bad_alloc when there is no
+     * memory for the text of the last box. */
     int DoModal(HWND parent);
 
-    /* The text of a control. For a control that is not there: nothing is set, and an empty text. */
+    /* Set and get the text of a control. For a control that does not exist nothing is set, and the text is
+     * empty. */
     void SetItemText(int id, const WideString& text);
     [[nodiscard]] WideString GetItemText(int id) const;
 
-    /* The text of the menu bar's button with that command, in this language already. Nothing without a menu
-     * bar. */
+    /* Sets the text of the menu bar's button for `command`, without translating it. Does nothing without a
+     * menu bar. */
     void SetMenuBarButtonText(int command, const WideString& text);
 
     uint32_t templateId;
-    HMENU commandMenu = nullptr;                /* the menu bar's; none until the bar is made */
-    HWND menuBarWindow = nullptr;               /* none until it is made */
-    bool overrideBackKey = true;                /* the Back key deletes in the focused control */
+    HMENU commandMenu = nullptr;                /* the menu bar's; null until the bar is made */
+    HWND menuBarWindow = nullptr;               /* null until it is made */
+    bool overrideBackKey = true;                /* the Back key deletes a character in the focused control */
     DWORD initFlags = SHIDIF_SIZEDLGFULLSCREEN; /* of SHInitDialog */
     uint32_t menuBarId = DONE_CANCEL_MENU_BAR;  /* 0: no menu bar */
 

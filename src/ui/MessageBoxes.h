@@ -1,11 +1,11 @@
 /* The message boxes of the library: texts are translated, every box has the same caption, and style flags and
- * results are MessageBoxW's own. `owner` may be null. Nothing reports a failure of its own. All throw
+ * results are those of MessageBoxW, also when a box cannot be shown. `owner` may be null. All throw
  * std::bad_alloc. */
 #pragma once
 
 #include "text/WideString.h"
 
-/* The caption of every box; empty until it is set. It is shown as it is. */
+/* The caption of every box; empty until it is set. It is not translated. */
 extern WideString messageBoxCaption;
 
 void SetMessageBoxCaption(const WideString& caption);
@@ -13,10 +13,10 @@ void SetMessageBoxCaption(const WideString& caption);
 /* Shows the translation of the English `text`. */
 int ShowTranslatedMessage(HWND owner, UINT flags, const WideString& text);
 
-/* Shows `text` as it is: one that is translated already, or made of data. */
+/* Shows `text` as it is, because it is translated already or made of data. */
 int ShowPlainMessage(HWND owner, UINT flags, const WideString& text);
 
 /* Shows the translation of the English `format`, filled in afterwards: a translation keeps the placeholders,
- * their order and their kinds. Formats are those of FormatString, whose bounds hold. */
+ * their order and their kinds. Formats and the longest text are those of FormatString. */
 int ShowTranslatedMessageFormat(HWND owner, UINT flags, const WCHAR* format, ...);
 int ShowTranslatedMessageFormatV(HWND owner, UINT flags, const WideString& format, va_list arguments);

@@ -5,13 +5,14 @@
 
 class TextDialog : public Dialog {
 public:
-    /* `control` is the control that shows `textToShow`, in this language already; 0: none does. The Back key acts by
-     * itself. */
+    /* `control` is the number of the control that shows `textToShow`, which is not translated; 0: none shows
+     * it. The Back key keeps the effect that the system gives it. */
     TextDialog(uint32_t id, WideString textToShow, int control, uint32_t menuBar);
 
     BOOL OnInitDialog(WPARAM wParam, LPARAM lParam) override;
 
-    /* Every menu command and pressed button closes the dialog; other notifications do what a Dialog does. */
+    /* Every menu command and pressed button closes the dialog; other notifications are handled as in every
+     * Dialog. */
     void OnDialogCommand(int id, HWND control, int notification) override;
 
     int resultCommand = IDCANCEL; /* what closed the dialog */
@@ -19,6 +20,6 @@ public:
     int textControl;
 };
 
-/* Shows a TextDialog. IDOK when it ended with that, otherwise the command that closed it: IDCANCEL when it ended without
- * one, or could not be shown. Throws as DoModal does. */
+/* Shows a TextDialog. IDOK when the dialog ended with IDOK, otherwise the command that closed it: IDCANCEL
+ * when it ended without a command, or could not be shown. Throws as DoModal does. */
 int RunTextDialog(uint32_t id, HWND parent, const WideString& text, int control, uint32_t menuBar);

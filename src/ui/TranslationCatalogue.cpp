@@ -11,7 +11,7 @@
 
 namespace {
 
-// What a text may carry beside its words: a key mark, an ellipsis or full stop, a colon, quotes.
+// What a text may hold beside its words: the mark of its access key, full stops, a colon, double quotes.
 constexpr WideStringView ornaments = TEXT("&.:\"");
 
 bool IsOrnament(WCHAR unit) {

@@ -1,7 +1,7 @@
 /* The lookup through which every text goes before it is shown. Texts are English in the code; a text file
  * beside the library holds their translations. Texts that were not found are collected, and written out when
- * the catalogue is destroyed, if the user has made a folder for them.
- * Every operation throws std::bad_alloc; a language file is then loaded up to there. */
+ * the catalogue is destroyed, if the user has made a folder for them. Every operation throws std::bad_alloc;
+ * the records of a language file that were read before stay loaded. */
 #pragma once
 
 #include "ui/TranslationFile.h"
@@ -15,31 +15,30 @@ public:
     /* Writes the untranslated texts. */
     ~TranslationCatalogue();
 
-    /* Keeps `module`, the library's own, and selects the language of the user's setting "Language". Whether
-     * one was selected: without that setting none is. */
+    /* Keeps `module`, the library's own, and selects the language that the user's setting "Language" names.
+     * Whether one was selected; without that setting none is. */
     bool InitTranslation(HMODULE module);
 
-    /* Loads the file of the language `name` and makes it the current one: true. The language that is current
-     * already, or one without a file or without a record in it: false, and the name stays (a file that opened
-     * has emptied the table all the same). "English" needs no file: without one everything is shown
-     * untranslated. */
+    /* Loads the file of the language `name` and makes this the current language: true. When it is the current
+     * one already, or there is no file for it, or no record in the file: false, and the current language
+     * stays (but opening a file has emptied the table). "English" needs no file: without one everything is
+     * shown untranslated. */
     bool SetLanguage(const WideString& name);
 
     /* As above, for the library file at `modulePath` (empty when it is not known). */
     bool SetLanguage(const WideString& name, const WideString& modulePath);
 
     /* Replaces the table by the records of the file at `path`, and forgets the untranslated texts. Whether
-     * the table holds anything afterwards. A file that cannot be opened changes nothing. */
+     * the file held any record. One that cannot be opened changes nothing. */
     bool LoadTranslationFile(const WideString& path);
 
     /* The text to show for `text`: its translation, or that of `text` without its ampersands, full stops,
-     * colons and double quotes, or `text` itself, which then counts as untranslated. The result is the
-     * catalogue's own and stays valid until the language changes, a language file is opened, or the library
-     * is unloaded. */
+     * colons and double quotes, or `text` itself, which then counts as untranslated. The result belongs to
+     * the catalogue and stays valid until the language changes, a language file is opened, or the library is
+     * unloaded. */
     const WideString& Translate(const WideString& text);
 
-    /* As above. Null is an empty text; of narrow text only 7-bit characters are meaningful (a byte is widened
-     * with its sign). */
+    /* As above; null is an empty text. Narrow text should be ASCII: a byte is widened with its sign. */
     const WideString& Translate(const char* text);
     const WideString& Translate(const WCHAR* text);
 
@@ -70,5 +69,5 @@ private:
     HMODULE module = nullptr;
 };
 
-/* The catalogue of all texts, from load to unload. */
+/* The catalogue of all the library's texts; it lasts from the library's load to its unload. */
 extern TranslationCatalogue translationCatalogue;

@@ -6,7 +6,7 @@ namespace {
 
 constexpr WCHAR byteOrderMark = 0xFEFF;
 
-/* Delivers the units of a language file, of 16 or of 8 bits as its first two bytes tell. */
+/* Reads the units of a language file: of 16 bits after a byte order mark, otherwise of 8 bits. */
 class UnitReader {
 public:
     explicit UnitReader(FILE* opened) : file(opened) {
@@ -37,8 +37,7 @@ private:
     bool wide = true;
 };
 
-/* Reads the key of the next record. False: the file ended first. An empty key means that there is no record
- * here. */
+/* Reads the key of the next record. False: the file ended first. An empty key begins no record. */
 bool ReadKey(UnitReader& reader, WideString& key) {
     key.clear();
     while (const auto unit = reader.Next()) {

@@ -10,17 +10,18 @@
 /* English text to translated text, ordered by code unit. */
 using TranslationTable = std::map<WideString, WideString>;
 
-/* One side of a record as it is meant: CR is dropped; a pair of double quotes is one, a single one is
- * dropped; a backslash with t, n, a double quote or a backslash is a TAB, an LF, a double quote or a
- * backslash, and with anything else both stay, even a CR; at the end it stays alone. */
+/* The text that one side of a record stands for. CR is dropped. Two double quotes in a row become one, a
+ * single one is dropped. A backslash before t, n, a double quote or a backslash becomes, together with it, a
+ * TAB, an LF, a double quote or a backslash; before anything else, even a CR, both stay. A backslash at the
+ * end stays, too. */
 WideString UnescapeTranslationText(WideStringView text);
 
 /* Adds the records of an open language file to `table`; a later record replaces an earlier one of the same
  * key. A record is a key, a TAB, and a value up to the LF or the end of the file. A line without a TAB is no
  * record; a TAB without a key is passed over, and what follows it is read as a record; an empty value is no
- * record. What is empty counts as it stands in the file: a value of nothing but a CR is an empty text. After a
- * byte order mark the file is read as UTF-16LE, otherwise each byte is one unit of the same number. Throws
- * std::bad_alloc. */
+ * record. Whether something is empty is decided before CR is dropped: a value of only a CR is a record with
+ * an empty text. After a byte order mark the file is read as UTF-16LE, otherwise each byte is one unit of the
+ * same number. Throws std::bad_alloc. */
 void ReadTranslations(FILE* file, TranslationTable& table);
 
 /* Writes the byte order mark and then, for each text, a record with the value "XXXX": UTF-16LE, TAB and LF of

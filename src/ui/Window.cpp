@@ -13,7 +13,7 @@ int SignedHighWord(LPARAM value) {
 }
 
 void EndForUnboundWindow(HWND window) {
-    // The box has messages delivered, to this window too; each would show a further box.
+    // While the box is shown, messages are delivered, also to this window; each would show a further box.
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(DefWindowProcW));
     MessageBoxW(nullptr, TEXT("Window not found in Window::wndProc\n"), TEXT("Fatal Error"), MB_ICONHAND);
     TerminateProcess(GetCurrentProcess(), 1);
@@ -68,16 +68,16 @@ LRESULT CALLBACK Window::wndProc(HWND window, UINT message, WPARAM wParam, LPARA
         EndForUnboundWindow(window);
         return 0;
     }
-    // After WM_DESTROY, where others have kept it from being unbound, the window is no longer the object's.
+    // After WM_DESTROY the object has no window, but records of others may have prevented the unbinding.
     if (object->window != window) return windowBindings.CallPreviousProc(window, message, wParam, lParam);
 
     LRESULT result = 0;
     if (RunContained([&] { result = object->WindowProc(message, wParam, lParam); })) return result;
 
-    // Nothing comes of this where the window is no dialog.
+    // This has no effect on a window that is no dialog.
     EndDialog(window, -1);
     if (message == WM_DESTROY) {
-        // The window goes all the same, and its binding with it.
+        // The system destroys the window all the same, so its binding has to be removed.
         object->window = nullptr;
         return windowBindings.CallPreviousProc(window, message, wParam, lParam);
     }

@@ -1,13 +1,13 @@
 /* The base of the library's windows: an object behind a window handle that sees the window's messages first.
- * AttachWindow of the binding table binds the two; whoever calls it sets `window`, and until then messages are
+ * WindowBindingTable::AttachWindow binds the two; its caller also sets `window`, and until then messages are
  * only passed on. */
 #pragma once
 
 #include "ui/WindowBinding.h"
 
-/* Handlers add behaviour and swallow nothing: every message goes on to the procedure that the window had before,
- * and that procedure's result is the message's; OnNotify alone decides for itself. A handler that throws ends the
- * dialog that the window is with -1; OnDestroy comes too late for that. */
+/* A handler does not keep its message: every message then goes on to the procedure that the window had
+ * before, and that procedure's result is the message's. Only OnNotify decides both for itself. When a handler
+ * throws, a window that is a dialog is ended with -1, which is too late in OnDestroy. */
 class Window {
 public:
     Window() = default;
@@ -20,7 +20,7 @@ public:
     /* `control` is null for a menu; `notification` is 0 for a menu and for a pressed button. */
     virtual void OnCommand(int /*id*/, HWND /*control*/, int /*notification*/) {}
 
-    /* The result is the message's; as it stands, that of the previous procedure. */
+    /* Returns the message's result; if not overridden, that of the previous procedure. */
     virtual LRESULT OnNotify(WPARAM wParam, LPARAM lParam);
 
     /* The stylus went down at `x`, `y` of the window, in pixels; `keys` are MK_... flags. */
@@ -28,25 +28,26 @@ public:
 
     virtual void OnTimer(WPARAM /*timer*/) {}
 
-    /* The inner size in pixels. */
+    /* `width` and `height` are the window's new inner size in pixels. */
     virtual void OnSize(int /*width*/, int /*height*/) {}
 
-    /* Destroys the window if it is still there. The handle must be the object's own to the end: nobody else binds
-     * the window, and with the window the handle goes. */
+    /* Destroys the window if it still exists. Until then `window` must belong to this object alone: no other
+     * object may be bound to it, and it must be null once the window has been destroyed. */
     virtual ~Window();
 
-    /* What becomes of a message: its handler, then the previous procedure. */
+    /* Handles a message: calls its handler, then the previous procedure. */
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
 
-    /* The procedure of every bound window. An unbound one is a programming error: the user is told, and the
-     * process ends with 1. */
+    /* The procedure of every bound window. That an unbound window has it is a programming error: the user is
+     * told, and the process ends with exit code 1. */
     static LRESULT CALLBACK wndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-    /* None until it is bound, and again after WM_DESTROY. */
+    /* Null until the window is bound, and again after WM_DESTROY. */
     HWND window = nullptr;
 
 protected:
-    /* A derived class whose windows need its own operations until the end calls this in its destructor. */
+    /* Destroys the window if it still exists. For the destructor of a derived class whose operations the
+     * window needs until then. */
     void DestroyLiveWindow();
 
 private:

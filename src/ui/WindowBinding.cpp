@@ -58,7 +58,8 @@ bool WindowBindingTable::AttachWindow(HWND window, Window* object) const {
 bool WindowBindingTable::DetachWindow(HWND window) const {
     const auto [record, front] = FindRecord(window, key);
     if (record == nullptr) return false;
-    // Behind another record, procedures must be chained as the records are: otherwise somebody still calls ours.
+    // A record in front must have been installed directly on top of our procedure: otherwise yet another
+    // procedure calls ours, and goes on to do so.
     if (front != nullptr && front->previousProc != key) return false;
 
     const std::unique_ptr<WindowHookRecord> removed(record);

@@ -1,6 +1,7 @@
-/* What binds window handles to the objects behind them. Each binding is a record; the records of a window form a
- * chain whose head lies in the window's user data, and which others may lengthen with records of their own. A
- * walk along a chain ends after 1000 records as if nothing had been found: a chain that long is damaged. */
+/* What binds window handles to the objects behind them. Each binding is a record; the records of a window
+ * form a chain whose head lies in the window's user data, and which others may lengthen with records of their
+ * own. A walk along a chain ends after 1000 records as if nothing had been found: a chain that long is
+ * damaged. */
 #pragma once
 
 #include "Platform.h"
@@ -8,7 +9,7 @@
 class Window;
 
 struct WindowHookRecord {
-    WNDPROC key;          /* the procedure that the binding installed; tells whose record it is */
+    WNDPROC key;          /* the procedure that the binding installed; whose record it is shows by it */
     WNDPROC previousProc; /* the procedure before that */
     Window* object;
     WindowHookRecord* next;
@@ -21,9 +22,10 @@ public:
     explicit constexpr WindowBindingTable(WNDPROC keyProc) noexcept : key(keyProc) {}
 
     /* Binds `object` to `window`. True: a record was made and the key procedure installed. False: there was a
-     * record, whose object is replaced by `object` (that of a Dialog only by another Dialog), or the key
-     * procedure was installed without one, or there is no such window, and nothing was done. Without memory for a record the window's user data is cleared, no procedure is installed, and
-     * the result is true all the same. */
+     * record already, whose object `object` replaces (which must be a Dialog if the old one is); or nothing
+     * was done, because the key procedure was installed without a record, or there is no such window. When
+     * there is no memory for a record, the window's user data is cleared, no procedure is installed, and the
+     * result is true all the same. */
     bool AttachWindow(HWND window, Window* object) const;
 
     /* Unbinds `window` and gives it the procedure back that it had before. False: there is no record, or it
@@ -34,13 +36,13 @@ public:
     /* The object bound to `window`, or null. */
     [[nodiscard]] Window* FindWindowObject(HWND window) const;
 
-    /* Passes a message on to the procedure before the binding; 0 when there is no binding. With WM_DESTROY the
-     * window is unbound first. */
+    /* Passes a message on to the procedure before the binding; 0 when there is no binding. With WM_DESTROY
+     * the window is unbound first. */
     LRESULT CallPreviousProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const;
 
 private:
     WNDPROC key;
 };
 
-/* The table of the library's windows, from load to unload. */
+/* The table of the library's windows; it lasts from the library's load to its unload. */
 extern WindowBindingTable windowBindings;

@@ -18,7 +18,7 @@ BOOL TranslateDescendants(HWND window) {
 
 MENUITEMINFOW MenuItemInfo(UINT mask) {
     MENUITEMINFOW info{};
-    // Newer systems have a further field, which the handheld's does not know.
+    // Without the last field, which the handheld's system does not know.
     info.cbSize = offsetof(MENUITEMINFOW, hbmpItem);
     info.fMask = mask;
     info.fType = MFT_STRING;
@@ -77,7 +77,7 @@ void TranslateButton(HWND toolbar, int command) {
     if (text.empty()) return;
     WideString translated = translationCatalogue.Translate(text);
     if (translated == text) return;
-    // The command stays 0 although the mask names it: handhelds' menu bars keep the button's own.
+    // The mask names the command, but it is left 0: the menu bars of handhelds keep the button's own then.
     info = TextOfButton(translated.data(), static_cast<int>(translated.size()));
     SendMessageW(toolbar, TB_SETBUTTONINFOW, button, reinterpret_cast<LPARAM>(&info));
 }
@@ -85,7 +85,7 @@ void TranslateButton(HWND toolbar, int command) {
 }  // namespace
 
 BOOL TranslateWindowText(HWND window) {
-    // Not cleared: the system ends the text, and this is done for every control.
+    // Not cleared, which would take time for every control: the system writes the terminator.
     WCHAR buffer[5000];
     if (GetWindowTextW(window, buffer, static_cast<int>(std::size(buffer))) < 1) return TRUE;
     const WideString text = buffer;

@@ -1,4 +1,5 @@
-/* The program that has the library in itself, as devices get it: its user, its dialogs and the running service. */
+/* The program that has the library in itself, as devices get it: its user, its dialogs and the running
+ * service. */
 #include <unistd.h>
 
 #include "Device.h"

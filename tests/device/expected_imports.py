@@ -1,6 +1,6 @@
-"""What each of the files takes from the device's libraries. A new name here is a decision: whether every device has the
-function (platform/device/exports), and whether the library ought to use it. None of them makes a thread or writes the
-registry."""
+"""What each of the files takes from the device's libraries. A new name here is a decision: whether every
+device has the function (platform/device/exports), and whether the library ought to use it. None of them makes
+a thread or writes the registry."""
 
 NETWORK = {
     "CELLCORE.dll": {"ConnMgrEstablishConnectionSync", "ConnMgrMapURL", "ConnMgrReleaseConnection"},

@@ -33,7 +33,8 @@ def exported_by_device(library):
 
 
 class RelocationTest:
-    """For every file; `name` is the file's, `links` are the linked file that it was made of and its moved twin."""
+    """For every file; `name` is the file's, `links` are the linked file that it was made of and its moved
+    twin."""
     name = ""
     links = ("", "")
 
@@ -48,7 +49,8 @@ class RelocationTest:
 
 
 class ImageTest(RelocationTest):
-    """For every file that devices get; `expected_imports` names the functions of each of the device's libraries."""
+    """For every file that devices get; `expected_imports` names the functions of each of the device's
+    libraries."""
     expected_imports = {}
 
     def imports(self):

@@ -1,5 +1,5 @@
-"""Runs unittest cases and reports them in GoogleTest's form, so that each of them is counted. A skipped one has failed:
-nothing is known of what it is about."""
+"""Runs unittest cases and reports them in GoogleTest's form, so that each of them is counted. A skipped one
+has failed: nothing is known of what it is about."""
 import sys
 import time
 import unittest

@@ -5,7 +5,8 @@ from elftools.elf.elffile import ELFFile
 
 
 def places_that_move(elf, moved_elf):
-    """The offsets, from an image's base, of the words that differ between its link for address 0 and another one."""
+    """The offsets, from an image's base, of the words that differ between its link for address 0 and another
+    one."""
     with open(elf, "rb") as one, open(moved_elf, "rb") as other:
         pairs = list(zip(ELFFile(one).iter_segments("PT_LOAD"), ELFFile(other).iter_segments("PT_LOAD"), strict=True))
         origins = {second["p_vaddr"] - first["p_vaddr"] for first, second in pairs}
@@ -26,5 +27,6 @@ def words_of(segment):
 
 
 def relocated(image):
-    """The places that the image's table (of a pefile.PE) tells the loader to relocate, as often as it does."""
+    """The places that the image's table (of a pefile.PE) tells the loader to relocate, as often as it
+    does."""
     return [entry.rva for block in image.DIRECTORY_ENTRY_BASERELOC for entry in block.entries if entry.type != 0]

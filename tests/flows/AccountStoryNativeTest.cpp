@@ -1,5 +1,5 @@
-/* One user's way with the account, from the first start on, between the library and the reference service's own
- * account program. */
+/* One user's way with the account, from the first start on, between the library and the reference service's
+ * own account program. */
 #include "Platform.h"
 
 #include "account/AccountTest.h"

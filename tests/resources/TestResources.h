@@ -12,8 +12,8 @@
 #define FORM_BUTTON 1103
 #define FORM_GROUP 1104
 
-/* Menu bars that cannot be made: a menu without RCDATA, RCDATA that promises more than it holds, and a button whose text
- * is not there. */
+/* Menu bars that cannot be made: a menu without RCDATA, RCDATA that promises more than it holds, and a button
+ * whose text is not there. */
 #define MENU_ALONE 203
 #define SHORT_MENU_BAR 204
 #define TEXTLESS_MENU_BAR 205

@@ -1,5 +1,5 @@
-/* A test on the simulated handheld in which the library's network state is that of a new process: in the native ring
- * it is set so, in the device ring the library is loaded anew for each test. */
+/* A test on the simulated handheld in which the library's network state is that of a new process: in the
+ * native ring it is set so, in the device ring the library is loaded anew for each test. */
 #pragma once
 
 #include "support/DeviceTest.h"

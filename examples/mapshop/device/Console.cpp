@@ -5,7 +5,8 @@
 
 #include "Utf8.h"
 
-// The device's standard streams by their numbers. The compiler's own headers know them by names of their runtime.
+// The device's runtime gives its standard streams by their numbers; the names for them in the compiler's
+// headers belong to the compiler's own runtime.
 extern "C" FILE* _getstdfilex(int number);
 
 namespace {

@@ -1,4 +1,5 @@
-/* A handheld has no current folder, no key that interrupts a program, and the libraries of the handheld in its system. */
+/* The texts for a handheld. It has no current folder and no key that interrupts a program. The system has the
+ * libraries that on a desktop lie beside the program. */
 #include "SystemTexts.h"
 
 std::wstring_view DownloadHelp() {

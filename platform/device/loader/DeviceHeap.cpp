@@ -19,7 +19,7 @@ std::unordered_map<void*, size_t>& Blocks() {
     return blocks;
 }
 
-// What a program reads from memory that it has not written, and from memory that it has given back.
+// Fill memory that a program has not written yet, and memory that it has given back.
 constexpr int freshByte = 0xCD;
 constexpr int freedByte = 0xDD;
 

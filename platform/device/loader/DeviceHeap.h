@@ -1,5 +1,5 @@
-/* The heap of the device's runtime: what an image gets from malloc. AllocationWatch counts its allocations and makes
- * them fail. Giving back what is not a block of it is a violation. */
+/* The heap of the device's runtime: what an image gets from malloc. AllocationWatch counts its allocations
+ * and makes them fail. Giving back what is not a block of this heap is a violation. */
 #pragma once
 
 #include <cstddef>

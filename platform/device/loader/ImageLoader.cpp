@@ -1,4 +1,4 @@
-/* The simulated handheld's loader, where it can load what the device loads. */
+/* The simulated handheld's loader of libraries: it loads the files that the device loads. */
 #include "Platform.h"
 
 #include <memory>

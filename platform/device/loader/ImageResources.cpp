@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr uint32_t mark = 0x80000000;  // of names that are texts, and of entries that lead to a directory
+constexpr uint32_t mark = 0x80000000;  // set in names that are texts, and in entries that lead to a directory
 
 struct DirectoryHeader {
     uint32_t unused[3];

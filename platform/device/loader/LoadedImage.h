@@ -1,4 +1,4 @@
-/* An image that has been attached, until it is detached. */
+/* An image of a library, attached from Load until it is destroyed. */
 #pragma once
 
 #include "Platform.h"
@@ -10,9 +10,9 @@
 
 class LoadedImage {
 public:
-    /* Maps the image in a file of this computer where there is room, another place each time, and attaches it
-     * as the device's library. Null when it refuses, after it has been detached, and when it cannot be mapped,
-     * which is a violation. */
+    /* Maps the image in a file of this computer, each time to another place, and attaches it as the device's
+     * library. Null when the image refuses to be attached, after it has been detached again; or when it
+     * cannot be mapped, which is a violation. */
     static std::unique_ptr<LoadedImage> Load(const std::string& file);
 
     LoadedImage(const LoadedImage&) = delete;

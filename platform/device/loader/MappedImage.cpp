@@ -9,7 +9,7 @@
 
 namespace {
 
-// Places in the headers, from "PE" on.
+// Positions of fields in the headers, counted from "PE".
 constexpr uint32_t machineField = 4;
 constexpr uint32_t sectionCountField = 6;
 constexpr uint32_t entryField = 24 + 16;
@@ -105,7 +105,7 @@ MappedImage::Mapping::Mapping(uintptr_t base, size_t size)
                    MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0)),
       size_(size) {
     if (memory_ == reinterpret_cast<void*>(base)) return;
-    // An emulator may take any other place for it.
+    // An emulator may map it elsewhere in place of failing.
     if (memory_ != MAP_FAILED) munmap(memory_, size_);
     throw ImageError("there is no room for the image at its base");
 }

@@ -16,13 +16,13 @@ struct ImageError : std::runtime_error {
 
 class MappedImage {
 public:
-    /* The address of what an image imports from `library` (upper case, without ".DLL") as `function`, a name or
-     * "#ordinal"; null when there is no such thing. */
+    /* The address of what an image imports from `library` (upper case, without ".DLL") as `function`, a name
+     * or "#ordinal"; null when there is no such thing. */
     using Resolver = std::function<void*(std::string_view library, std::string_view function)>;
 
-    /* Maps the image in `file` at `base`, a multiple of 64 KB where nothing else lies, moves its addresses and
-     * binds its imports. Code is not writable afterwards, nor are constants; data cannot be executed. Throws
-     * ImageError, also for an import that `resolve` does not have. */
+    /* Maps the image in `file` at `base`, a multiple of 64 KB where nothing else lies, moves its addresses
+     * and binds its imports. Code is not writable afterwards, nor are constants; data cannot be executed.
+     * Throws ImageError, also for an import that `resolve` does not have. */
     MappedImage(const std::string& file, uintptr_t base, const Resolver& resolve);
     MappedImage(const MappedImage&) = delete;
     MappedImage& operator=(const MappedImage&) = delete;
@@ -45,7 +45,7 @@ public:
 
     uintptr_t Base() const { return base_; }
 
-    /* Where its maker would have it. */
+    /* The base that the file asks for. */
     uintptr_t PreferredBase() const { return preferredBase_; }
 
 private:

@@ -3,7 +3,8 @@
 
 #include "Platform.h"
 
-/* As LoadLibraryW and so on, also for the library's image where it lies on the device. */
+/* These act as LoadLibraryW, FreeLibrary and GetProcAddressA do, also for an image that lies at a path of the
+ * device. */
 HMODULE WINAPI LoadImageAtPath(LPCWSTR path);
 BOOL WINAPI FreeImage(HMODULE module);
 void* WINAPI FindExport(HMODULE module, const char* name);

@@ -3,7 +3,8 @@
 
     make_package.py NAME PROGRAM... -- DOCUMENT...
 
-Writes NAME.cab with the programs, and NAME.zip with programs and documents. The same files give the same packages.
+Writes NAME.cab with the programs, and NAME.zip with programs and documents. The same files give the same
+packages.
 """
 import os
 import pathlib
@@ -16,7 +17,7 @@ import zipfile
 
 APPLICATION = "Orvande Online"
 FOLDER = f"%CE1%\\{APPLICATION}"  # below \Program Files
-# What archives say of every file in them: the time of the build would make each package another one.
+# The time of every file in an archive: with the time of the build, no two packages would be the same.
 MOMENT = 1577836800  # 2020-01-01, 0:00
 
 
@@ -64,7 +65,7 @@ def make_cabinet(path, programs):
         (folder / "_setup.xml").write_text(instructions(programs), encoding="ascii", newline="\r\n")
         for number, program in enumerate(programs, 1):
             shutil.copyfile(program, folder / stored_name(program, number))
-        # The instructions come first, as an installer that reads on looks for them.
+        # The instructions come first, so that an installer finds them without reading all of the cabinet.
         names = ["_setup.xml", *(stored_name(program, number) for number, program in enumerate(programs, 1))]
         for file in names:
             os.chmod(folder / file, 0o644)
