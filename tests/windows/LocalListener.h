@@ -1,10 +1,6 @@
 /* TCP on this machine, for the servers of tests. */
 #pragma once
 
-#include "Platform.h"
-// Builds on windows.h.
-#include <winsock2.h>
-
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -12,14 +8,7 @@
 #include <string_view>
 #include <thread>
 
-#include "base/Owned.h"
-
-struct SocketKind {
-    using Handle = SOCKET;
-    static constexpr SOCKET none = INVALID_SOCKET;
-    static void Close(SOCKET handle) { closesocket(handle); }
-};
-using Socket = Owned<SocketKind>;
+#include "helpers/Socket.h"
 
 /* Loads Windows' sockets for as long as it lives; every class below has one. */
 class SocketLibrary {
