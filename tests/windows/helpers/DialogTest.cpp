@@ -1,0 +1,44 @@
+#include "helpers/DialogTest.h"
+
+#include "frame/LibraryEntry.h"
+#include "frame/ResourceModule.h"
+#include "helpers/ShippedLibrary.h"
+#include "ui/TranslationCatalogue.h"
+
+void DialogTest::SetUp() {
+    DeviceTest::SetUp();
+    ownModule = nullptr;
+    resourceModule = nullptr;
+    StandInMenuBars(TRUE);
+}
+
+void DialogTest::TearDown() {
+    translationCatalogue.SetLanguage(L"English", {});
+    translationCatalogue.WriteUntranslatedFile({}, {});
+    if (!languageFile.empty()) DeleteFileW(languageFile.c_str());
+    StandInMenuBars(TRUE);
+    DeviceTest::TearDown();
+}
+
+void DialogTest::UseFrench(std::string_view records) {
+    WCHAR program[MAX_PATH]{};
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    const std::wstring path = program;
+    languageFile = path.substr(0, path.rfind(L'.')) + L".French.txt";
+    PutFile(languageFile, records);
+    SetRegistryValue(HKEY_CURRENT_USER, L"Software\\Orvande", L"Language", REG_SZ,
+                     BytesOf(std::wstring(L"French\0", 7)));
+    ASSERT_TRUE(AttachLibrary(GetModuleHandleW(nullptr), DLL_PROCESS_ATTACH, nullptr));
+    ASSERT_EQ(L"French", translationCatalogue.CurrentLanguage());
+}
+
+int DialogTest::Show(Dialog& dialog, ScreenUser::Script script, HWND parent) {
+    const ScreenUser user(std::move(script));
+    return dialog.DoModal(parent);
+}
+
+StandInShellRecord DialogTest::ShellCalls() {
+    StandInShellRecord record;
+    StandInShellCalls(&record);
+    return record;
+}

@@ -1,0 +1,58 @@
+/* The DLL's file. */
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "helpers/PeImage.h"
+#include "helpers/ShippedLibrary.h"
+
+namespace {
+
+using testing::AnyOf;
+using testing::ElementsAre;
+using testing::StartsWith;
+
+class Image : public testing::Test {
+protected:
+    PeImage image{ProgramFolder() + L"\\OrvandeOnline.dll"};
+};
+
+}  // namespace
+
+TEST_F(Image, IsADllFor32BitWindows) {
+    EXPECT_EQ(IMAGE_FILE_MACHINE_I386, image.Machine());
+    EXPECT_TRUE(image.IsDll());
+}
+
+TEST_F(Image, ExportsExactlyTheFunctionsOfTheHeaderUndecorated) {
+    EXPECT_THAT(image.ExportedNames(),
+                ElementsAre("LMDownloadWebFileProgress", "LMMapShopClose", "LMMapShopGetNext",
+                            "LMMapShopSearch", "x77fc64c7", "xfa704a3f"));
+    EXPECT_EQ(6U, image.ExportedFunctionCount());
+}
+
+TEST_F(Image, ImportsOnlyModulesOfTheSystem) {
+    for (const auto& [module, names] : image.Imports()) {
+        EXPECT_THAT(module, AnyOf("advapi32.dll", "kernel32.dll", "msvcrt.dll", "shell32.dll", "user32.dll",
+                                  "wininet.dll", "aygshell.dll", "cellcore.dll"));
+    }
+}
+
+TEST_F(Image, ImportsTheShellLibraryByOrdinal) {
+    EXPECT_THAT(image.Imports()["aygshell.dll"], ElementsAre("#9"));
+}
+
+TEST_F(Image, ImportsTheConnectionManagerByName) {
+    EXPECT_THAT(image.Imports()["cellcore.dll"],
+                ElementsAre("ConnMgrEstablishConnectionSync", "ConnMgrMapURL", "ConnMgrReleaseConnection"));
+}
+
+TEST_F(Image, HasNoDebugInformationButAReferenceToIt) {
+    EXPECT_EQ(0U, image.SymbolCount());
+    bool refers = false;
+    for (const std::string& name : image.SectionNames()) {
+        // Names that are longer than eight characters are kept as "/" and a number.
+        EXPECT_THAT(name, testing::Not(StartsWith(".debug")));
+        refers = refers || name.starts_with("/") || name.starts_with(".gnu_de");
+    }
+    EXPECT_TRUE(refers);
+}

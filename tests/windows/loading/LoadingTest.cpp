@@ -1,0 +1,164 @@
+/* Loading and unloading the DLL. */
+#include <gtest/gtest.h>
+#include <winternl.h>
+
+#include "helpers/ScriptedServer.h"
+#include "helpers/ShippedLibrary.h"
+#include "helpers/WebProxy.h"
+#include "support/DeviceTest.h"
+#include "support/MapShopReply.h"
+
+namespace {
+
+/* A handle as the system lists it. */
+struct ListedHandle {
+    ULONG process;
+    BYTE type;
+    BYTE flags;
+    USHORT handle;
+    void* object;
+    ULONG access;
+};
+
+struct HandleList {
+    ULONG count;
+    ListedHandle handles[1];
+};
+
+constexpr auto systemHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+
+/* How many handles of the system this process holds. */
+size_t OpenHandles() {
+    std::vector<char> buffer(1 << 16);
+    ULONG needed = 0;
+    while (NtQuerySystemInformation(systemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()),
+                                    &needed) != 0) {
+        if (buffer.size() > 1U << 28) ADD_FAILURE() << "the handles cannot be listed";
+        if (buffer.size() > 1U << 28) return 0;
+        buffer.resize(buffer.size() * 2);
+    }
+    ULONG count = 0;
+    memcpy(&count, buffer.data(), sizeof count);
+    size_t own = 0;
+    for (ULONG i = 0; i < count; ++i) {
+        ListedHandle handle;
+        memcpy(&handle, buffer.data() + offsetof(HandleList, handles) + i * sizeof handle, sizeof handle);
+        if (handle.process == GetCurrentProcessId()) ++own;
+    }
+    return own;
+}
+
+/* A number that grows when sessions of WinINet have been left open: it gives out the least free handle. */
+uintptr_t NextInternetHandle() {
+    const HINTERNET session = InternetOpenW(L"test", INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);
+    EXPECT_NE(nullptr, session);
+    InternetCloseHandle(session);
+    return reinterpret_cast<uintptr_t>(session);
+}
+
+bool IsLoaded() {
+    return GetModuleHandleW(L"OrvandeOnline.dll") != nullptr;
+}
+
+class Loading : public DeviceTest {
+protected:
+    void SetUp() override {
+        DeviceTest::SetUp();
+        WCHAR path[MAX_PATH];
+        ASSERT_TRUE(SHGetSpecialFolderPathW(nullptr, path, CSIDL_PERSONAL, TRUE));
+        harvestFolder = path + std::wstring(L"\\ZRTranslation");
+        harvest = harvestFolder + L"\\OrvandeOnline.txt";
+    }
+
+    void TearDown() override {
+        DeleteFileW(harvest.c_str());
+        RemoveDirectoryW(harvestFolder.c_str());
+        DeviceTest::TearDown();
+    }
+
+    std::wstring harvestFolder;
+    std::wstring harvest;
+};
+
+}  // namespace
+
+TEST_F(Loading, IsUnloadedByItsLastUser) {
+    {
+        const ShippedLibrary library;
+        EXPECT_TRUE(IsLoaded());
+    }
+    EXPECT_FALSE(IsLoaded());
+}
+
+TEST_F(Loading, HasExactlyOneInternetSessionOpenEachTime) {
+    { const ShippedLibrary warm; }
+    const uintptr_t before = NextInternetHandle();
+    const HINTERNET one = InternetOpenW(L"test", INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);
+    const uintptr_t afterOne = NextInternetHandle();
+    InternetCloseHandle(one);
+    ASSERT_LT(before, afterOne);
+    for (int i = 0; i < 300; ++i) {
+        const ShippedLibrary library;
+        ASSERT_EQ(afterOne, NextInternetHandle());
+    }
+    EXPECT_EQ(before, NextInternetHandle());
+}
+
+TEST_F(Loading, NothingIsLeftAfter300TimesLoadingAndUnloading) {
+    { const ShippedLibrary warm; }
+    const size_t before = OpenHandles();
+    const uintptr_t nextBefore = NextInternetHandle();
+    ASSERT_LT(0U, before);
+    for (int i = 0; i < 300; ++i) {
+        const ShippedLibrary library;
+    }
+    EXPECT_FALSE(IsLoaded());
+    EXPECT_EQ(before, OpenHandles());
+    EXPECT_EQ(nextBefore, NextInternetHandle());
+}
+
+TEST_F(Loading, NothingIsLeftAfter300SearchesGoodAndBad) {
+    ScriptedServer server;
+    const WebProxy proxy(server.Port());
+    const ShippedLibrary library;
+    const auto searchBoth = [&] {
+        server.Answer(MapShopReply().Int32(0).Int32(1).Map(L"a", 1, L"b", L"c").Int32(7).bytes);
+        EXPECT_EQ(1U, library.Search().results.size());
+        server.Answer(ConnectionScript{"", ConnectionScript::Ending::Reset, false});
+        EXPECT_EQ(0U, library.Search().results.size());
+    };
+    searchBoth();
+    const uintptr_t nextBefore = NextInternetHandle();
+    const size_t before = OpenHandles();
+    for (int i = 0; i < 150; ++i)
+        searchBoth();
+    // Sockets are closed a little later on either side; one handle left by each search would be 150 at least.
+    EXPECT_LT(OpenHandles(), before + 50);
+    EXPECT_EQ(nextBefore, NextInternetHandle());
+}
+
+TEST_F(Loading, TitleIsHarvestedAtUnloadWhenThereIsAFolderForIt) {
+    MakeFolder(harvestFolder);
+    {
+        const ShippedLibrary library;
+        EXPECT_EQ(std::nullopt, TakeFile(harvest));
+    }
+    EXPECT_EQ("\xFF\xFE" + BytesOf(L"Orvande Online\tXXXX\r\n"), TakeFile(harvest).value_or("no file"));
+}
+
+TEST_F(Loading, FolderOfTheHarvestIsNotMade) {
+    { const ShippedLibrary library; }
+    EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(harvestFolder.c_str()));
+}
+
+TEST_F(Loading, LanguageFileBesideTheDllIsLoaded) {
+    SetRegistryValue(HKEY_CURRENT_USER, L"Software\\Orvande", L"Language", REG_SZ,
+                     BytesOf(std::wstring(L"Tests\0", 6)));
+    const std::wstring language = ProgramFolder() + L"\\OrvandeOnline.Tests.txt";
+    PutFile(language, "one\teins\n");
+    MakeFolder(harvestFolder);
+    { const ShippedLibrary library; }
+    DeleteFileW(language.c_str());
+    // A language that has a file ends the harvest of what was looked up before it.
+    EXPECT_EQ(std::nullopt, TakeFile(harvest));
+}

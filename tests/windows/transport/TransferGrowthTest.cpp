@@ -1,0 +1,93 @@
+/* Many transfers in one process. */
+#include "transport/TransferTest.h"
+
+#include <psapi.h>
+#include <winternl.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+class TransferGrowth : public TransferTest {
+protected:
+    /* How many handles this process has. GetProcessHandleCount is no help: under Wine it says 0. */
+    static size_t Handles() {
+        std::vector<BYTE> bytes(1U << 20);
+        while (NtQuerySystemInformation(SystemHandleInformation, bytes.data(),
+                                        static_cast<ULONG>(bytes.size()), nullptr) < 0) {
+            if (bytes.size() > (64U << 20)) throw std::runtime_error("the system's handles cannot be listed");
+            bytes.resize(bytes.size() * 2);
+        }
+        const auto* const table = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(bytes.data());
+        return static_cast<size_t>(std::count_if(
+            table->Handle, table->Handle + table->Count,
+            [](const SYSTEM_HANDLE_ENTRY& entry) { return entry.OwnerPid == GetCurrentProcessId(); }));
+    }
+
+    /* The bytes of memory that belong to this process alone. */
+    static size_t PrivateBytes() {
+        PROCESS_MEMORY_COUNTERS counters{};
+        counters.cb = sizeof counters;
+        if (!GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters))
+            throw std::runtime_error("memory");
+        return counters.PagefileUsage;
+    }
+
+    /* Does `transfer` 200 times and expects as many handles and bytes as before. What is allowed to come up is far less
+     * than one handle or one buffer for each: a socket of the server that is about to close, and what the heap takes. */
+    void ExpectNoGrowth(const std::function<void()>& transfer) {
+        for (int i = 0; i < 50; ++i)
+            transfer();
+        server.TakeRequests();
+        const size_t handles = Handles();
+        const size_t bytes = PrivateBytes();
+        for (int i = 0; i < 200; ++i)
+            transfer();
+        EXPECT_EQ(200U, server.TakeRequests().size());
+        EXPECT_GT(handles + 50, Handles());
+        EXPECT_GE(bytes + (512U << 10), PrivateBytes());
+    }
+};
+
+}  // namespace
+
+TEST_F(TransferGrowth, IsMeasuredByWhatSeesHandlesAndAMegabyte) {
+    // More than the server's own sockets come and go by.
+    constexpr size_t count = 100;
+    const size_t handles = Handles();
+    std::vector<HANDLE> events(count);
+    for (HANDLE& event : events)
+        event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    EXPECT_LE(handles + count / 2, Handles());
+    for (const HANDLE event : events)
+        CloseHandle(event);
+    const size_t bytes = PrivateBytes();
+    const std::vector<char> megabyte(1U << 20, 'x');
+    EXPECT_LE(bytes + (1U << 20), PrivateBytes());
+}
+
+TEST_F(TransferGrowth, Of200DownloadsIsNone) {
+    server.Answer(Content(20000));
+    ExpectNoGrowth([this] { EXPECT_EQ(1, DownloadOverOldFile()); });
+}
+
+TEST_F(TransferGrowth, Of200CancelledDownloadsIsNone) {
+    server.Answer(Content(20000));
+    atCallback = [this] { return callbacks == 3 ? 0 : 1; };
+    ExpectNoGrowth([this] { EXPECT_EQ(0, DownloadOverOldFile()); });
+}
+
+TEST_F(TransferGrowth, Of200RefusedDownloadsIsNone) {
+    AnswerRaw(Head("404 Not Found", LengthField(3)) + "abc");
+    ExpectNoGrowth([this] { EXPECT_EQ(0, DownloadOverOldFile()); });
+}
+
+TEST_F(TransferGrowth, Of200RangedReadsIsNone) {
+    server.Answer(Content(20000));
+    ExpectNoGrowth([this] {
+        char buffer[10000];
+        EXPECT_EQ(10000, library.readRange(host, urlPath, 0, 10000, buffer, Callback, this));
+        EXPECT_EQ(-1, library.readRange(host, nullptr, 0, 10000, buffer, Callback, this));
+    });
+}
