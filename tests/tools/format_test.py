@@ -11,8 +11,10 @@ import tempfile
 import unittest
 from unittest import mock
 
-TOOLS = pathlib.Path(__file__).resolve().parents[2] / "tools"
-sys.path.insert(0, str(TOOLS))
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+TOOLS = ROOT / "tools"
+sys.path += [str(TOOLS), str(ROOT / "tests/support")]
+import named_cases  # noqa: E402
 import paragraphs  # noqa: E402
 
 
@@ -284,4 +286,4 @@ class Program(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    named_cases.main()

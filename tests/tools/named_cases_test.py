@@ -1,12 +1,16 @@
 #!/usr/bin/env python3
 """How cases of Python are reported."""
+import os
 import pathlib
 import subprocess
 import sys
 import tempfile
 import unittest
+from unittest import mock
 
-import named_cases
+SUPPORT = pathlib.Path(__file__).resolve().parents[1] / "support"
+sys.path.insert(0, str(SUPPORT))
+import named_cases  # noqa: E402
 
 CASES = """
 import sys
@@ -22,11 +26,11 @@ named_cases.main()
 
 
 class NamedCases(unittest.TestCase):
-    def run_case(self, case):
+    def run_case(self, case, *arguments):
         with tempfile.TemporaryDirectory() as folder:
             script = pathlib.Path(folder) / "sample.py"
-            script.write_text(CASES.format(folder=str(pathlib.Path(__file__).parent), case=case), encoding="ascii")
-            return subprocess.run([sys.executable, "-B", script], capture_output=True, text=True, check=False)
+            script.write_text(CASES.format(folder=str(SUPPORT), case=case), encoding="ascii")
+            return subprocess.run([sys.executable, "-B", script, *arguments], capture_output=True, text=True, check=False)
 
     def assert_reported(self, case, line, code):
         result = self.run_case(case)
@@ -49,6 +53,19 @@ class NamedCases(unittest.TestCase):
 
     def test_a_class_without_cases_has_failed(self):
         self.assert_reported("pass", r"Running 0 tests", 1)
+
+    def test_only_what_the_filter_matches_is_run(self):
+        two = "def test_one(self): pass\n    def test_two(self): self.fail('why')"
+        with mock.patch.dict(os.environ, GTEST_FILTER="*.o?e:None*"):
+            self.assert_reported(two, r"Running 1 tests[^\n]+\n[^\n]+\n\[       OK \] Sample\.one", 0)
+        with mock.patch.dict(os.environ, GTEST_FILTER="-*.two"):
+            self.assert_reported(two, r"Running 1 tests[^\n]+\n[^\n]+\n\[       OK \] Sample\.one", 0)
+        with mock.patch.dict(os.environ, GTEST_FILTER="None*"):
+            self.assert_reported(two, r"Running 0 tests", 0)
+
+    def test_cases_are_listed_and_not_run(self):
+        result = self.run_case("def test_it(self): self.fail('why')", "--gtest_list_tests")
+        self.assertEqual("  Sample.it\n", result.stdout)
 
 
 if __name__ == "__main__":

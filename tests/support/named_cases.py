@@ -1,5 +1,8 @@
-"""Runs unittest cases and reports them in GoogleTest's form, so that each of them is counted. A skipped one
-has failed: nothing is known of what it is about."""
+"""Runs unittest cases as a program of GoogleTest would, so that each of them is counted: it reports them in the same
+form, takes --gtest_list_tests and the environment's GTEST_FILTER. A skipped case has failed: nothing is known of what
+it is about."""
+import fnmatch
+import os
 import sys
 import time
 import unittest
@@ -42,12 +45,32 @@ def name_of(test):
     return test.id().replace("__main__.", "").replace(".test_", ".")
 
 
+def matches(name, patterns):
+    """`patterns`: GoogleTest's filter, with what is wanted before a minus and what is not behind it."""
+    wanted, _, unwanted = patterns.partition("-")
+    return (any(fnmatch.fnmatchcase(name, pattern) for pattern in (wanted or "*").split(":"))
+            and not any(fnmatch.fnmatchcase(name, pattern) for pattern in unwanted.split(":")))
+
+
+def chosen(suite):
+    """The cases of a suite, however deep they lie, that GTEST_FILTER matches."""
+    for test in suite:
+        if isinstance(test, unittest.TestSuite):
+            yield from chosen(test)
+        elif matches(name_of(test), os.environ.get("GTEST_FILTER", "*")):
+            yield test
+
+
 def succeeded(result):
-    return result.wasSuccessful() and result.testsRun > 0 and not result.skipped
+    some_ran = result.testsRun > 0 or "GTEST_FILTER" in os.environ
+    return result.wasSuccessful() and some_ran and not result.skipped
 
 
 def main():
-    suite = unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])
+    suite = unittest.TestSuite(chosen(unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])))
+    if "--gtest_list_tests" in sys.argv:
+        print(*(f"  {name_of(test)}" for test in suite), sep="\n")
+        return
     print(f"[==========] Running {suite.countTestCases()} tests from {sys.argv[0]}", flush=True)
     result = Result()
     suite.run(result)
