@@ -279,6 +279,21 @@ class Program(unittest.TestCase):
         self.write("a.py", "x = (\n")
         self.assertEqual((2, "", "format: 'a.py' is not Python\n"), self.run_format("--check", "a.py"))
 
+    def test_without_a_file_all_that_git_lists_are_meant(self):
+        shutil.copytree(TOOLS, self.folder / "tools")
+        command = [self.folder / "tools" / "format", "--check"]
+        run = subprocess.run(command, cwd="/", capture_output=True, text=True)
+        self.assertEqual((2, "", "format: git cannot list the files\n"),
+                         (run.returncode, run.stdout, run.stderr))
+        for name in ("listed.md", "deleted.md", "other.md"):
+            self.write(name, "One\ntwo\n")
+        subprocess.run(["git", "init", "-q"], cwd=self.folder, check=True)
+        subprocess.run(["git", "add", "listed.md", "deleted.md"], cwd=self.folder, check=True)
+        (self.folder / "deleted.md").unlink()
+        run = subprocess.run(command, cwd="/", capture_output=True, text=True)
+        self.assertEqual((1, "listed.md:1: not filled to 110 columns\n", ""),
+                         (run.returncode, run.stdout, run.stderr))
+
     def test_help(self):
         self.assertIn("tools/format [--check] [FILE ...]", self.run_format("--help")[1])
 
