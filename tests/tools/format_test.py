@@ -197,8 +197,8 @@ class Program(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
         shutil.copy(TOOLS.parent / ".clang-format", self.folder)
 
-    def run_format(self, *arguments):
-        command = [TOOLS / "format", *arguments]
+    def run_format(self, *arguments, tools=TOOLS):
+        command = [tools / "format", *arguments]
         run = subprocess.run(command, cwd=self.folder, capture_output=True, text=True)
         return run.returncode, run.stdout, run.stderr
 
@@ -280,19 +280,16 @@ class Program(unittest.TestCase):
         self.assertEqual((2, "", "format: 'a.py' is not Python\n"), self.run_format("--check", "a.py"))
 
     def test_without_a_file_all_that_git_lists_are_meant(self):
-        shutil.copytree(TOOLS, self.folder / "tools")
-        command = [self.folder / "tools" / "format", "--check"]
-        run = subprocess.run(command, cwd="/", capture_output=True, text=True)
-        self.assertEqual((2, "", "format: git cannot list the files\n"),
-                         (run.returncode, run.stdout, run.stderr))
+        project = self.folder / "project"
+        tools = shutil.copytree(TOOLS, project / "tools")
+        self.assertEqual((2, "", "format: git cannot list the files\n"), self.run_format(tools=tools))
         for name in ("listed.md", "deleted.md", "other.md"):
-            self.write(name, "One\ntwo\n")
-        subprocess.run(["git", "init", "-q"], cwd=self.folder, check=True)
-        subprocess.run(["git", "add", "listed.md", "deleted.md"], cwd=self.folder, check=True)
-        (self.folder / "deleted.md").unlink()
-        run = subprocess.run(command, cwd="/", capture_output=True, text=True)
+            self.write(f"project/{name}", "One\ntwo\n")
+        subprocess.run(["git", "init", "-q"], cwd=project, check=True)
+        subprocess.run(["git", "add", "listed.md", "deleted.md"], cwd=project, check=True)
+        (project / "deleted.md").unlink()
         self.assertEqual((1, "listed.md:1: not filled to 110 columns\n", ""),
-                         (run.returncode, run.stdout, run.stderr))
+                         self.run_format("--check", tools=tools))
 
     def test_help(self):
         self.assertIn("tools/format [--check] [FILE ...]", self.run_format("--help")[1])
