@@ -11,8 +11,8 @@ if(ORVANDE_RING STREQUAL "windows")
     ${PROJECT_SOURCE_DIR}/platform/windows/RuntimeSemaphores.c
     ${PROJECT_SOURCE_DIR}/platform/windows/TerminateHandler.cpp)
   target_resources(orvande_online ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
-  # From the archive the linker takes only what the DLL needs: the dialogs, which the DLL does not export,
-  # stay out.
+  # From the archive the linker takes only what the DLL needs: the dialogs, which it does not export, stay
+  # out.
   target_link_libraries(orvande_online PRIVATE orvande_static)
   target_link_options(orvande_online PRIVATE -Wl,--gc-sections)
   set_target_properties(orvande_online PROPERTIES

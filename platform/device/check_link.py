@@ -14,8 +14,8 @@ import sys
 def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         linked = file.read().split("Linker script and memory map", 1)[1]
-    # The lines of linked sections: name, address, size, file. A long name has a line of its own; a path may
-    # have blanks.
+    # The lines of linked sections: name, address, size, file. A long name has its own line; a path may have
+    # blanks.
     sections = re.findall(r"^ (\.\S+)\s+0x[0-9a-f]+ +(0x[0-9a-f]+) (.+)$", linked, re.MULTILINE)
     archived = {(name, file) for name, size, file in sections if file.endswith(")") and int(size, 16) > 0}
     wrong = {file for _, file in archived if re.search(r"/lib(c|g|m|nosys|rdimon)(_nano)?\.a\(", file)}
