@@ -11,7 +11,8 @@ if(ORVANDE_RING STREQUAL "windows")
     ${PROJECT_SOURCE_DIR}/platform/windows/RuntimeSemaphores.c
     ${PROJECT_SOURCE_DIR}/platform/windows/TerminateHandler.cpp)
   target_resources(orvande_online ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
-  # From the archive, so that what only programs use that link it, the dialogs, stays out.
+  # From the archive the linker takes only what the DLL needs: the dialogs, which it does not export, stay
+  # out.
   target_link_libraries(orvande_online PRIVATE orvande_static)
   target_link_options(orvande_online PRIVATE -Wl,--gc-sections)
   set_target_properties(orvande_online PROPERTIES
@@ -22,15 +23,15 @@ if(ORVANDE_RING STREQUAL "windows")
     COMMAND ${CMAKE_OBJCOPY} --strip-all --add-gnu-debuglink=${file}.debug ${file}
     BYPRODUCTS ${PROJECT_BINARY_DIR}/OrvandeOnline.dll.debug)
 elseif(ORVANDE_RING STREQUAL "device")
-  # Images are moved by relocations, not by position-independent code.
+  # The device's loader moves an image by its relocations, so its code need not be position-independent.
   set_target_properties(orvande_objects PROPERTIES POSITION_INDEPENDENT_CODE OFF)
   target_link_libraries(orvande_online PRIVATE orvande_objects device_library_start)
   add_device_image(orvande_online OrvandeOnline.dll LibraryStart
     EXPORTS ${definitions}
     RESOURCES ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
 else()
-  # A program on the simulated handheld loads the library and supplies the platform itself, so the library is
-  # linked without one. Without unique symbols, which pin it, it can be unloaded again.
+  # The program that loads the library on the simulated handheld supplies the platform, so the library is
+  # linked without one. Symbols of the GNU unique kind would keep the library from being unloaded.
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${definitions})
   file(STRINGS ${definitions} exports REGEX "^ +[A-Za-z0-9_]+")
   list(TRANSFORM exports STRIP)

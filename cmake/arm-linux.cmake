@@ -1,4 +1,4 @@
-# Linux on ARM: for what loads Windows CE images and tests them. Its calling convention is the device's.
+# Linux on ARM: for the programs that load and test Windows CE images. Its calling convention is the device's.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR arm)
 
@@ -10,7 +10,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 
-# Programs that need no libraries of their own run under the emulator as they are.
+# Linked statically, programs run under the emulator without a folder of ARM libraries.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 # The oldest processor that this compiler's libraries run on, and the one that the emulator is told to be.
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-arm;-cpu;arm926)

@@ -46,8 +46,7 @@ extern "C" {
 /* ---- The map shop ---- */
 
 /* One map of the shop: 2604 bytes, packed, little-endian. What the fields mean is the service's business; a
- * text that does not fit in its field has been cut. Each ends with a NUL; what follows that has no
- * meaning. */
+ * text that does not fit in its field has been cut. Each ends with a NUL; what follows has no meaning. */
 typedef struct MapShopResult {
     int32_t number;     /* offset 0 */
     LMChar text1[200];  /* offset 4: at most 199 code units */
@@ -75,8 +74,7 @@ MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count);
 /* Copies the next result into `record` (2604 bytes), in the order of the service's answer. Each is delivered
  * once. Returns
  *   1   copied.
- *   0   there are no more; `record` stays as it was. Also for a NULL search or record, which takes no
- *       result. */
+ *   0   there are no more; `record` stays as it was. Also for a NULL search or record; none is taken then. */
 int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record);
 
 /* Frees a search, whether or not all its results were read; it is invalid afterwards. Returns the number with

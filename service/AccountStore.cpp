@@ -43,8 +43,7 @@ Database OpenedDatabase(const std::filesystem::path& file) {
     }
 }
 
-/* The UTF-16 of the case-folded text, low bytes first: unlike UTF-8, it tells one half surrogate from
- * another. */
+/* The UTF-16 of the case-folded text, low bytes first: unlike UTF-8, it keeps half surrogates apart. */
 std::string KeyOf(std::u16string_view text) {
     std::string key;
     for (const char16_t unit : CaseFolded(text)) {

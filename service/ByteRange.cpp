@@ -9,7 +9,7 @@ namespace {
 constexpr ByteRange whole{};
 constexpr ByteRange unsatisfiable{RangeKind::unsatisfiable, 0, 0};
 
-/* None for anything but digits. A number beyond 64 bits becomes the largest of 64 bits: no file reaches that
+/* None for anything but digits. A number beyond 64 bits becomes their largest one: no file reaches that
  * far. */
 std::optional<uint64_t> NumberIn(std::string_view text) {
     if (text.empty() || text.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;

@@ -10,6 +10,5 @@
 /* How many maps the page shows at most: it is for reading, not for copying a catalogue of a million. */
 constexpr int32_t mostListedMaps = 1000;
 
-/* A whole HTML page in UTF-8 with a table of `maps`, the first of the `total` maps that there are. Texts are
- * escaped. */
+/* A whole HTML page in UTF-8 with a table of `maps`, the first of all `total` maps. Texts are escaped. */
 std::string CataloguePage(std::span<const MapRecord> maps, int32_t total);

@@ -11,8 +11,8 @@ body { font-family: sans-serif; margin: 2em; max-width: 40em; }
 </head>
 <body>
 <h1>Name or password forgotten?</h1>
-<p>This is Orvande’s reference service, for developing and trying applications. It sends no e-mail, and it cannot
-tell you a name, or tell or reset a password.</p>
+<p>This is Orvande’s reference service, for developing and trying applications. It sends no e-mail, and it
+cannot tell you a name, or tell or reset a password.</p>
 <p>To go on, create a new account with another name and another e-mail address, or ask whoever runs this
 service.</p>
 <p><a href="/">To the map shop</a></p>

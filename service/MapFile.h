@@ -1,5 +1,4 @@
-/* What is in the files of the maps: contents that anyone can compute again, to check a download of any
- * part. */
+/* What is in the files of the maps: contents that anyone can compute, to check a download of any part. */
 #pragma once
 
 #include <cstdint>

@@ -18,9 +18,11 @@ struct Region {
 constexpr Region regions[] = {
     // Europe
     {"Azores (Açores)", 36.934, -31.287, 39.728, -25.011, 1240, "/maps/azores.map",
-     "Nine volcanic islands in the middle of the Atlantic, from Flores in the west to Santa Maria in the east."},
+     "Nine volcanic islands in the middle of the Atlantic, from Flores in the west to Santa Maria in the "
+     "east."},
     {"Bavaria (Bayern)", 47.270, 8.976, 50.565, 13.840, 21870, "/maps/bavaria.map",
-     "From the Franconian vineyards to the Alps, with Munich, Nürnberg and Würzburg down to the last farm track."},
+     "From the Franconian vineyards to the Alps, with Munich, Nürnberg and Würzburg down to the last farm "
+     "track."},
     {"Catalonia (Catalunya)", 40.522, 0.159, 42.862, 3.333, 11360, "/maps/catalonia.map",
      "The north-east of Spain: Barcelona, the Costa Brava and the valleys of the eastern Pyrenees."},
     {"Corsica (Corse)", 41.365, 8.544, 43.018, 9.560, 2310, "/maps/corsica.map",
@@ -28,7 +30,8 @@ constexpr Region regions[] = {
     {"Crete (Κρήτη)", 34.932, 23.517, 35.687, 26.322, 2980, "/maps/crete.map",
      "Greece's largest island, from Χανιά to Σητεία: towns, gorges and mountain villages."},
     {"Croatia (Hrvatska)", 42.415, 13.501, 46.547, 19.410, 10420, "/maps/croatia.map",
-     "The Dalmatian coast with more than a thousand islands, Istria, and the plains around Zagreb and Slavonski Brod."},
+     "The Dalmatian coast with more than a thousand islands, Istria, and the plains around Zagreb and "
+     "Slavonski Brod."},
     {"Denmark (Danmark)", 54.568, 8.094, 57.752, 15.151, 15730, "/maps/denmark.map",
      "Jylland, Fyn, Sjælland and the smaller islands, Bornholm included, with bridges and ferry lines."},
     {"Estonia (Eesti)", 57.515, 21.832, 59.672, 28.187, 6850, "/maps/estonia.map",
@@ -72,7 +75,8 @@ constexpr Region regions[] = {
     {"Georgia (საქართველო)", 41.044, 39.987, 43.576, 46.695, 4030, "/maps/georgia.map",
      "From Batumi on the Black Sea to the vineyards of Kakheti, with the passes of the Greater Caucasus."},
     {"Hokkaidō (北海道)", 41.401, 139.765, 45.522, 145.825, 10110, "/maps/hokkaido.map",
-     "Japan's northern island: Sapporo, Hakodate and Asahikawa, the national parks and the Shiretoko peninsula."},
+     "Japan's northern island: Sapporo, Hakodate and Asahikawa, the national parks and the Shiretoko "
+     "peninsula."},
     {"Java (Jawa)", -8.779, 105.216, -5.880, 114.627, 18450, "/maps/java.map",
      "The most populous island of the world, from Merak to Banyuwangi, with Jakarta, Bandung and Surabaya."},
     {"Jordan", 29.189, 34.950, 33.372, 39.293, 2760, "/maps/jordan.map",
@@ -84,9 +88,11 @@ constexpr Region regions[] = {
 
     // North and Central America, the Caribbean
     {"Alaska", 51.229, 172.459, 71.353, -129.981, 7890, "/maps/alaska.map",
-     "The largest of the United States; its Aleutian chain reaches across the 180th meridian, and so does this map."},
+     "The largest of the United States; its Aleutian chain reaches across the 180th meridian, and so does "
+     "this map."},
     {"California", 32.534, -124.411, 42.010, -114.134, 65536, "/maps/california.map",
-     "From the redwoods to the Mexican border, with every street of Los Angeles, San Francisco and San José."},
+     "From the redwoods to the Mexican border, with every street of Los Angeles, San Francisco and San "
+     "José."},
     {"Costa Rica", 8.034, -85.946, 11.210, -82.561, 3160, "/maps/costa-rica.map",
      "San José and the central valley, both coasts, and the ways into the national parks."},
     {"Cuba", 19.827, -84.949, 23.266, -74.133, 5870, "/maps/cuba.map",
@@ -104,9 +110,11 @@ constexpr Region regions[] = {
 
     // Oceania
     {"Fiji (Viti)", -20.672, 176.850, -16.121, -178.214, 1330, "/maps/fiji.map",
-     "Viti Levu, Vanua Levu, Taveuni, the Yasawa and the Lau islands; the map runs across the 180th meridian."},
+     "Viti Levu, Vanua Levu, Taveuni, the Yasawa and the Lau islands; the map runs across the 180th "
+     "meridian."},
     {"South Island (Te Waipounamu)", -46.682, 166.467, -40.501, 174.327, 7240, "/maps/south-island.map",
-     "New Zealand's larger island: Christchurch and Dunedin, the Southern Alps, Fiordland and the Marlborough Sounds."},
+     "New Zealand's larger island: Christchurch and Dunedin, the Southern Alps, Fiordland and the "
+     "Marlborough Sounds."},
     {"Tasmania (lutruwita)", -43.641, 144.604, -40.640, 148.363, 3050, "/maps/tasmania.map",
      "Hobart, Launceston and Devonport, the Overland Track, and the wild south-west."},
 };

@@ -7,8 +7,8 @@
 
 #include "LMOnline.h"
 
-/* OrvandeOnline.dll from the program's own folder, and its functions; unloaded at the end of this object's
- * life. */
+/* OrvandeOnline.dll from the program's own folder, and its functions; unloaded when the object is
+ * destroyed. */
 class OnlineLibrary {
 public:
     OnlineLibrary();

@@ -24,8 +24,8 @@ class ProgressDisplay {
 public:
     explicit ProgressDisplay(ProgressStyle wanted) : style(wanted) {}
 
-    /* Shows a state of the transfer, unless it is too soon after the one shown before. The first call starts
-     * the clock. */
+    /* Shows a state of the transfer, unless it is too soon after the one before. The first call starts the
+     * clock. */
     void Show(const DownloadProgress& progress);
 
     /* Shows the last state and ends the line. Does nothing if Show has not been called. */

@@ -15,18 +15,18 @@ constexpr wchar_t usageBegin[] =
        mapshop download PATH FILE
        mapshop range PATH OFFSET LENGTH [FILE]
 
-search lists the maps of the map shop that meet any of the boxes, or all maps when no box is given. The edges of
-a box are decimal numbers in degrees: south and north from -90 to 90, west and east from -180 to 180. A box
+search lists the maps of the map shop that meet any of the boxes, or all maps when no box is given. The edges
+of a box are decimal numbers in degrees: south and north from -90 to 90, west and east from -180 to 180. A box
 whose west is greater than its east crosses the 180th meridian.
 
-download fetches PATH, as the search lists it, into FILE, and shows how far it is. It grows as FILE.TMP. An older
-FILE is deleted when the host begins to send the new one.)";
+download fetches PATH, as the search lists it, into FILE, and shows how far it is. It grows as FILE.TMP. An
+older FILE is deleted when the host begins to send the new one.)";
 
 constexpr wchar_t usageMiddle[] =
     LR"(
 
-range reads LENGTH bytes of PATH (1 to 2147483647) from byte OFFSET on and prints them in hexadecimal, or saves
-them as FILE. A host that does not know ranges sends the file's first bytes, which cannot be told apart.
+range reads LENGTH bytes of PATH (1 to 2147483647) from byte OFFSET on and prints them in hexadecimal, or
+saves them as FILE. A host that does not know ranges sends the file's first bytes, which cannot be told apart.
 
 Options of download and range:
   --host NAME           the web host ()" MAPSHOP_DEFAULT_HOST LR"( without it)
@@ -39,8 +39,8 @@ constexpr wchar_t usageEnd[] =
     LR"(
           mapshop range /maps/corsica.map 4096 64
 
-Exit code: 0 done, or the service answered a search; 1 no answer, a refusal, or a transfer that broke off; 2 wrong
-arguments; 3 the online library cannot be used; 4 FILE cannot be written; 5 cancelled.)";
+Exit code: 0 done, or the service answered a search; 1 no answer, a refusal, or a transfer that broke off;
+2 wrong arguments; 3 the online library cannot be used; 4 FILE cannot be written; 5 cancelled.)";
 
 std::wstring Usage() {
     std::wstring usage = usageBegin;

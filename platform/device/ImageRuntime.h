@@ -7,6 +7,5 @@
  * destroys what was made. */
 bool BeginImage() noexcept;
 
-/* Runs the destructors of everything that has been constructed, last ones first, and gives the reserve
- * back. */
+/* Runs the destructors of all that has been constructed, last ones first, and gives the reserve back. */
 void EndImage() noexcept;

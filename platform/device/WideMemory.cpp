@@ -1,5 +1,4 @@
-/* The C functions on arrays of wide characters, which coredll does not export and the C++ library's strings
- * use. */
+/* The C functions on arrays of wide characters, which coredll lacks and the C++ library's strings use. */
 #include <cstring>
 #include <cwchar>
 

@@ -52,7 +52,8 @@ class Image:
 
     def __init__(self, elf):
         self.elf = elf
-        self.symbols = {s.name: s["st_value"] for s in elf.get_section_by_name(".symtab").iter_symbols() if s.name}
+        symbols = elf.get_section_by_name(".symtab").iter_symbols()
+        self.symbols = {symbol.name: symbol["st_value"] for symbol in symbols if symbol.name}
         flags = {5: (".text", CODE), 6: (".data", WRITABLE), 4: (".rdata", CONSTANTS)}
         self.sections = []
         for segment in elf.iter_segments("PT_LOAD"):
@@ -70,8 +71,9 @@ class Image:
 
     def append_table(self, size):
         """Makes room for a table behind the constants and returns its address."""
-        self.constants.data.extend(bytes(aligned(len(self.constants.data), 4) - len(self.constants.data) + size))
-        self.constants.size = len(self.constants.data)
+        data = self.constants.data
+        data.extend(bytes(aligned(len(data), 4) - len(data) + size))
+        self.constants.size = len(data)
         return self.constants.end() - size
 
     def append(self, data):
@@ -179,11 +181,12 @@ def export_table(image, path):
         fail(f"{path} has names that are not linked: {', '.join(missing)}")
     start = image.append_table(40)
     functions = image.append(struct.pack(f"<{len(names)}I", *(image.symbols[name] for name in names)))
-    pointers = image.append(struct.pack(f"<{len(names)}I", *(image.append(n.encode() + b"\0") for n in names)))
+    texts = [image.append(name.encode() + b"\0") for name in names]
+    pointers = image.append(struct.pack(f"<{len(names)}I", *texts))
     ordinals = image.append(struct.pack(f"<{len(names)}H", *range(len(names))))
     name = image.append(f"{library}.dll".encode() + b"\0")
-    image.write(start, struct.pack("<IIHHIIIIIII", 0, 0, 0, 0, name, 1, len(names), len(names), functions, pointers,
-                                   ordinals))
+    image.write(start, struct.pack("<IIHHIIIIIII", 0, 0, 0, 0, name, 1, len(names), len(names), functions,
+                                   pointers, ordinals))
     return start, image.constants.end() - start
 
 
@@ -220,9 +223,10 @@ def headers(image, base, is_library, directories):
     sizes = {flags: sum(r for s, r in zip(image.sections, raw_sizes) if (s.flags == CODE) == flags)
              for flags in (True, False)}
     optional = struct.pack("<HBBIIIIIIIIIHHHHHHIIIIHHIIIIII", 0x10B, 2, 0, sizes[True], sizes[False], 0,
-                           image.elf["e_entry"], image.sections[0].address, image.sections[1].address, base, PAGE,
-                           FILE_ALIGNMENT, 4, 20, 0, 0, 4, 20, 0, aligned(image.sections[-1].end(), PAGE),
-                           header_size, 0, 9, 0, STACK, 0x1000, 0x100000, 0x1000, 0, 16)
+                           image.elf["e_entry"], image.sections[0].address, image.sections[1].address, base,
+                           PAGE, FILE_ALIGNMENT, 4, 20, 0, 0, 4, 20, 0,
+                           aligned(image.sections[-1].end(), PAGE), header_size, 0, 9, 0, STACK, 0x1000,
+                           0x100000, 0x1000, 0, 16)
     result = dos + coff + optional
     for number in range(16):
         result += struct.pack("<II", *directories.get(number, (0, 0)))
@@ -249,7 +253,8 @@ def report(image, path, file_size):
         "exception tables": image.part(".ARM.extab", ".ARM.exidx"),
         "writable data": image.part(".data", ".imports", ".bss"),
     }
-    sizes["import and export tables"] = len(image.constants.data) - sizes["read-only data"] - sizes["exception tables"]
+    linked = sizes["read-only data"] + sizes["exception tables"]
+    sizes["import and export tables"] = len(image.constants.data) - linked
     for section in image.sections:
         if section.name in (".rsrc", ".reloc"):
             sizes["resources" if section.name == ".rsrc" else "relocations"] = section.size

@@ -49,8 +49,7 @@ typedef struct tagSHMENUBARINFO {
 /* Ordinal 34. Makes the menu bar. FALSE when that failed. */
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO* info);
 
-/* Ordinal 97. Hands the Back key, which came as a WM_HOTKEY with these parameters, to the control that has
- * the focus. */
+/* Ordinal 97. Hands the Back key, which came as a WM_HOTKEY with these parameters, to the focused control. */
 void WINAPI SHSendBackToFocusWindow(UINT message, WPARAM wParam, LPARAM lParam);
 
 #ifdef __cplusplus

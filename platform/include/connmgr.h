@@ -37,8 +37,7 @@ HRESULT WINAPI ConnMgrMapURL(LPCWSTR url, GUID* network, DWORD* index);
 HRESULT WINAPI ConnMgrEstablishConnectionSync(CONNMGR_CONNECTIONINFO* info, HANDLE* connection, DWORD timeout,
                                               DWORD* status);
 
-/* Gives a connection up. `cache` is the time in seconds for which it may be kept up for others; 0: not at
- * all. */
+/* Gives a connection up. `cache` is for how many seconds it may be kept up for others; 0: not at all. */
 HRESULT WINAPI ConnMgrReleaseConnection(HANDLE connection, LONG cache);
 
 #ifdef __cplusplus

@@ -13,12 +13,11 @@ extern "C++" {
 FILE* _wfopen(const WCHAR* path, const WCHAR* mode);
 
 /* Formats into at most `count` units. Returns the number of units without the terminator; when it is exactly
- * `count`, no terminator is written. -1 when there are more: then `buffer` holds the first `count`, without
+ * `count`, no terminator is written. -1 when there are more: then `buffer` holds the first `count`, and no
  * terminator. */
 int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list arguments);
 
-/* Reads fields out of `text`. Returns the number of fields assigned, or EOF when the text ends before the
- * first. */
+/* Reads fields out of `text`. Returns how many were assigned, or EOF when the text ends before the first. */
 int swscanf(const WCHAR* text, const WCHAR* format, ...);
 
 /* Formats to a file, each unit as one byte, as the runtime's text mode does in the "C" locale: the first unit

@@ -30,8 +30,7 @@ int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list argume
 }
 
 // Later desktops have added fields to structures, and messages. These here must be as they were when the
-// device's system was made: it refuses a structure of another size and ignores a message that it does not
-// know.
+// device's system was made: it refuses a structure of another size and ignores an unknown message.
 static_assert(sizeof(SHELLEXECUTEINFOW) == 60);
 static_assert(offsetof(MENUITEMINFOW, hbmpItem) == 44, "the device's structure ends where this field begins");
 static_assert(sizeof(TBBUTTON) == 20);

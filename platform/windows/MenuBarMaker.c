@@ -23,8 +23,7 @@ void WINAPI StandInMenuBars(BOOL succeed) {
     ZeroMemory(&shellCalls, sizeof shellCalls);
 }
 
-/* The rows of a bar's buttons, and their number; null when the resource is missing or too short for what it
- * says. */
+/* The rows of a bar's buttons, and their number; null when the resource is missing, or too short for them. */
 static const ButtonRow* FindRows(HINSTANCE module, UINT id, WORD* count) {
     const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(id), (LPCWSTR)RT_RCDATA);
     const HGLOBAL loaded = resource ? LoadResource(module, resource) : NULL;

@@ -23,8 +23,8 @@ extern HANDLE(WINAPI* const createSemaphore)(LPSECURITY_ATTRIBUTES, LONG, LONG,
                                              LPCWSTR) __asm__("__imp__CreateSemaphoreW@16");
 HANDLE(WINAPI* const createSemaphore)(LPSECURITY_ATTRIBUTES, LONG, LONG, LPCWSTR) = MakeSemaphore;
 
-/* Destructors that run after this one may still throw and catch: a lock that nobody contends for does not use
- * its semaphore. */
+/* Destructors that run after this one may still throw and catch: a lock that nobody contends for needs no
+ * semaphore. */
 __attribute__((destructor)) static void CloseSemaphores(void) {
     for (int i = 0; i < mostSemaphores; ++i) {
         if (semaphores[i] != NULL) CloseHandle(semaphores[i]);

@@ -50,8 +50,7 @@ typedef struct StandInShellRecord {
     TBBUTTONINFOW button; /* how it was changed; `pszText` may be invalid */
 } StandInShellRecord;
 
-/* Sets whether menu bars can be made from here on, and begins a new record of calls. At the start they
- * can. */
+/* Sets whether menu bars can be made from here on (at first they can), and begins a new record of calls. */
 void WINAPI StandInMenuBars(BOOL succeed);
 
 void WINAPI StandInShellCalls(StandInShellRecord* record);

@@ -44,8 +44,7 @@ void CreateAccountDialog::OnOK() {
     }
     const Installation installation = ReadInstallation();
     ReadFields();
-    // Bytes of the code that do not arrive stay as they are here, so that half a code does not look like
-    // success.
+    // Bytes of the code that do not arrive stay as they are here: half a code must not look like success.
     int32_t code = -1;
     const auto ask = [&] { return AskService(installation, code); };
     switch (Contained(Exchange::NotSent, ask)) {

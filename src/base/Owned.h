@@ -9,8 +9,7 @@
  *   Handle          its type
  *   none            the value that means "no handle"
  *   Close(Handle)   gives a handle back
- * Closing leaves the thread's last error as it was, so that an early return still reports the real
- * failure. */
+ * Closing leaves the thread's last error as it was, so that an early return still reports the failure. */
 template <class Kind>
 class Owned {
 public:

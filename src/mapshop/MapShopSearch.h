@@ -1,5 +1,4 @@
-/* One search of the map shop: the exchange with the service, and its results, read once from first to
- * last. */
+/* One search of the map shop: the exchange with the service, and its results, read once and in order. */
 #pragma once
 
 #include "Platform.h"

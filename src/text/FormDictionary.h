@@ -8,7 +8,7 @@
 /* One value per key. Keys are compared by code unit: `UserID` and `userid` are two keys. Copies are deep.
  * Used by one thread at a time.
  *
- * Bad text is never an error: the operations that read a value take what they can of it. All operations throw
+ * Bad text is never an error: the operations that read a value take what they can of it. All throw
  * std::bad_alloc. */
 class FormDictionary {
 public:

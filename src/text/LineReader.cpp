@@ -23,8 +23,8 @@ bool ReadContentLine(FILE* file, WideString& line) {
     if (!file) return false;
     for (;;) {
         line.clear();
-        // A stream may fail for ever without reaching its end, as a folder opened as a file does on some
-        // systems.
+        // A stream may fail for ever without reaching its end: on some systems a folder opened as a file
+        // does.
         if (feof(file) || ferror(file)) return false;
         AppendRestOfLine(file, line);
         if (HasContent(line)) return true;

@@ -13,8 +13,7 @@ public:
     /* Only clears `good`. */
     void Write(const void* data, uint32_t size) override;
 
-    /* True when all `size` bytes were there; otherwise `good` is cleared. False at once when `good` is
-     * false. */
+    /* True when all `size` bytes were there, else `good` is cleared. False at once when `good` is false. */
     bool Read(void* data, uint32_t size) override;
 
 private:

@@ -17,6 +17,6 @@ bool EstablishNetworkConnection();
  * up more than once. Always true. */
 bool ReleaseNetworkConnection();
 
-/* Whether the phone is roaming, as the platform's phone state in the registry says; false when it says
+/* Whether the phone is roaming, according to the phone state in the registry; false when that says
  * nothing. */
 bool IsRoaming();

@@ -6,7 +6,7 @@
 #include "LMOnline.h"
 #include "transport/InternetHandle.h"
 
-/* Whether the user has agreed to go on while the phone is roaming; false at load. Once true, nobody is asked
+/* Whether the user has agreed to go on while the phone is roaming; false at load. Who has is not asked
  * again. */
 extern bool roamingWarningAccepted;
 

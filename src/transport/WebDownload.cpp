@@ -69,8 +69,8 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
                         (connection.secure ? INTERNET_FLAG_SECURE : 0);
     connection.request.Reset(
         HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
-    // In unsigned arithmetic, which wraps: for an offset near the end of 64 bits signed numbers would
-    // overflow.
+    // In unsigned arithmetic, which wraps: signed numbers could overflow for an offset near the end of 64
+    // bits.
     const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
                                            static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
     const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);

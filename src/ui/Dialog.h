@@ -1,6 +1,5 @@
 /* A modal dialog that is made from a template of the resources, fills the screen and has a soft-key menu bar.
- * Its texts are translated. A dialog is made on the stack, shown with DoModal, and destroyed with its
- * object. */
+ * Its texts are translated. A dialog is made on the stack, shown with DoModal, and ended with its object. */
 #pragma once
 
 #include "resources/ResourceIds.h"
@@ -39,13 +38,11 @@ public:
      * memory for the text of the last box. */
     int DoModal(HWND parent);
 
-    /* Set and get the text of a control. For a control that does not exist nothing is set, and the text is
-     * empty. */
+    /* The text of a control. If there is no such control nothing is set, and the text got is empty. */
     void SetItemText(int id, const WideString& text);
     [[nodiscard]] WideString GetItemText(int id) const;
 
-    /* Sets the text of the menu bar's button for `command`, without translating it. Does nothing without a
-     * menu bar. */
+    /* Sets the text of the menu bar's button for `command`, untranslated. Does nothing without a menu bar. */
     void SetMenuBarButtonText(int command, const WideString& text);
 
     uint32_t templateId;

@@ -11,7 +11,7 @@ public:
 
     BOOL OnInitDialog(WPARAM wParam, LPARAM lParam) override;
 
-    /* Every menu command and pressed button closes the dialog; other notifications are handled as in every
+    /* Every menu command and pressed button closes the dialog; other notifications are treated as in
      * Dialog. */
     void OnDialogCommand(int id, HWND control, int notification) override;
 

@@ -9,8 +9,7 @@
 
 inline constexpr WCHAR serviceHost[] = TEXT("online.orvande.example");
 
-/* The port of a service with map files, which ORVANDE_TEST_MAPS_PORT names. Its accounts are the tests' to
- * make. */
+/* The port of a service with map files, which ORVANDE_TEST_MAPS_PORT names. The tests make its accounts. */
 inline uint16_t PortOfService() {
     const char* const port = std::getenv("ORVANDE_TEST_MAPS_PORT");
     if (port == nullptr) throw std::runtime_error("ORVANDE_TEST_MAPS_PORT is not set");

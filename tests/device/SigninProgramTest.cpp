@@ -1,5 +1,4 @@
-/* The program that has the library in itself, as devices get it: its user, its dialogs and the running
- * service. */
+/* The program that has the library in itself, as devices get it: its user, its dialogs, a running service. */
 #include <unistd.h>
 
 #include "Device.h"

@@ -4,8 +4,8 @@ a thread or writes the registry."""
 
 NETWORK = {
     "CELLCORE.dll": {"ConnMgrEstablishConnectionSync", "ConnMgrMapURL", "ConnMgrReleaseConnection"},
-    "WININET.dll": {"HttpOpenRequestW", "HttpSendRequestW", "InternetCloseHandle", "InternetConnectW", "InternetOpenW",
-                    "InternetReadFile"},
+    "WININET.dll": {"HttpOpenRequestW", "HttpSendRequestW", "InternetCloseHandle", "InternetConnectW",
+                    "InternetOpenW", "InternetReadFile"},
 }
 
 # What the compiler's runtime needs, and every program does.
@@ -25,21 +25,21 @@ LIBRARY = {
 MAPSHOP = {
     "COREDLL.dll": RUNTIME | {
         "CloseHandle", "CreateFileW", "DeleteFileW", "FreeLibrary", "GetFileAttributesW", "GetLastError",
-        "GetModuleFileNameW", "GetProcAddressA", "GetTickCount", "LoadLibraryW", "WideCharToMultiByte", "WriteFile",
-        "_getstdfilex", "fputs", "puts", "strlen", "wcstod"},
+        "GetModuleFileNameW", "GetProcAddressA", "GetTickCount", "LoadLibraryW", "WideCharToMultiByte",
+        "WriteFile", "_getstdfilex", "fputs", "puts", "strlen", "wcstod"},
 }
 
 SIGNIN = {
     "COREDLL.dll": RUNTIME | {
         "CallWindowProcW", "CloseHandle", "CreateDirectoryW", "DefWindowProcW", "DestroyWindow",
-        "DialogBoxIndirectParamW", "EndDialog", "FindResourceW", "GetDlgItem", "GetDlgItemTextW", "GetFileAttributesW",
-        "GetLastError", "GetMenuItemInfoW", "GetModuleFileNameW", "GetModuleHandleW", "GetSubMenu", "GetWindow",
-        "GetWindowLongW", "GetWindowTextW", "IsWindow", "IsWindowEnabled", "LoadCursorW", "LoadLibraryW",
-        "LoadResource", "MessageBoxW", "RegCloseKey", "RegOpenKeyExW", "RegQueryValueExW", "SHGetSpecialFolderPath",
-        "SendDlgItemMessageW", "SendMessageW", "SetCursor", "SetFocus", "SetLastError", "SetMenuItemInfoW",
-        "SetWindowLongW", "SetWindowTextW", "ShellExecuteEx", "WaitForSingleObject", "WideCharToMultiByte",
-        "_vsnwprintf", "_wfopen", "fclose", "feof", "ferror", "fflush", "fgetc", "fputc", "fseek", "fwprintf", "memchr",
-        "puts"},
+        "DialogBoxIndirectParamW", "EndDialog", "FindResourceW", "GetDlgItem", "GetDlgItemTextW",
+        "GetFileAttributesW", "GetLastError", "GetMenuItemInfoW", "GetModuleFileNameW", "GetModuleHandleW",
+        "GetSubMenu", "GetWindow", "GetWindowLongW", "GetWindowTextW", "IsWindow", "IsWindowEnabled",
+        "LoadCursorW", "LoadLibraryW", "LoadResource", "MessageBoxW", "RegCloseKey", "RegOpenKeyExW",
+        "RegQueryValueExW", "SHGetSpecialFolderPath", "SendDlgItemMessageW", "SendMessageW", "SetCursor",
+        "SetFocus", "SetLastError", "SetMenuItemInfoW", "SetWindowLongW", "SetWindowTextW",
+        "ShellExecuteEx", "WaitForSingleObject", "WideCharToMultiByte", "_vsnwprintf", "_wfopen", "fclose",
+        "feof", "ferror", "fflush", "fgetc", "fputc", "fseek", "fwprintf", "memchr", "puts"},
     **NETWORK,
     "aygshell.dll": {"#9", "#34", "#56", "#97"},
 }

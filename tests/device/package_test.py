@@ -27,23 +27,27 @@ class Package(unittest.TestCase):
         self.contents = pathlib.Path(folder.name)
         self.cabinet = FOLDER / f"OrvandeOnline-{VERSION}-arm.cab"
         self.archive = FOLDER / f"OrvandeOnline-{VERSION}-arm.zip"
-        subprocess.run(["gcab", "--extract", "-C", self.contents, self.cabinet], check=True, capture_output=True)
+        subprocess.run(["gcab", "--extract", "-C", self.contents, self.cabinet], check=True,
+                       capture_output=True)
         self.setup = xml.parse(self.contents / "_setup.xml").getroot()
 
     def parameters(self):
-        return {parm.get("name"): parm.get("value") for parm in self.setup.find("characteristic[@type='Install']").iter("parm")}
+        install = self.setup.find("characteristic[@type='Install']")
+        return {parm.get("name"): parm.get("value") for parm in install.iter("parm")}
 
     def installed(self):
         """The names on the device and the files of the cabinet that they are made of."""
         folder = self.setup.find("characteristic[@type='FileOperation']/characteristic")
-        return {file.get("type"): file.find("characteristic[@type='Extract']/parm[@name='Source']").get("value")
-                for file in folder.iter("characteristic") if file.find("characteristic[@type='Extract']") is not None}
+        sources = {file.get("type"): file.find("characteristic[@type='Extract']/parm[@name='Source']")
+                   for file in folder.iter("characteristic")}
+        return {name: source.get("value") for name, source in sources.items() if source is not None}
 
     def test_the_cabinet_installs_exactly_the_three_files(self):
         self.assertEqual(PROGRAMS, list(self.installed()))
         for name, source in self.installed().items():
             self.assertEqual((FOLDER / name).read_bytes(), (self.contents / source).read_bytes())
-        self.assertEqual({"_setup.xml", *self.installed().values()}, {file.name for file in self.contents.iterdir()})
+        self.assertEqual({"_setup.xml", *self.installed().values()},
+                         {file.name for file in self.contents.iterdir()})
 
     def test_the_names_in_the_cabinet_are_short_and_numbered(self):
         for number, source in enumerate(self.installed().values(), 1):
@@ -55,7 +59,8 @@ class Package(unittest.TestCase):
         parameters = self.parameters()
         self.assertEqual("3", parameters["NumFiles"])
         self.assertEqual("1", parameters["NumDirs"])
-        self.assertEqual(["0"] * 3, [parameters[name] for name in ("NumRegKeys", "NumRegVals", "NumShortcuts")])
+        self.assertEqual(["0"] * 3,
+                         [parameters[name] for name in ("NumRegKeys", "NumRegVals", "NumShortcuts")])
         self.assertEqual("%CE1%\\Orvande Online", parameters["InstallDir"])
         self.assertEqual("4.20", parameters["OSVersionMin"])
 
@@ -72,8 +77,8 @@ class Package(unittest.TestCase):
     def test_nothing_tells_when_it_was_packed(self):
         with zipfile.ZipFile(self.archive) as archive:
             self.assertEqual({(2020, 1, 1, 0, 0, 0)}, {entry.date_time for entry in archive.infolist()})
-        listing = subprocess.run(["gcab", "--list-details", self.cabinet], check=True, capture_output=True, text=True,
-                                 env={"TZ": "UTC", "PATH": "/usr/bin"}).stdout
+        listing = subprocess.run(["gcab", "--list-details", self.cabinet], check=True, capture_output=True,
+                                 text=True, env={"TZ": "UTC", "PATH": "/usr/bin"}).stdout
         self.assertEqual(4, listing.count("2020-01-01 00:00:00"), listing)
 
 

@@ -8,7 +8,7 @@ def places_that_move(elf, moved_elf):
     """The offsets, from an image's base, of the words that differ between its link for address 0 and another
     one."""
     with open(elf, "rb") as one, open(moved_elf, "rb") as other:
-        pairs = list(zip(ELFFile(one).iter_segments("PT_LOAD"), ELFFile(other).iter_segments("PT_LOAD"), strict=True))
+        pairs = list(zip(*(ELFFile(file).iter_segments("PT_LOAD") for file in (one, other)), strict=True))
         origins = {second["p_vaddr"] - first["p_vaddr"] for first, second in pairs}
         if len(origins) != 1 or 0 in origins:
             raise ValueError(f"{moved_elf} is not {elf} at another address")
@@ -29,4 +29,5 @@ def words_of(segment):
 def relocated(image):
     """The places that the image's table (of a pefile.PE) tells the loader to relocate, as often as it
     does."""
-    return [entry.rva for block in image.DIRECTORY_ENTRY_BASERELOC for entry in block.entries if entry.type != 0]
+    return [entry.rva for block in image.DIRECTORY_ENTRY_BASERELOC for entry in block.entries
+            if entry.type != 0]

@@ -199,8 +199,8 @@ class Program(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
         shutil.copy(TOOLS.parent / ".clang-format", self.folder)
 
-    def run_format(self, *arguments):
-        command = [TOOLS / "format", *arguments]
+    def run_format(self, *arguments, tools=TOOLS):
+        command = [tools / "format", *arguments]
         run = subprocess.run(command, cwd=self.folder, capture_output=True, text=True)
         return run.returncode, run.stdout, run.stderr
 
@@ -280,6 +280,18 @@ class Program(unittest.TestCase):
         self.assertEqual((2, "", "format: 'a.md' is not UTF-8\n"), self.run_format("--check", "a.md"))
         self.write("a.py", "x = (\n")
         self.assertEqual((2, "", "format: 'a.py' is not Python\n"), self.run_format("--check", "a.py"))
+
+    def test_without_a_file_all_that_git_lists_are_meant(self):
+        project = self.folder / "project"
+        tools = shutil.copytree(TOOLS, project / "tools")
+        self.assertEqual((2, "", "format: git cannot list the files\n"), self.run_format(tools=tools))
+        for name in ("listed.md", "deleted.md", "other.md"):
+            self.write(f"project/{name}", "One\ntwo\n")
+        subprocess.run(["git", "init", "-q"], cwd=project, check=True)
+        subprocess.run(["git", "add", "listed.md", "deleted.md"], cwd=project, check=True)
+        (project / "deleted.md").unlink()
+        self.assertEqual((1, "listed.md:1: not filled to 110 columns\n", ""),
+                         self.run_format("--check", tools=tools))
 
     def test_help(self):
         self.assertIn("tools/format [--check] [FILE ...]", self.run_format("--help")[1])

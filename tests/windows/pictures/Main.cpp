@@ -2,8 +2,11 @@
  *
  *   orvande-pictures NAME [LANGUAGE]
  *
- * NAME is one of the states below. With a language, its file has to lie beside the program. Prints "shown" when all is on
- * the screen and keeps it there until a line comes from the standard input; on the way too, where it has to wait. The exit code is 0 when that has worked. */
+ * NAME is one of the pictures below. The file of a LANGUAGE has to lie beside the program. Whenever there is
+ * something to see, the program prints "shown" and keeps it on the screen until a line comes from the
+ * standard input. The last of these views is the picture; an earlier one only has to come to rest before the
+ * program goes on. The exit code is 0 when that has worked, 2 for wrong arguments and 3 when the language has
+ * no texts. */
 #include "helpers/ScreenUser.h"
 
 #include <gtest/gtest.h>
