@@ -32,7 +32,8 @@ public:
     static Device& Current();
 
     /* Makes a new machine: a folder of its own, an empty registry, no hosts, default answers, an empty
-     * journal, nothing set to fail. What is open at this point stays open and does not count as a leak later. */
+     * journal, nothing set to fail. What is open at this point stays open and does not count as a leak
+     * later. */
     void BeginTest();
 
     /* Reports as violations: internet handles, registry keys, files, process handles, windows and menus that

@@ -7,8 +7,8 @@
 
 class LoopbackServer {
 public:
-    /* Waits for a connection, reads until the blank line after the headers and `bodySize` further bytes, writes
-     * `answer` and closes. */
+    /* Waits for a connection, reads until the blank line after the headers and `bodySize` further bytes,
+     * writes `answer` and closes. */
     explicit LoopbackServer(std::string answer, size_t bodySize = 0);
     LoopbackServer(const LoopbackServer&) = delete;
     LoopbackServer& operator=(const LoopbackServer&) = delete;
