@@ -175,6 +175,7 @@ TEST_F(Cgi, CursorIsRestoredWhenMemoryRunsOut) {
     EXPECT_THROW(request.SendRequest(), std::bad_alloc);
     watch.Stop();
     EXPECT_EQ(device.NormalCursor(), device.CurrentCursor());
+    EXPECT_TRUE(device.Requests().empty()) << "nothing is sent whose reply has no room";
 }
 
 TEST_F(Cgi, RequestsMayStandSideBySide) {
