@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "helpers/PeImage.h"
-#include "helpers/ShippedLibrary.h"
+#include "helpers/ProgramFolder.h"
 
 namespace {
 

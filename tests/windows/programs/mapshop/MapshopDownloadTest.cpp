@@ -5,10 +5,12 @@
 #include <stdexcept>
 
 #include "helpers/ChildProcess.h"
+#include "helpers/LocalFiles.h"
+#include "helpers/ProgramFolder.h"
 #include "helpers/ScratchFolder.h"
 #include "helpers/ScriptedServer.h"
-#include "helpers/ShippedLibrary.h"
 #include "helpers/WebProxy.h"
+#include "helpers/Widened.h"
 
 using testing::EndsWith;
 using testing::HasSubstr;
