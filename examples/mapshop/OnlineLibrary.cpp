@@ -32,28 +32,21 @@ std::wstring WidenedName(const char* name) {
 
 }  // namespace
 
-OnlineLibrary::OnlineLibrary() : path(ProgramFolder() + libraryName) {
-    module = LoadLibraryW(path.c_str());
-    if (module == nullptr) {
-        problem = LoadProblem(path, GetLastError());
-        return;
-    }
-    Find(mapShopSearch, "LMMapShopSearch");
-    Find(mapShopGetNext, "LMMapShopGetNext");
-    Find(mapShopClose, "LMMapShopClose");
-    Find(downloadWebFile, "LMDownloadWebFileProgress");
-    Find(readWebFileRange, "xfa704a3f");
-}
+OnlineLibrary::OnlineLibrary()
+    : path(ProgramFolder() + libraryName),
+      module(LoadLibraryW(path.c_str())),
+      problem(module == nullptr ? LoadProblem(path, GetLastError()) : L"") {}
 
 OnlineLibrary::~OnlineLibrary() {
     if (module != nullptr) FreeLibrary(module);
 }
 
-template <class Function>
-void OnlineLibrary::Find(Function& function, const char* name) {
-    const auto address = reinterpret_cast<void (*)()>(GetProcAddress(module, name));
-    function = reinterpret_cast<Function>(address);
-    if (function != nullptr || !problem.empty()) return;
-    problem =
-        path + L" has no function " + WidenedName(name) + L": it is another library, or another version.";
+OnlineLibrary::Address OnlineLibrary::Find(const char* name) {
+    if (!problem.empty()) return {nullptr};
+    const FARPROC address = GetProcAddress(module, name);
+    if (address == nullptr) {
+        problem =
+            path + L" has no function " + WidenedName(name) + L": it is another library, or another version.";
+    }
+    return {address};
 }

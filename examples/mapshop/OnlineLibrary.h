@@ -10,6 +10,22 @@
 /* OrvandeOnline.dll from the program's own folder, and its functions; unloaded when the object is
  * destroyed. */
 class OnlineLibrary {
+    /* Becomes a pointer to whatever function is asked for. */
+    struct Address {
+        FARPROC address;
+
+        template <class Function>
+        operator Function*() const {
+            return reinterpret_cast<Function*>(reinterpret_cast<void (*)()>(address));
+        }
+    };
+
+    Address Find(const char* name);
+
+    const std::wstring path;
+    const HMODULE module;
+    std::wstring problem;
+
 public:
     OnlineLibrary();
     ~OnlineLibrary();
@@ -20,17 +36,9 @@ public:
      * called only then. */
     const std::wstring& Problem() const { return problem; }
 
-    decltype(&LMMapShopSearch) mapShopSearch = nullptr;
-    decltype(&LMMapShopGetNext) mapShopGetNext = nullptr;
-    decltype(&LMMapShopClose) mapShopClose = nullptr;
-    decltype(&LMDownloadWebFileProgress) downloadWebFile = nullptr;
-    decltype(&xfa704a3f) readWebFileRange = nullptr;
-
-private:
-    template <class Function>
-    void Find(Function& function, const char* name);
-
-    HMODULE module = nullptr;
-    std::wstring path;
-    std::wstring problem;
+    const decltype(&LMMapShopSearch) mapShopSearch = Find("LMMapShopSearch");
+    const decltype(&LMMapShopGetNext) mapShopGetNext = Find("LMMapShopGetNext");
+    const decltype(&LMMapShopClose) mapShopClose = Find("LMMapShopClose");
+    const decltype(&LMDownloadWebFileProgress) downloadWebFile = Find("LMDownloadWebFileProgress");
+    const decltype(&xfa704a3f) readWebFileRange = Find("xfa704a3f");
 };

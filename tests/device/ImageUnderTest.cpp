@@ -36,31 +36,30 @@ void NetworkTest::TearDown() {
 }
 
 MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
-    return Exported<decltype(LMMapShopSearch)>("LMMapShopSearch")(items, count);
+    return Exported<decltype(LMMapShopSearch)>(__func__)(items, count);
 }
 
 int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record) {
-    return Exported<decltype(LMMapShopGetNext)>("LMMapShopGetNext")(search, record);
+    return Exported<decltype(LMMapShopGetNext)>(__func__)(search, record);
 }
 
 int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
-    return Exported<decltype(LMMapShopClose)>("LMMapShopClose")(search);
+    return Exported<decltype(LMMapShopClose)>(__func__)(search);
 }
 
 int32_t LM_CALL LMDownloadWebFileProgress(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
                                           LMProgressCallback callback, void* context,
                                           DownloadProgress* progress) {
-    return Exported<decltype(LMDownloadWebFileProgress)>("LMDownloadWebFileProgress")(
-        host, urlPath, localFile, callback, context, progress);
+    return Exported<decltype(LMDownloadWebFileProgress)>(__func__)(host, urlPath, localFile, callback,
+                                                                   context, progress);
 }
 
 int32_t LM_CALL x77fc64c7(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
                           LMProgressCallback callback, void* context) {
-    return Exported<decltype(x77fc64c7)>("x77fc64c7")(host, urlPath, localFile, callback, context);
+    return Exported<decltype(x77fc64c7)>(__func__)(host, urlPath, localFile, callback, context);
 }
 
 int32_t LM_CALL xfa704a3f(const LMChar* host, const LMChar* urlPath, int64_t offset, int32_t length,
                           void* buffer, LMProgressCallback callback, void* context) {
-    return Exported<decltype(xfa704a3f)>("xfa704a3f")(host, urlPath, offset, length, buffer, callback,
-                                                      context);
+    return Exported<decltype(xfa704a3f)>(__func__)(host, urlPath, offset, length, buffer, callback, context);
 }

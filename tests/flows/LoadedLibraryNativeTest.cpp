@@ -62,9 +62,9 @@ TEST_F(LoadedFromFile, SearchGoesThroughTheExports) {
                                           .Int32(24)
                                           .bytes));
     const LoadedLibrary library = Load();
-    auto* const search = library.Find<MapShopSearch * LM_CALL(const void*, int32_t)>("LMMapShopSearch");
-    auto* const getNext = library.Find<int32_t LM_CALL(MapShopSearch*, MapShopResult*)>("LMMapShopGetNext");
-    auto* const close = library.Find<int32_t LM_CALL(MapShopSearch*)>("LMMapShopClose");
+    auto* const search = library.Find<decltype(LMMapShopSearch)>("LMMapShopSearch");
+    auto* const getNext = library.Find<decltype(LMMapShopGetNext)>("LMMapShopGetNext");
+    auto* const close = library.Find<decltype(LMMapShopClose)>("LMMapShopClose");
     ASSERT_TRUE(search != nullptr && getNext != nullptr && close != nullptr);
 
     MapShopSearch* const handle = search(nullptr, 0);

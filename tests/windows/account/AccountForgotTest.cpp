@@ -1,7 +1,8 @@
 /* The page for forgotten credentials. */
 #include "account/AccountScreenTest.h"
+#include "helpers/LocalFiles.h"
+#include "helpers/ProgramFolder.h"
 #include "helpers/ScratchFolder.h"
-#include "helpers/ShippedLibrary.h"
 
 namespace {
 

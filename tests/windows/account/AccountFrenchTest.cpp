@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "account/AccountScreenTest.h"
+#include "helpers/ClosedPort.h"
 #include "helpers/ScriptedServer.h"
 #include "helpers/WebProxy.h"
 #include "support/MapShopReply.h"
@@ -144,12 +145,10 @@ TEST_F(AccountInFrench, EveryMessageOfCreatingIsFrench) {
 }
 
 TEST_F(AccountInFrench, FailedTransferIsToldInFrench) {
-    const SocketLibrary sockets;
-    // Bound but not listening: nobody answers.
-    const Socket closed = BoundSocket();
+    const ClosedPort closed;
     SavedRegistryValue nobody(HKEY_CURRENT_USER,
                               L"Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings",
-                              L"ProxyServer", L"127.0.0.1:" + std::to_wstring(PortOf(closed.Get())));
+                              L"ProxyServer", L"127.0.0.1:" + std::to_wstring(closed.Number()));
     EXPECT_FALSE(Create([](const ScreenUser& user) {
         const HWND dialog = user.WaitForDialog(frenchCreation);
         PressDone(dialog);

@@ -89,11 +89,3 @@ void AccountScreenTest::Choose(const ScreenUser& user, HWND dialog, int item) {
         PressKey(dialog, VK_DOWN);
     PressKey(dialog, VK_RETURN);
 }
-
-bool IsTicked(HWND dialog, int box) {
-    return SendDlgItemMessageW(dialog, box, BM_GETCHECK, 0, 0) == BST_CHECKED;
-}
-
-void Put(HWND dialog, int control, const std::wstring& text) {
-    SendDlgItemMessageW(dialog, control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-}

@@ -65,9 +65,3 @@ private:
 
     std::unique_ptr<SavedRegistryValue> applicationData;
 };
-
-/* Whether a check box is ticked. */
-bool IsTicked(HWND dialog, int box);
-
-/* Sets the text of a control as a paste does, all at once. */
-void Put(HWND dialog, int control, const std::wstring& text);

@@ -1,27 +1,11 @@
 #include "account/AccountServiceTest.h"
 
-#include <cstdlib>
-#include <stdexcept>
-
+#include "helpers/LocalFiles.h"
 #include "helpers/ScratchFolder.h"
-#include "helpers/ShippedLibrary.h"
+#include "helpers/TestServices.h"
+#include "helpers/Widened.h"
 
-namespace {
-
-/* ./test says in the environment where the service is. */
-std::string Told(const char* name) {
-    const char* const value = std::getenv(name);
-    if (value == nullptr) throw std::runtime_error(std::string(name) + " is not set");
-    return value;
-}
-
-uint16_t PortOfTheService() {
-    return static_cast<uint16_t>(std::stoul(Told("ORVANDE_TEST_ACCOUNTS_PORT")));
-}
-
-}  // namespace
-
-AccountServiceTest::AccountServiceTest() : proxy(PortOfTheService()) {}
+AccountServiceTest::AccountServiceTest() : proxy(PortTold("ORVANDE_TEST_ACCOUNTS_PORT")) {}
 
 std::wstring AccountServiceTest::NewUserId(const std::wstring& name) {
     static int count = 0;

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "account/AccountScreenTest.h"
+#include "helpers/ClosedPort.h"
 #include "helpers/ScriptedServer.h"
 #include "helpers/WebProxy.h"
 #include "support/MapShopReply.h"
@@ -178,10 +179,8 @@ TEST_F(AccountSignIn, AnythingElseIsAProblemWithTheServer) {
 }
 
 TEST_F(AccountSignIn, ServiceThatCannotBeReachedIsAProblemToo) {
-    const SocketLibrary sockets;
-    // Bound but not listening: nobody answers.
-    const Socket closed = BoundSocket();
-    proxy.emplace(PortOf(closed.Get()));
+    const ClosedPort closed;
+    proxy.emplace(closed.Number());
     ExpectRefusal(problem);
 }
 

@@ -7,8 +7,8 @@
 
 #include "base/Owned.h"
 #include "frame/OpenedProgram.h"
+#include "helpers/ProgramFolder.h"
 #include "helpers/ScreenUser.h"
-#include "helpers/ShippedLibrary.h"
 
 namespace {
 

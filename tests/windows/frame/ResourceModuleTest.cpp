@@ -3,7 +3,7 @@
 
 #include "frame/LibraryEntry.h"
 #include "helpers/DialogTest.h"
-#include "helpers/ShippedLibrary.h"
+#include "helpers/ProgramFolder.h"
 
 namespace {
 

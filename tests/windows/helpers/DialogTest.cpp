@@ -2,7 +2,6 @@
 
 #include "frame/LibraryEntry.h"
 #include "frame/ResourceModule.h"
-#include "helpers/ShippedLibrary.h"
 #include "ui/TranslationCatalogue.h"
 
 void DialogTest::SetUp() {

@@ -3,18 +3,9 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace {
+#include "helpers/LocalFiles.h"
 
-std::string BytesOfFile(const std::wstring& path) {
-    FILE* const file = _wfopen(path.c_str(), L"rb");
-    if (file == nullptr) throw std::runtime_error("the module's file cannot be opened");
-    std::string bytes;
-    char buffer[65536];
-    for (size_t some; (some = fread(buffer, 1, sizeof buffer, file)) > 0;)
-        bytes.append(buffer, some);
-    fclose(file);
-    return bytes;
-}
+namespace {
 
 /* The record that begins at `offset`. */
 template <class Record>
@@ -28,7 +19,7 @@ Record RecordAt(const std::string& bytes, size_t offset) {
 
 }  // namespace
 
-PeImage::PeImage(const std::wstring& path) : bytes(BytesOfFile(path)) {
+PeImage::PeImage(const std::wstring& path) : bytes(ContentOf(path)) {
     const auto dosHeader = RecordAt<IMAGE_DOS_HEADER>(bytes, 0);
     const auto start = static_cast<size_t>(dosHeader.e_lfanew);
     headers = RecordAt<IMAGE_NT_HEADERS32>(bytes, start);

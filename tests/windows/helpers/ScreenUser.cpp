@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -28,19 +27,6 @@ HICON IconOf(HWND box) {
         if (icon != 0) return reinterpret_cast<HICON>(icon);
     }
     return nullptr;
-}
-
-struct WindowSearch {
-    const std::wstring& windowClass;
-    std::vector<HWND> found;
-};
-
-BOOL CALLBACK NoteWindow(HWND window, LPARAM parameter) {
-    WindowSearch& search = *reinterpret_cast<WindowSearch*>(parameter);
-    WCHAR name[64]{};
-    GetClassNameW(window, name, 64);
-    if (IsWindowVisible(window) && search.windowClass == name) search.found.push_back(window);
-    return TRUE;
 }
 
 }  // namespace
@@ -133,96 +119,4 @@ ScreenUser::Message ScreenUser::TakeMessage(const std::wstring& caption) const {
     PostMessageW(message.box, WM_COMMAND, IDOK, 0);
     WaitUntil("the end of the box", [&] { return !IsWindow(message.box); });
     return message;
-}
-
-std::vector<HWND> WindowsOf(DWORD thread, const std::wstring& windowClass) {
-    WindowSearch search{windowClass, {}};
-    EnumThreadWindows(thread, NoteWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-std::wstring TextOf(HWND window) {
-    const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
-    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
-    const LRESULT taken =
-        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<size_t>(taken));
-    return text;
-}
-
-std::wstring TextOf(HWND dialog, int control) {
-    return TextOf(GetDlgItem(dialog, control));
-}
-
-void Type(HWND dialog, int control, const std::wstring& text) {
-    const HWND field = GetDlgItem(dialog, control);
-    SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
-    SendMessageW(field, EM_SETSEL, 0, -1);
-    SendMessageW(field, WM_CLEAR, 0, 0);
-    for (const WCHAR unit : text)
-        SendMessageW(field, WM_CHAR, unit, 1);
-}
-
-void PressKey(HWND dialog, WORD key) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    PostMessageW(info.hwndFocus ? info.hwndFocus : dialog, WM_KEYDOWN, key, 1);
-}
-
-void Click(HWND dialog, int control) {
-    PostMessageW(GetDlgItem(dialog, control), BM_CLICK, 0, 0);
-}
-
-int FocusOf(HWND dialog) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return info.hwndFocus && IsChild(dialog, info.hwndFocus) ? GetDlgCtrlID(info.hwndFocus) : 0;
-}
-
-HWND MenuBarOf(HWND dialog) {
-    for (const HWND bar : WindowsOf(GetWindowThreadProcessId(dialog, nullptr), TOOLBARCLASSNAMEW)) {
-        if (GetWindow(bar, GW_OWNER) == dialog) return bar;
-    }
-    return nullptr;
-}
-
-std::vector<int> ButtonCommandsOf(HWND bar) {
-    std::vector<int> commands;
-    const LRESULT count = SendMessageW(bar, TB_BUTTONCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        TBBUTTON button{};
-        SendMessageW(bar, TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
-        commands.push_back(button.idCommand);
-    }
-    return commands;
-}
-
-std::vector<std::wstring> ButtonTextsOf(HWND bar) {
-    std::vector<std::wstring> texts;
-    for (const int command : ButtonCommandsOf(bar)) {
-        WCHAR text[100]{};
-        SendMessageW(bar, TB_GETBUTTONTEXTW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(text));
-        texts.emplace_back(text);
-    }
-    return texts;
-}
-
-void PressButton(HWND bar, int index) {
-    RECT place{};
-    SendMessageW(bar, TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place));
-    const LPARAM middle = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    PostMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, middle);
-    PostMessageW(bar, WM_LBUTTONUP, 0, middle);
-}
-
-std::vector<std::wstring> ItemTextsOf(HMENU menu) {
-    std::vector<std::wstring> texts;
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        WCHAR text[100]{};
-        GetMenuStringW(menu, static_cast<UINT>(i), text, 100, MF_BYPOSITION);
-        texts.emplace_back(text);
-    }
-    return texts;
 }

@@ -6,7 +6,9 @@
 #include <functional>
 #include <string>
 #include <thread>
-#include <vector>
+
+#include "helpers/UserInput.h"
+#include "helpers/WindowContents.h"
 
 class ScreenUser {
 public:
@@ -55,36 +57,3 @@ private:
     HHOOK hooks[2];
     std::thread acting;
 };
-
-/* The top-level windows of a thread that are visible and of that class, the uppermost first. */
-std::vector<HWND> WindowsOf(DWORD thread, const std::wstring& windowClass);
-
-std::wstring TextOf(HWND window);
-
-/* The text of a dialog's control. */
-std::wstring TextOf(HWND dialog, int control);
-
-/* Replaces what is in a control, key by key, and leaves the focus there. */
-void Type(HWND dialog, int control, const std::wstring& text);
-
-/* One key, in the control that has the focus or in the menu that is open. */
-void PressKey(HWND dialog, WORD key);
-
-/* Clicks a dialog's control; returns at once. */
-void Click(HWND dialog, int control);
-
-/* The control of the dialog that has the focus; 0: none has. */
-int FocusOf(HWND dialog);
-
-/* The dialog's menu bar, or null. */
-HWND MenuBarOf(HWND dialog);
-
-/* The texts and the commands of a menu bar's buttons, from left to right. */
-std::vector<std::wstring> ButtonTextsOf(HWND bar);
-std::vector<int> ButtonCommandsOf(HWND bar);
-
-/* Presses a button of a menu bar with the stylus; returns at once. */
-void PressButton(HWND bar, int index);
-
-/* The texts of a menu's items. */
-std::vector<std::wstring> ItemTextsOf(HMENU menu);

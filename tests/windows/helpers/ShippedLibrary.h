@@ -1,12 +1,10 @@
 /* The DLL as applications get it: it lies beside the test program and is used through its exports alone. */
 #pragma once
 
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "LMOnline.h"
-#include "Platform.h"
+#include "helpers/LoadedModule.h"
 
 /* What an application sees of one search. */
 struct SearchOutcome {
@@ -17,31 +15,20 @@ struct SearchOutcome {
 
 /* Loaded for as long as it lives. Throws std::runtime_error when the DLL or a function of it is missing. */
 class ShippedLibrary {
-public:
-    ShippedLibrary();
-    ~ShippedLibrary();
-    ShippedLibrary(const ShippedLibrary&) = delete;
-    ShippedLibrary& operator=(const ShippedLibrary&) = delete;
+    const LoadedModule module{L"OrvandeOnline.dll"};
 
+public:
     /* A search from its beginning to its close. `items` is passed on as it is. */
     SearchOutcome Search(const void* items, int32_t count) const;
 
     /* A search for everything. */
     SearchOutcome Search() const { return Search(nullptr, 0); }
 
-    decltype(&LMMapShopSearch) mapShopSearch = nullptr;
-    decltype(&LMMapShopGetNext) mapShopGetNext = nullptr;
-    decltype(&LMMapShopClose) mapShopClose = nullptr;
-    decltype(&LMDownloadWebFileProgress) downloadWithProgress = nullptr;
-    decltype(&x77fc64c7) download = nullptr;
-    decltype(&xfa704a3f) readRange = nullptr;
-
-private:
-    HMODULE module = nullptr;
+    const decltype(&LMMapShopSearch) mapShopSearch = module.Find("LMMapShopSearch");
+    const decltype(&LMMapShopGetNext) mapShopGetNext = module.Find("LMMapShopGetNext");
+    const decltype(&LMMapShopClose) mapShopClose = module.Find("LMMapShopClose");
+    const decltype(&LMDownloadWebFileProgress) downloadWithProgress =
+        module.Find("LMDownloadWebFileProgress");
+    const decltype(&x77fc64c7) download = module.Find("x77fc64c7");
+    const decltype(&xfa704a3f) readRange = module.Find("xfa704a3f");
 };
-
-/* The folder of the test program, without a separator at its end. */
-std::wstring ProgramFolder();
-
-/* Text in ASCII, widened. */
-std::wstring Widened(std::string_view text);

@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "LMOnlineVersion.h"
+#include "helpers/ProgramFolder.h"
 #include "helpers/ScreenUser.h"
-#include "helpers/ShippedLibrary.h"
 #include "resources/ResourceIds.h"
 
 namespace {

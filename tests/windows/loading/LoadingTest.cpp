@@ -1,7 +1,8 @@
 /* Loading and unloading the DLL. */
 #include <gtest/gtest.h>
-#include <winternl.h>
 
+#include "helpers/OpenHandles.h"
+#include "helpers/ProgramFolder.h"
 #include "helpers/ScriptedServer.h"
 #include "helpers/ShippedLibrary.h"
 #include "helpers/WebProxy.h"
@@ -9,44 +10,6 @@
 #include "support/MapShopReply.h"
 
 namespace {
-
-/* A handle as the system lists it. */
-struct ListedHandle {
-    ULONG process;
-    BYTE type;
-    BYTE flags;
-    USHORT handle;
-    void* object;
-    ULONG access;
-};
-
-struct HandleList {
-    ULONG count;
-    ListedHandle handles[1];
-};
-
-constexpr auto systemHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
-
-/* How many handles of the system this process holds. */
-size_t OpenHandles() {
-    std::vector<char> buffer(1 << 16);
-    ULONG needed = 0;
-    while (NtQuerySystemInformation(systemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()),
-                                    &needed) != 0) {
-        if (buffer.size() > 1U << 28) ADD_FAILURE() << "the handles cannot be listed";
-        if (buffer.size() > 1U << 28) return 0;
-        buffer.resize(buffer.size() * 2);
-    }
-    ULONG count = 0;
-    memcpy(&count, buffer.data(), sizeof count);
-    size_t own = 0;
-    for (ULONG i = 0; i < count; ++i) {
-        ListedHandle handle;
-        memcpy(&handle, buffer.data() + offsetof(HandleList, handles) + i * sizeof handle, sizeof handle);
-        if (handle.process == GetCurrentProcessId()) ++own;
-    }
-    return own;
-}
 
 /* A number that grows when sessions of WinINet have been left open: it gives out the least free handle. */
 uintptr_t NextInternetHandle() {

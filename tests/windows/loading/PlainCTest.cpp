@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "helpers/ChildProcess.h"
+#include "helpers/ProgramFolder.h"
 #include "helpers/ScriptedServer.h"
-#include "helpers/ShippedLibrary.h"
 #include "helpers/WebProxy.h"
 #include "support/MapShopReply.h"
 

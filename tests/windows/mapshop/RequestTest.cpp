@@ -1,6 +1,8 @@
 /* What a search puts on the wire, byte by byte. */
-#include "StandInControl.h"
 #include "mapshop/ShopTest.h"
+
+// Builds on the platform's headers as the above includes them.
+#include "StandInControl.h"
 
 using namespace std::string_literals;
 

@@ -1,10 +1,10 @@
 /* Searches of the reference service, over real HTTP. */
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <stdexcept>
 
 #include "helpers/ShippedLibrary.h"
+#include "helpers/TestServices.h"
 #include "helpers/WebProxy.h"
 
 namespace {
@@ -12,12 +12,11 @@ namespace {
 /* The port of the service whose catalogue has `count` made-up maps. ORVANDE_TEST_SERVICES lists the running ones, as
  * COUNT:PORT separated by spaces. */
 uint16_t PortOfServiceWith(int count) {
-    const char* const listed = std::getenv("ORVANDE_TEST_SERVICES");
-    const std::string services = " " + std::string(listed == nullptr ? "" : listed);
+    const std::string services = " " + Told("ORVANDE_TEST_SERVICES");
     const std::string wanted = " " + std::to_string(count) + ":";
     const size_t found = services.find(wanted);
     if (found == std::string::npos) throw std::runtime_error("ORVANDE_TEST_SERVICES has none with" + wanted);
-    return static_cast<uint16_t>(std::strtoul(services.c_str() + found + wanted.size(), nullptr, 10));
+    return static_cast<uint16_t>(std::stoul(services.substr(found + wanted.size())));
 }
 
 std::wstring SevenDigits(int number) {

@@ -5,34 +5,21 @@
 #include <gtest/gtest.h>
 #include <wincrypt.h>
 
-#include <cstdlib>
 #include <stdexcept>
 
 #include "helpers/ConnectRelay.h"
+#include "helpers/LocalFiles.h"
+#include "helpers/TestServices.h"
 #include "helpers/WebProxy.h"
+#include "helpers/Widened.h"
 
 namespace {
-
-std::string Required(const char* name) {
-    const char* const value = std::getenv(name);
-    if (value == nullptr) throw std::runtime_error(std::string(name) + " is not set");
-    return value;
-}
-
-std::string BytesOfFile(const std::string& path) {
-    FILE* const file = fopen(path.c_str(), "rb");
-    if (file == nullptr) throw std::runtime_error(path + " cannot be opened");
-    std::string bytes(65536, '\0');
-    bytes.resize(fread(bytes.data(), 1, bytes.size(), file));
-    fclose(file);
-    return bytes;
-}
 
 /* While one lives, the machine trusts the certificate authority that ORVANDE_TEST_AUTHORITY names. */
 class TrustedAuthority {
 public:
     TrustedAuthority() {
-        const std::string bytes = BytesOfFile(Required("ORVANDE_TEST_AUTHORITY"));
+        const std::string bytes = ContentOf(Widened(Told("ORVANDE_TEST_AUTHORITY")));
         const HCERTSTORE store =
             CertOpenStore(CERT_STORE_PROV_SYSTEM_W, 0, 0, CERT_SYSTEM_STORE_LOCAL_MACHINE, L"Root");
         PCCERT_CONTEXT certificate = nullptr;
@@ -66,7 +53,7 @@ private:
 
 class SecureRequest : public testing::Test {
 protected:
-    ConnectRelay relay{static_cast<uint16_t>(std::stoul(Required("ORVANDE_TEST_SECURE_PORT")))};
+    ConnectRelay relay{PortTold("ORVANDE_TEST_SECURE_PORT")};
     WebProxy proxy{relay.Port()};
 };
 

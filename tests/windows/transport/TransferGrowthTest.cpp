@@ -2,29 +2,15 @@
 #include "transport/TransferTest.h"
 
 #include <psapi.h>
-#include <winternl.h>
 
-#include <algorithm>
 #include <stdexcept>
+
+#include "helpers/OpenHandles.h"
 
 namespace {
 
 class TransferGrowth : public TransferTest {
 protected:
-    /* How many handles this process has. GetProcessHandleCount is no help: under Wine it says 0. */
-    static size_t Handles() {
-        std::vector<BYTE> bytes(1U << 20);
-        while (NtQuerySystemInformation(SystemHandleInformation, bytes.data(),
-                                        static_cast<ULONG>(bytes.size()), nullptr) < 0) {
-            if (bytes.size() > (64U << 20)) throw std::runtime_error("the system's handles cannot be listed");
-            bytes.resize(bytes.size() * 2);
-        }
-        const auto* const table = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(bytes.data());
-        return static_cast<size_t>(std::count_if(
-            table->Handle, table->Handle + table->Count,
-            [](const SYSTEM_HANDLE_ENTRY& entry) { return entry.OwnerPid == GetCurrentProcessId(); }));
-    }
-
     /* The bytes of memory that belong to this process alone. */
     static size_t PrivateBytes() {
         PROCESS_MEMORY_COUNTERS counters{};
@@ -40,12 +26,12 @@ protected:
         for (int i = 0; i < 50; ++i)
             transfer();
         server.TakeRequests();
-        const size_t handles = Handles();
+        const size_t handles = OpenHandles();
         const size_t bytes = PrivateBytes();
         for (int i = 0; i < 200; ++i)
             transfer();
         EXPECT_EQ(200U, server.TakeRequests().size());
-        EXPECT_GT(handles + 50, Handles());
+        EXPECT_GT(handles + 50, OpenHandles());
         EXPECT_GE(bytes + (512U << 10), PrivateBytes());
     }
 };
@@ -55,11 +41,11 @@ protected:
 TEST_F(TransferGrowth, IsMeasuredByWhatSeesHandlesAndAMegabyte) {
     // More than the server's own sockets come and go by.
     constexpr size_t count = 100;
-    const size_t handles = Handles();
+    const size_t handles = OpenHandles();
     std::vector<HANDLE> events(count);
     for (HANDLE& event : events)
         event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-    EXPECT_LE(handles + count / 2, Handles());
+    EXPECT_LE(handles + count / 2, OpenHandles());
     for (const HANDLE event : events)
         CloseHandle(event);
     const size_t bytes = PrivateBytes();

@@ -5,6 +5,7 @@
 
 // Builds on the platform's headers as the above includes them.
 #include "StandInControl.h"
+#include "helpers/LocalFiles.h"
 
 namespace {
 

@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <stdexcept>
-
+#include "helpers/LocalFiles.h"
 #include "helpers/ScratchFolder.h"
 #include "helpers/ShippedLibrary.h"
+#include "helpers/TestServices.h"
 #include "helpers/WebProxy.h"
+#include "helpers/Widened.h"
 
 namespace {
 
@@ -37,13 +37,6 @@ std::string BytesOf(const MapFile& file, uint64_t offset, size_t count) {
         bytes += at < head.size() ? head[static_cast<size_t>(at)] : static_cast<char>(word >> at % 8 * 8);
     }
     return bytes;
-}
-
-/* The port of a service with the map files, which ORVANDE_TEST_MAPS_PORT names. */
-uint16_t PortOfMaps() {
-    const char* const port = std::getenv("ORVANDE_TEST_MAPS_PORT");
-    if (port == nullptr) throw std::runtime_error("ORVANDE_TEST_MAPS_PORT is not set");
-    return static_cast<uint16_t>(std::strtoul(port, nullptr, 10));
 }
 
 class TransferService : public testing::Test {
@@ -83,7 +76,7 @@ protected:
     const std::wstring target = folder.Path() + L"\\a.map";
     DownloadProgress progress{-7, -7};
     std::string buffer;
-    WebProxy proxy{PortOfMaps()};
+    WebProxy proxy{PortTold("ORVANDE_TEST_MAPS_PORT")};
     ShippedLibrary library;
 };
 

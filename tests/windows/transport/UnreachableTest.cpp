@@ -1,7 +1,8 @@
 /* Searches and transfers that reach nobody. */
 #include <gtest/gtest.h>
 
-#include "helpers/LocalListener.h"
+#include "helpers/ClosedPort.h"
+#include "helpers/LocalFiles.h"
 #include "helpers/ScratchFolder.h"
 #include "helpers/ShippedLibrary.h"
 #include "helpers/WebProxy.h"
@@ -42,10 +43,8 @@ TEST(Unreachable, UnknownHostBringsNothing) {
 }
 
 TEST(Unreachable, RefusedConnectionBringsNothing) {
-    // Bound but not listening: nobody else can take the port, and nobody answers.
-    const SocketLibrary sockets;
-    const Socket closed = BoundSocket();
-    const WebProxy nobody(PortOf(closed.Get()));
+    const ClosedPort closed;
+    const WebProxy nobody(closed.Number());
     const ShippedLibrary library;
     ExpectNothing(library.Search());
     ExpectNoTransfer(library);

@@ -1,12 +1,9 @@
 /* What the console program mapshop says. */
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include "helpers/ChildProcess.h"
-#include "helpers/ScriptedServer.h"
-#include "helpers/ShippedLibrary.h"
-#include "helpers/WebProxy.h"
-#include "support/DeviceTest.h"
+#include "helpers/LocalFiles.h"
+#include "helpers/ProgramFolder.h"
+#include "programs/mapshop/MapshopProgramTest.h"
 #include "support/MapShopReply.h"
 
 using testing::HasSubstr;
@@ -14,39 +11,20 @@ using testing::StartsWith;
 
 namespace {
 
-class Mapshop : public DeviceTest {
+class Mapshop : public MapshopProgramTest {
 protected:
-    static ChildOutcome Run(const std::wstring& arguments) {
-        return RunChild(L"\"" + ProgramFolder() + L"\\mapshop.exe\" " + arguments, ProgramFolder());
-    }
-
     /* Runs the program from the test's own folder. */
-    static ChildOutcome RunCopy() {
-        return RunChild(L"\"" + PathOf(L"mapshop.exe") + L"\" search", PathOf(L""));
+    [[nodiscard]] ChildOutcome RunCopy() const {
+        return RunChild(L"\"" + PathOf(L"mapshop.exe") + L"\" search", folder.Path());
     }
 
     /* Copies a file of the program's folder to the test's. */
-    static void Copy(const std::wstring& from, const std::wstring& to) {
+    void Copy(const std::wstring& from, const std::wstring& to) const {
         ASSERT_TRUE(CopyFileW((ProgramFolder() + L"\\" + from).c_str(), PathOf(to).c_str(), TRUE));
     }
-
-    static void ExpectFailure(DWORD exitCode, const std::string& message, const ChildOutcome& outcome) {
-        EXPECT_EQ(exitCode, outcome.exitCode);
-        EXPECT_EQ("", outcome.output);
-        EXPECT_EQ("mapshop: " + message + "\n", outcome.errors);
-    }
 };
 
-class MapshopSearch : public Mapshop {
-protected:
-    void SetUp() override {
-        Mapshop::SetUp();
-        SetEnvironmentVariableW(L"COLUMNS", L"100");
-    }
-
-    ScriptedServer server;
-    WebProxy proxy{server.Port()};
-};
+using MapshopSearch = MapshopWebTest;
 
 }  // namespace
 

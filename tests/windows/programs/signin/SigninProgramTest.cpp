@@ -5,7 +5,7 @@
 
 #include "account/AccountServiceTest.h"
 #include "helpers/ChildProcess.h"
-#include "helpers/ShippedLibrary.h"
+#include "helpers/ProgramFolder.h"
 
 namespace {
 

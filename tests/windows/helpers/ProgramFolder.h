@@ -1,0 +1,7 @@
+/* Where the test program lies, with the files that are tested. */
+#pragma once
+
+#include <string>
+
+/* The test program's folder, without a separator at its end. Throws std::runtime_error when its path is too long. */
+std::wstring ProgramFolder();
