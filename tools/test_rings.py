@@ -34,11 +34,10 @@ class Process:
     def __init__(self, command, log, environment=None):
         self.log = log
         self.began = time.monotonic()
-        with open(log, "ab") as output:
+        with open(log, "wb") as output:
             self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT,
                                             env=environment, start_new_session=True)
         self.reading = open(log, encoding="utf-8", errors="replace", newline="\n")
-        self.reading.seek(0)
         self.code = None
         self.seconds = 0.0
         self.processor = 0.0
@@ -87,20 +86,27 @@ class Ring:
         self.passed = self.failed = 0
         self.seconds = self.processor = 0.0
 
-    def start_next_build(self):
-        preset, target = self.builds.pop(0)
-        log = LOGS / f"build-{preset}"
-        log.unlink(missing_ok=True)
+    def is_running(self):
+        return self.process is not None and not self.is_over
+
+    def begin(self):
+        """The next build, or the tests when all is built."""
+        if self.builds:
+            self.start_build(*self.builds.pop(0))
+        else:
+            self.start_tests()
+
+    def start_build(self, preset, target):
         configured = pathlib.Path("build", preset, "build.ninja").exists()
         configure = "" if configured else f"cmake --preset {preset} && "
-        self.progress = ""
-        self.process = Process(["bash", "-c", f"{configure}ninja -C build/{preset} {target}"], log)
+        self.start(["bash", "-c", f"{configure}ninja -C build/{preset} {target}"], LOGS / f"build-{preset}")
 
     def start_tests(self):
-        log = LOGS / f"test-{self.name}"
-        log.unlink(missing_ok=True)
-        command = ["tools/lint"] if self.name == "lint" else ["tools/run-ring", self.name]
         self.is_testing = True
+        command = ["tools/lint"] if self.name == "lint" else ["tools/run-ring", self.name]
+        self.start(command, LOGS / f"test-{self.name}")
+
+    def start(self, command, log):
         self.progress = ""
         self.process = Process(command, log, self.environment)
 
@@ -108,8 +114,8 @@ class Ring:
         text = self.process.read()
         if self.is_testing:
             self.counts.take(text)
-            done = self.counts.passed + self.counts.failed
-            self.progress = f"{done} of {max(self.counts.total, self.counts.begun)} cases"
+            done, known = self.counts.passed + self.counts.failed, max(self.counts.total, self.counts.begun)
+            self.progress = f"{done} of {known} cases" if known else ""
             return
         steps = BUILT.findall(text)
         if steps:
@@ -119,34 +125,34 @@ class Ring:
         self.seconds += self.process.seconds
         self.processor += self.process.processor
         self.take_progress()
-
-    def fail(self, why):
-        """A ring whose tests cannot be run has failed once."""
-        say(f"{self.name}: {why}", sys.stderr)
-        self.is_over = True
-        self.failed += 1
-
-    def end_build(self):
-        self.end_step()
-        if self.process.code != 0:
-            print("\n".join(self.process.log.read_text(errors="replace").split("\n")[-40:]), file=sys.stderr)
-            self.fail(f"not built (the whole output: {self.process.log})")
+        if self.is_testing:
+            self.end_tests()
+        elif self.process.code == 0:
+            self.begin()
+        else:
+            self.fail("not built")
 
     def end_tests(self):
-        self.end_step()
         self.is_over = True
         self.counts.end(self.process.code == 0)
         self.passed, self.failed = self.counts.passed, self.counts.failed
         if self.counts.failures:
             print("\n".join(self.counts.failures), flush=True)
         if self.process.code != 0 and self.failed == 0:
-            print("\n".join(self.process.log.read_text(errors="replace").split("\n")[-40:]), file=sys.stderr)
-            self.fail(f"the tests did not come to their end (see {self.process.log})")
+            self.fail("the tests did not come to their end")
         elif self.passed + self.failed == 0 and "GTEST_FILTER" not in self.environment:
-            self.fail(f"no test was run (see {self.process.log})")
+            self.fail("no test was run")
         elif self.failed:
             say(f"{self.name}: the whole output is in {self.process.log}")
         say(f"{self.name}: {self.passed} passed, {self.failed} failed")
+
+    def fail(self, why):
+        """A ring whose tests cannot be run has failed once."""
+        end = self.process.log.read_text(encoding="utf-8", errors="replace").split("\n")[-40:]
+        print("\n".join(end), file=sys.stderr)
+        say(f"{self.name}: {why} (the whole output: {self.process.log})", sys.stderr)
+        self.is_over = True
+        self.failed += 1
 
 
 class Display:
@@ -158,8 +164,7 @@ class Display:
         self.last = time.monotonic()
 
     def show(self, rings):
-        going_on = [f"{ring.name}: {ring.progress}" for ring in rings if ring.process and not ring.is_over and ring.progress]
-        text = ", ".join(going_on)
+        text = ", ".join(f"{ring.name}: {ring.progress}" for ring in rings if ring.progress)
         if self.is_terminal:
             text = text[: shutil.get_terminal_size().columns - 1]
             if text != self.shown:
@@ -187,27 +192,17 @@ def run(rings):
             building = waiting.pop(0)
             display.clear()
             say(building.name)
-        if building and building.process is None and building.builds:
-            building.start_next_build()
-        if building and (building.process is None or building.process.has_ended()):
-            display.clear()
-            if building.process:
-                building.end_build()
-            if not building.is_over and building.builds:
-                building.start_next_build()
-            else:
-                if not building.is_over:
-                    building.start_tests()
-                building = None
+            building.begin()
         for ring in rings:
-            if ring.is_over or ring.process is None:
+            if not ring.is_running():
                 continue
-            if ring.is_testing and ring.process.has_ended():
+            ring.take_progress()
+            if ring.process.has_ended():
                 display.clear()
-                ring.end_tests()
-            else:
-                ring.take_progress()
-        display.show(rings)
+                ring.end_step()
+        if building and (building.is_testing or building.is_over):
+            building = None
+        display.show([ring for ring in rings if ring.is_running()])
         time.sleep(0.1)
     display.clear()
 
