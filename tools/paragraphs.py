@@ -14,6 +14,7 @@ from typing import NamedTuple
 WIDTH = 110
 LAID_OUT = re.compile(r"[-=~_*]{3}|[|>#<]|\[[^]]+\]:|NOLINT|clang-format |shellcheck |noqa|pylint:")
 ITEM = re.compile(r" *(?:[-+*]|\d+[.)]) +(?=[^ ])")
+GOES_ON = re.compile(r"[\w,][*+] ")  # prose that happens to be broken before one of these
 COLUMNS = re.compile(r"[^ ] {2,}[^ ]|[\t\r]")
 LICENCE = re.compile(r"SPDX-License|Copyright \(c\)|Permission is hereby granted")
 C_TOKEN = re.compile(r"""R"([^\s()\\]*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|'(?:\\.|[^'\\\n])*'|\b\d[\w'.]*"""
@@ -41,7 +42,8 @@ def paragraphs(texts):
     stays."""
     paragraph, indent, fenced = [], 0, False
     for text in texts:
-        item = ITEM.match(text)
+        goes_on = paragraph and not indent and GOES_ON.match(paragraph[-1][-1] + text)
+        item = None if goes_on else ITEM.match(text)
         words = text[item.end():] if item else text.lstrip(" ")
         margin = len(text) - len(text.lstrip(" "))
         fence = words.startswith("```")
