@@ -20,5 +20,5 @@ protected:
         EXPECT_EQ(UINT{MB_ICONHAND}, box.flags);
     }
 
-    const std::vector<std::string> noCalls;
+    const std::vector<std::string> noCalls{};
 };
