@@ -14,6 +14,7 @@ TEST_F(DialogOnDevice, FillsTheScreenAndHasTheDefaultMenuBar) {
         EXPECT_EQ(user.Window(), dialog.window);
         EXPECT_NE(nullptr, dialog.menuBarWindow);
         EXPECT_NE(nullptr, dialog.commandMenu);
+        EXPECT_EQ(FORM_FIELD, user.Focus());
         Cancel(user);
     });
     EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
