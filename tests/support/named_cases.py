@@ -1,6 +1,6 @@
-"""Runs unittest cases as a program of GoogleTest would, so that each of them is counted: it reports them in the same
-form, takes --gtest_list_tests and the environment's GTEST_FILTER. A skipped case has failed: nothing is known of what
-it is about."""
+"""Runs unittest cases as a program of GoogleTest would, so that each of them is counted: it reports them in
+the same form, takes --gtest_list_tests and the environment's GTEST_FILTER. A skipped case has failed: nothing
+is known of what it is about."""
 import fnmatch
 import os
 import sys
