@@ -57,7 +57,8 @@ class TestLog:
             return
         ended = PROGRAM.match(line)
         if ended:
-            self.end_program(self.programs.setdefault(int(ended[1]), Program()), bool(PASSED.search(line)), line)
+            program = self.programs.setdefault(int(ended[1]), Program())
+            self.end_program(program, bool(PASSED.search(line)), line)
             return
         number, line = LINE.match(line).groups()
         program = self.programs.setdefault(int(number or 0), Program())

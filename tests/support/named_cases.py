@@ -67,7 +67,8 @@ def succeeded(result):
 
 
 def main():
-    suite = unittest.TestSuite(chosen(unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])))
+    cases = unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])
+    suite = unittest.TestSuite(chosen(cases))
     if "--gtest_list_tests" in sys.argv:
         print(*(f"  {name_of(test)}" for test in suite), sep="\n")
         return

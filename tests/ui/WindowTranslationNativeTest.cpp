@@ -256,7 +256,8 @@ TEST_F(WindowTranslation, MenuIsAskedByPositionWithItsTextFieldsOnly) {
     device.ForgetCalls();
     TranslateMenu(menu.handle);
     const std::vector<std::string> expected = {
-        R"(GetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = TRUE, type 0x0, "Open")",
+        "GetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = "
+        R"(TRUE, type 0x0, "Open")",
         R"(SetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, text "Ouvrir"}) = TRUE)"};
     std::vector<std::string> calls;
     for (const std::string& call : device.Calls({"GetMenuItemInfoW", "SetMenuItemInfoW"}))
