@@ -19,7 +19,8 @@ public:
     [[nodiscard]] DWORD SymbolCount() const { return headers.FileHeader.NumberOfSymbols; }
     [[nodiscard]] std::vector<std::string> SectionNames() const;
 
-    /* The exported names, in the order of the file, and how many functions are exported with and without a name. */
+    /* The exported names, in the order of the file, and how many functions are exported with and without a
+     * name. */
     [[nodiscard]] std::vector<std::string> ExportedNames() const;
     [[nodiscard]] DWORD ExportedFunctionCount() const;
 

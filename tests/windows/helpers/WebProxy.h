@@ -5,8 +5,8 @@
 
 #include "Platform.h"
 
-/* While one lives, the user's proxy is a port of this machine; afterwards there is none. Sessions
- * that are opened meanwhile use it. Not two at a time. */
+/* While one lives, the user's proxy is a port of this machine; afterwards there is none. Sessions that are
+ * opened meanwhile use it. Not two at a time. */
 class WebProxy {
 public:
     explicit WebProxy(uint16_t port);

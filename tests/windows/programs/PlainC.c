@@ -1,4 +1,5 @@
-/* A program in C that is linked with the DLL's import library. Prints the results of a search and its final value. */
+/* A program in C that is linked with the DLL's import library. Prints the results of a search and its final
+ * value. */
 #include <stdio.h>
 
 #include "LMOnline.h"

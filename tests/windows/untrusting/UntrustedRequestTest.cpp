@@ -1,5 +1,5 @@
-/* A request over HTTPS to a service for which nobody vouches. It needs a process of its own: what Windows has once learnt of
- * the machine's authorities it keeps. */
+/* A request over HTTPS to a service for which nobody vouches. It needs a process of its own: what Windows has
+ * once learnt of the machine's authorities it keeps. */
 #include "transport/CgiRequest.h"
 
 #include <gtest/gtest.h>
