@@ -5,12 +5,9 @@
 #include "base/Contained.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
+#include "transport/Protocol.h"
 
 namespace {
-
-constexpr int32_t searchRequest = 101;
-constexpr int32_t mapEntry = 4;
-constexpr uint32_t itemSize = 16;
 
 // A reply may announce two thousand million entries and end early. After this many entries in a row for which
 // no byte arrives, the remaining ones are not read.
@@ -20,14 +17,14 @@ constexpr int32_t mostEmptyEntries = 1000;
 
 bool MapShopSearch::AreItems(const void* items, int32_t count) {
     if (count == 0) return true;
-    return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / itemSize;
+    return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / mapItemSize;
 }
 
 void MapShopSearch::Run(const void* items, int32_t count) {
     CgiRequest request(serviceHost, TEXT("cgi-bin/mapstore.cgi"), true, false);
-    request.WriteInt32(searchRequest);
+    request.WriteInt32(mapSearchCode);
     request.WriteInt32(count);
-    if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * itemSize);
+    if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * mapItemSize);
     if (request.SendRequest()) ReadReply(request);
 }
 
@@ -45,7 +42,7 @@ void MapShopSearch::ReadReply(ByteStream& reply) {
         emptyEntries = reply.ReadInt32(type) ? 0 : emptyEntries + 1;
         if (emptyEntries == mostEmptyEntries) break;
         // Entries of other types have no fields.
-        if (type == mapEntry) ReadMap(reply);
+        if (type == mapEntryType) ReadMap(reply);
     }
     reply.ReadInt32(finalValue);
 }
