@@ -1,4 +1,5 @@
-"""Prints how many cases the tests of a build have, as `cases: N`: those that match GTEST_FILTER when it is set.
+"""Prints how many cases the tests of a build have, as `cases: N`: those that match GTEST_FILTER when it is
+set.
 
     count_cases.py BUILD
 """

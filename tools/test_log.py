@@ -1,8 +1,9 @@
 """Counts the cases in what tests print.
 
-GoogleTest's form counts case by case, also behind the number that ctest puts before each line. A program of another
-form counts for one, by ctest's own line. A case that was begun and did not end well has failed, whatever stopped it; so
-has a program that ends badly after its last case. A skipped case has failed: nothing is known of what it is about.
+GoogleTest's form counts case by case, also behind the number that ctest puts before each line. A program of
+another form counts for one, by ctest's own line. A case that was begun and did not end well has failed,
+whatever stopped it; so has a program that ends badly after its last case. A skipped case has failed: nothing
+is known of what it is about.
 """
 import re
 
@@ -56,7 +57,8 @@ class TestLog:
             return
         ended = PROGRAM.match(line)
         if ended:
-            self.end_program(self.programs.setdefault(int(ended[1]), Program()), bool(PASSED.search(line)), line)
+            program = self.programs.setdefault(int(ended[1]), Program())
+            self.end_program(program, bool(PASSED.search(line)), line)
             return
         number, line = LINE.match(line).groups()
         program = self.programs.setdefault(int(number or 0), Program())
@@ -80,7 +82,8 @@ class TestLog:
             self.failures += [*program.shown, line]
 
     def end(self, well):
-        """The log is whole; `well`: what wrote it ended well. Whatever ctest has said nothing about ended with it."""
+        """The log is whole; `well`: what wrote it ended well. Whatever ctest has said nothing about ended
+        with it."""
         if self.rest:
             self.take_line(self.rest)
         for program in self.programs.values():

@@ -35,8 +35,8 @@ class Process:
         self.log = log
         self.began = time.monotonic()
         with open(log, "wb") as output:
-            self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT,
-                                            env=environment, start_new_session=True)
+            self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output,
+                                            stderr=subprocess.STDOUT, env=environment, start_new_session=True)
         self.reading = open(log, encoding="utf-8", errors="replace", newline="\n")
         self.code = None
         self.seconds = 0.0

@@ -23,6 +23,21 @@ TEST_F(CreateAccountScreen, ShowsItsTextsFieldsAndMenuBar) {
     EXPECT_TRUE(device.Requests().empty());
 }
 
+TEST_F(CreateAccountScreen, StartsWithItsFieldsFilledInAndTheFocusInTheFirst) {
+    account.userId = TEXT("Anna");
+    account.password = TEXT("secret1");
+    Run([this](DialogUser& user) {
+        const std::vector<std::string> expected = {
+            R"(SetWindowTextW(control 1001 of dialog 1, "Anna") = TRUE)",
+            R"(SetWindowTextW(control 1003 of dialog 1, "secret1") = TRUE)",
+            R"(SetWindowTextW(control 1006 of dialog 1, "") = TRUE)",
+            R"(SetWindowTextW(control 1010 of dialog 1, "") = TRUE)"};
+        EXPECT_EQ(expected, device.Calls({"SetWindowTextW"}));
+        EXPECT_EQ(USER_ID_FIELD, user.Focus());
+        user.PressButton(IDCANCEL);
+    });
+}
+
 TEST_F(CreateAccountScreen, CheckBoxIsNoTabStop) {
     Run([](DialogUser& user) {
         user.Type(EMAIL_FIELD, u"a");
@@ -50,6 +65,8 @@ TEST_F(CreateAccountScreen, PostsItsRequestSavesAndEndsWithOk) {
     EXPECT_EQ("UserID=Anna\r\n", SettingsFile());
     EXPECT_TRUE(device.MessageBoxes().empty());
     EXPECT_EQ(1u, device.CountCalls("ConnMgrEstablishConnectionSync"));
+    const std::vector<std::string> calls = device.Calls({"fclose", "EndDialog"});
+    EXPECT_EQ((std::vector<std::string>{"fclose(file 1) = 0", "EndDialog(dialog 1, 1) = TRUE"}), calls);
 }
 
 TEST_F(CreateAccountScreen, KeepsThePasswordIfTheLastSignInSaidSo) {
@@ -118,6 +135,19 @@ TEST_F(CreateAccountScreen, SecondPasswordStaysUntilTheBoxAboutItIsClosed) {
         EXPECT_EQ(expected, device.Calls({"MessageBoxW", "SetWindowTextW"}));
         user.PressButton(IDCANCEL);
     });
+}
+
+TEST_F(CreateAccountScreen, SettingsAreReadOnceThePasswordsMatchAndTheFieldsAfterThem) {
+    Answer(MapShopReply().Int32(0));
+    EXPECT_TRUE(Run([this](DialogUser& user) {
+        Fill(user);
+        device.ForgetCalls();
+        user.PressButton(IDOK);
+    }));
+    std::string order;
+    for (const std::string& call : device.Calls({"RegOpenKeyExW", "GetDlgItemTextW", "InternetOpenW"}))
+        order += call[0];
+    EXPECT_EQ("GGRRGGGGI", order);
 }
 
 TEST_F(CreateAccountScreen, EmptyFieldsAreSentForTheServiceToJudge) {

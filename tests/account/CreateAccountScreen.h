@@ -37,6 +37,7 @@ protected:
             ExpectMessage();
             user.PressButton(IDOK);
             EXPECT_EQ(staysOpen, user.IsOpen());
+            ASSERT_FALSE(device.MessageBoxes().empty());
             EXPECT_EQ(user.Window(), device.MessageBoxes().back().owner);
             ExpectBox(text, MB_ICONHAND);
             if (user.IsOpen()) user.PressButton(IDCANCEL);

@@ -1,5 +1,6 @@
 /* How the sign-in dialog looks, and signing in with it. */
 #include "account/SignInScreen.h"
+#include "ui/FormDialog.h"
 
 TEST_F(SignInScreen, ShowsItsTextsFieldsAndMenu) {
     EXPECT_FALSE(Run([](DialogUser& user) {
@@ -60,6 +61,9 @@ TEST_F(SignInScreen, SigningInSavesTheUserIdAndWithoutATickOnlyThat) {
     EXPECT_EQ(TEXT("Secret-1"), account.password);
     EXPECT_FALSE(account.savePassword);
     EXPECT_EQ("UserID=Anna\r\n", SettingsFile());
+    EXPECT_EQ((std::vector<std::string>{"fclose(file 1) = 0", "EndDialog(dialog 1, 1) = TRUE"}),
+              device.Calls({"fclose", "EndDialog"}))
+        << "the settings are saved first";
     EXPECT_EQ(MapShopReply().Int32(8).Text(TEXT("Anna")).Text(TEXT("Secret-1")).Int32(0x01020304).bytes,
               device.Requests().at(0).body);
 }
@@ -172,6 +176,17 @@ TEST_F(SignInScreen, ReadOnlySettingsFileDoesNotKeepFromSigningIn) {
         user.PressButton(IDOK);
     }));
     EXPECT_EQ("UserID=Old\r\n", SettingsFile());
+}
+
+TEST_F(SignInScreen, IsOwnedByTheWindowThatAsksForIt) {
+    FormDialog application;
+    device.UseDialog([this](DialogUser& user) {
+        device.UseDialog(Leave);
+        EXPECT_FALSE(RunSignInDialog(account, user.Window()));
+        EXPECT_EQ(user.Window(), device.Dialogs().at(1).owner);
+        Cancel(user);
+    });
+    application.DoModal(nullptr);
 }
 
 TEST_F(SignInScreen, ThatCannotBeShownIsNotSignedIn) {

@@ -24,6 +24,7 @@ protected:
     void ExpectRefusal(std::u16string_view text, UINT flags) {
         ExpectMessage();
         EXPECT_FALSE(SignIn(account, nullptr));
+        ASSERT_FALSE(device.MessageBoxes().empty());
         EXPECT_EQ(nullptr, device.MessageBoxes().back().owner);
         ExpectBox(text, flags);
     }
@@ -103,6 +104,18 @@ TEST_F(SigningIn, AnythingElseTheServiceMayAnswerIsAProblem) {
         Answer(bad.reply);
         ExpectRefusal(problem, 0);
     }
+}
+
+TEST_F(SigningIn, StatusThatCannotBeReadIsAProblemThoughZerosFollow) {
+    Accept();
+    device.FailCall("InternetReadFile", 1, ERROR_INTERNET_TIMEOUT);
+    ExpectRefusal(problem, 0);
+}
+
+TEST_F(SigningIn, NothingIsReadOfARequestThatWasNotSent) {
+    Answer(WebReply::Refused());
+    ExpectRefusal(problem, 0);
+    EXPECT_EQ(0u, device.CountCalls("InternetReadFile"));
 }
 
 TEST_F(SigningIn, HttpStatusDoesNotMatter) {

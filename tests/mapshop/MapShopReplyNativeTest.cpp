@@ -205,6 +205,12 @@ TEST_F(MapShop, FailuresOfTheNetworkGiveAHandleWithoutResults) {
     }
 }
 
+TEST_F(MapShop, NothingIsReadOfARequestThatWasNotSent) {
+    Answer(WebReply::Refused());
+    ExpectNothingFound();
+    EXPECT_EQ(0u, device.CountCalls("InternetReadFile"));
+}
+
 TEST_F(MapShop, FailureOfAnySingleCallIsEitherOfNoConsequenceOrLeavesNoResults) {
     const struct {
         const char* function;

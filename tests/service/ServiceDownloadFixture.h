@@ -13,7 +13,8 @@
 #include "ServiceProcess.h"
 #include "TemporaryFolder.h"
 
-/* One service for all tests that neither change its files nor read its log: its first start takes a second. */
+/* One service for all tests that neither change its files nor read its log: its first start takes a
+ * second. */
 class ServiceDownload : public testing::Test {
 protected:
     static void SetUpTestSuite() {

@@ -17,10 +17,8 @@ public:
 
     /* Units without the length before them. */
     MapShopReply& Units(WideStringView units) {
-        for (const WCHAR unit : units) {
-            bytes += static_cast<char>(unit & 0xFF);
-            bytes += static_cast<char>(unit >> 8);
-        }
+        // Every ring's machine has the wire's order of bytes.
+        bytes.append(reinterpret_cast<const char*>(units.data()), units.size() * sizeof(WCHAR));
         return *this;
     }
 

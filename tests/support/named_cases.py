@@ -1,6 +1,6 @@
-"""Runs unittest cases as a program of GoogleTest would, so that each of them is counted: it reports them in the same
-form, takes --gtest_list_tests and the environment's GTEST_FILTER. A skipped case has failed: nothing is known of what
-it is about."""
+"""Runs unittest cases as a program of GoogleTest would, so that each of them is counted: it reports them in
+the same form, takes --gtest_list_tests and the environment's GTEST_FILTER. A skipped case has failed: nothing
+is known of what it is about."""
 import fnmatch
 import os
 import sys
@@ -67,7 +67,8 @@ def succeeded(result):
 
 
 def main():
-    suite = unittest.TestSuite(chosen(unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])))
+    cases = unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])
+    suite = unittest.TestSuite(chosen(cases))
     if "--gtest_list_tests" in sys.argv:
         print(*(f"  {name_of(test)}" for test in suite), sep="\n")
         return

@@ -30,7 +30,8 @@ class NamedCases(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             script = pathlib.Path(folder) / "sample.py"
             script.write_text(CASES.format(folder=str(SUPPORT), case=case), encoding="ascii")
-            return subprocess.run([sys.executable, "-B", script, *arguments], capture_output=True, text=True, check=False)
+            return subprocess.run([sys.executable, "-B", script, *arguments],
+                                  capture_output=True, text=True, check=False)
 
     def assert_reported(self, case, line, code):
         result = self.run_case(case)
@@ -41,14 +42,16 @@ class NamedCases(unittest.TestCase):
         self.assert_reported("def test_it(self): pass", r"\[       OK \] Sample\.it \(\d+ ms\)\n", 0)
 
     def test_a_case_that_does_not_hold_has_failed(self):
-        self.assert_reported("def test_it(self): self.fail('why')", r"why[^[]+\[  FAILED  \] Sample\.it \(\d+ ms\)\n", 1)
+        self.assert_reported("def test_it(self): self.fail('why')",
+                             r"why[^[]+\[  FAILED  \] Sample\.it \(\d+ ms\)\n", 1)
 
     def test_a_skipped_case_has_failed(self):
         self.assert_reported("def test_it(self): self.skipTest('why')",
                              r"skipped: why\n\[  FAILED  \] Sample\.it \(\d+ ms\)\n", 1)
 
     def test_a_class_that_cannot_be_set_up_has_failed(self):
-        self.assert_reported("def test_it(self): pass\n    @classmethod\n    def setUpClass(cls): raise ValueError('why')",
+        self.assert_reported("def test_it(self): pass\n    @classmethod\n"
+                             "    def setUpClass(cls): raise ValueError('why')",
                              r"why[^[]+\[  FAILED  \] setUpClass \(Sample\) \(\d+ ms\)\n", 1)
 
     def test_a_class_without_cases_has_failed(self):

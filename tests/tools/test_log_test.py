@@ -50,7 +50,8 @@ class Counts(unittest.TestCase):
 
     def test_a_skipped_case_has_failed(self):
         skipped = "1: [ RUN      ] A.Second\n1: [  SKIPPED ] A.Second (0 ms)\n"
-        self.assertIn("[  SKIPPED ] A.Second (0 ms)", self.assert_counts(1, 1, BEGUN + FIRST + skipped + PASSED).failures)
+        log = self.assert_counts(1, 1, BEGUN + FIRST + skipped + PASSED)
+        self.assertIn("[  SKIPPED ] A.Second (0 ms)", log.failures)
 
     def test_a_case_in_which_the_program_ends_has_failed_and_is_shown(self):
         log = self.assert_counts(1, 1, BEGUN + FIRST + "1: [ RUN      ] A.Second\n1: last words\n" + FAILED)

@@ -28,7 +28,8 @@ TEST_F(Cgi, CallsOfOnePlainRequestFromConstructionToDestruction) {
         "0x00000000, link 1, status 0x10",
         R"(InternetOpenW("ZR_CgiClient-SP", 0, null, null, 0x00000000) = session 1)",
         R"(InternetConnectW(session 1, "host.example", 80, null, null, 3, 0x00000000, 0) = connection 1)",
-        R"(HttpOpenRequestW(connection 1, "POST", "cgi-bin/program.cgi", null, null, null, 0x00080100, 0) = request 1)",
+        R"(HttpOpenRequestW(connection 1, "POST", "cgi-bin/program.cgi", null, null, null, 0x00080100, 0) = )"
+        "request 1",
         "LoadCursorW(null, IDC_WAIT) = wait cursor",
         "SetCursor(wait cursor) = normal cursor",
         "HttpSendRequestW(request 1, null, 0, body, 8) = TRUE",

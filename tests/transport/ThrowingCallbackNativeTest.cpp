@@ -1,5 +1,5 @@
-/* An application that throws C++ exceptions into the library: both must come from the same compiler and share its
- * runtime, as they do here. */
+/* An application that throws C++ exceptions into the library: both must come from the same compiler and share
+ * its runtime, as they do here. */
 #include "transport/TransferFixture.h"
 
 using Download = Transfer;

@@ -88,6 +88,25 @@ TEST_F(DialogFailure, DialogThatThrowsInADialogEndsOnlyItself) {
     EXPECT_EQ(IDOK, outer.DoModal(nullptr));
 }
 
+TEST_F(DialogFailure, DialogThatCannotBeBoundLeavesTheFocusAlone) {
+    FormDialog dialog;
+    // Memory runs out for what the library calls, not for what the user does.
+    dialog.onInit = [&] {
+        FormDialog unbound;
+        const auto object = reinterpret_cast<LPARAM>(static_cast<Dialog*>(&unbound));
+        const auto proc = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(dialog.window, DWLP_DLGPROC));
+        const HWND control = GetDlgItem(dialog.window, FORM_FIELD);
+        AllocationWatch watch(1);
+        const INT_PTR result = proc(control, WM_INITDIALOG, 0, object);
+        watch.Stop();
+        EXPECT_TRUE(watch.Failed());
+        EXPECT_EQ(FALSE, result);
+        EXPECT_EQ(nullptr, unbound.window);
+    };
+    device.UseDialog(Cancel);
+    EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
+}
+
 TEST_F(DialogFailure, MemoryThatRunsOutAnywhereOnTheWayLeavesNothingBehind) {
     Translate("A form\tUn formulaire\nName\tNom\nDone\tFini\nCancel\tAnnuler\n");
     bool wasShown = true;

@@ -15,6 +15,17 @@ TEST_F(DialogOnDevice, BackKeyIsHandedToTheFocusedControlAndDoesNotCloseTheDialo
     EXPECT_EQ(0u, device.Calls({"SHSendBackToFocusWindow"})[0].find("SHSendBackToFocusWindow(WM_HOTKEY, "));
 }
 
+TEST_F(DialogOnDevice, BackKeyIsHandedOnWithAllThatCameWithIt) {
+    FormDialog dialog;
+    device.UseDialog([](DialogUser& user) {
+        user.Send(WM_HOTKEY, 7, MAKELPARAM(3, VK_ESCAPE));
+        Cancel(user);
+    });
+    dialog.DoModal(nullptr);
+    EXPECT_EQ((std::vector<std::string>{"SHSendBackToFocusWindow(WM_HOTKEY, 0x7, 0x1B0003)"}),
+              device.Calls({"SHSendBackToFocusWindow"}));
+}
+
 TEST_F(DialogOnDevice, OtherHotKeysAreOrdinaryMessages) {
     FormDialog dialog;
     std::vector<LPARAM> seen;
@@ -84,8 +95,9 @@ TEST_F(DialogOnDevice, CommandsComeWithControlAndNotificationCode) {
 TEST_F(DialogOnDevice, NotificationsReachTheDialogAndCountAsHandled) {
     FormDialog dialog;
     std::vector<WPARAM> seen;
-    dialog.onNotify = [&](WPARAM wParam, LPARAM) {
+    dialog.onNotify = [&](WPARAM wParam, LPARAM lParam) {
         seen.push_back(wParam);
+        EXPECT_EQ(9u, reinterpret_cast<const NMHDR*>(lParam)->code);
         SetWindowLongPtrW(dialog.window, DWLP_MSGRESULT, 42);
     };
     device.UseDialog([](DialogUser& user) {
@@ -119,14 +131,30 @@ TEST_F(DialogOnDevice, OfTheHotKeysOnlyTheBackKeyCountsAsHandled) {
 
 TEST_F(DialogOnDevice, ResultOfOnMessageIsTheDialogProceduresOwn) {
     FormDialog dialog;
-    dialog.onMessage = [](UINT message, WPARAM, LPARAM) -> INT_PTR {
-        return message == WM_CTLCOLORSTATIC ? 42 : 0;
+    dialog.onMessage = [](UINT message, WPARAM wParam, LPARAM lParam) -> INT_PTR {
+        return message == WM_CTLCOLORSTATIC ? static_cast<INT_PTR>(wParam) * 10 + lParam : 0;
     };
     device.UseDialog([](DialogUser& user) {
-        EXPECT_EQ(42, user.Send(WM_CTLCOLORSTATIC, 0, 0)) << "this message's result is the procedure's";
+        EXPECT_EQ(42, user.Send(WM_CTLCOLORSTATIC, 4, 2)) << "this message's result is the procedure's";
         Cancel(user);
     });
     dialog.DoModal(nullptr);
+}
+
+TEST_F(DialogOnDevice, InitialisationIsToldTheControlThatGetsTheFocusAndTheObject) {
+    class Noting : public FormDialog {
+    public:
+        BOOL OnInitDialog(WPARAM wParam, LPARAM lParam) override {
+            EXPECT_EQ(GetDlgItem(window, FORM_FIELD), reinterpret_cast<HWND>(wParam));
+            EXPECT_EQ(this, reinterpret_cast<Dialog*>(lParam));
+            isTold = true;
+            return TRUE;
+        }
+        bool isTold = false;
+    } dialog;
+    device.UseDialog(Cancel);
+    dialog.DoModal(nullptr);
+    EXPECT_TRUE(dialog.isTold);
 }
 
 TEST_F(DialogOnDevice, InitialisationMessageWithoutAnObjectIsIgnored) {

@@ -14,6 +14,7 @@ TEST_F(DialogOnDevice, FillsTheScreenAndHasTheDefaultMenuBar) {
         EXPECT_EQ(user.Window(), dialog.window);
         EXPECT_NE(nullptr, dialog.menuBarWindow);
         EXPECT_NE(nullptr, dialog.commandMenu);
+        EXPECT_EQ(FORM_FIELD, user.Focus());
         Cancel(user);
     });
     EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
@@ -40,10 +41,13 @@ TEST_F(DialogOnDevice, IsSetUpInOrderFromItsTextsToItsOwnInitialisation) {
         "SHCreateMenuBar({size ok, parent dialog 1, flags 0x10, id 115, library}) = TRUE, bar 1",
         "SendMessageW(bar 1, TB_BUTTONCOUNT, 0x0, 0x0) = 2",
         "SendMessageW(bar 1, TB_GETBUTTON, 0) = 1, command 1",
-        R"(SendMessageW(bar 1, TB_GETBUTTONINFOW, 1, {size ok, mask 0x22, room 255}) = 0, command 1, text "Done")",
+        "SendMessageW(bar 1, TB_GETBUTTONINFOW, 1, {size ok, mask 0x22, room 255}) = "
+        R"(0, command 1, text "Done")",
         "SendMessageW(bar 1, TB_GETBUTTON, 1) = 1, command 2",
-        R"(SendMessageW(bar 1, TB_GETBUTTONINFOW, 2, {size ok, mask 0x22, room 255}) = 1, command 2, text "Cancel")",
-        R"(SendMessageW(bar 1, TB_SETBUTTONINFOW, 2, {size ok, mask 0x22, command 0, text "Annuler", length 7}) = 1)",
+        "SendMessageW(bar 1, TB_GETBUTTONINFOW, 2, {size ok, mask 0x22, room 255}) = "
+        R"(1, command 2, text "Cancel")",
+        "SendMessageW(bar 1, TB_SETBUTTONINFOW, 2, "
+        R"({size ok, mask 0x22, command 0, text "Annuler", length 7}) = 1)",
         "SendMessageW(bar 1, SHCMBM_OVERRIDEKEY, 27, 0x00030003) = 1",
         "SendMessageW(bar 1, SHCMBM_GETMENU, 0x0, 0x0) = menu 1",
         R"(SetMenuItemInfoW(menu 1, 1, TRUE, {size ok, mask 0x10, type 0x0, text "Annuler"}) = TRUE)",

@@ -42,10 +42,9 @@ TEST_F(DialogOnDevice, TextOfAMenuBarButtonIsSetByItsCommandWithNothingButTheTex
     device.UseDialog([&](DialogUser& user) {
         device.ForgetCalls();
         dialog.SetMenuBarButtonText(IDOK, TEXT("Send"));
-        EXPECT_EQ(
-            (std::vector<std::string>{
-                R"(SendMessageW(bar 1, TB_SETBUTTONINFOW, 1, {size ok, mask 0x2, text "Send", length 0}) = 1)"}),
-            device.Calls({"SendMessageW"}));
+        EXPECT_EQ((std::vector<std::string>{"SendMessageW(bar 1, TB_SETBUTTONINFOW, 1, "
+                                            R"({size ok, mask 0x2, text "Send", length 0}) = 1)"}),
+                  device.Calls({"SendMessageW"}));
         EXPECT_EQ(u"Send", user.MenuBar()[0].text);
         EXPECT_EQ(IDOK, user.MenuBar()[0].command);
         Cancel(user);

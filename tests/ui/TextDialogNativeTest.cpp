@@ -75,3 +75,25 @@ TEST_F(TextDialogOnDevice, ThatCannotBeShownGivesTwo) {
 TEST_F(TextDialogOnDevice, WithoutATemplateIdGivesTwo) {
     EXPECT_EQ(2, RunTextDialog(0, nullptr, TEXT("text"), SHOWN_TEXT, 0));
 }
+
+TEST_F(TextDialogOnDevice, LeavesTheFocusToTheSystem) {
+    for (const int control : {0, SHOWN_TEXT}) {
+        TextDialog dialog(TEXT_DIALOG, TEXT("text"), control, SIGN_IN_MENU_BAR);
+        device.UseDialog([&](DialogUser& user) {
+            EXPECT_EQ(TRUE, dialog.OnInitDialog(0, 0));
+            user.ChooseMenuItem(IDCANCEL);
+        });
+        dialog.DoModal(nullptr);
+    }
+}
+
+TEST_F(TextDialogOnDevice, IsOwnedByItsParent) {
+    FormDialog parent;
+    device.UseDialog([&](DialogUser& user) {
+        device.UseDialog([](DialogUser& inner) { inner.ChooseMenuItem(IDCANCEL); });
+        RunTextDialog(TEXT_DIALOG, user.Window(), TEXT("text"), SHOWN_TEXT, SIGN_IN_MENU_BAR);
+        EXPECT_EQ(user.Window(), device.Dialogs().at(1).owner);
+        Cancel(user);
+    });
+    parent.DoModal(nullptr);
+}

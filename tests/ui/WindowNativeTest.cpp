@@ -216,6 +216,8 @@ TEST_F(WindowOnDeviceDeathTest, MessageToAnUnboundWindowShowsTheFatalBoxAndEndsT
     const auto sendToUnbound = [this] {
         device.AnswerMessageBox(IDOK);
         device.SetTerminationHook([this](UINT) {
+            const std::vector<std::string> calls = device.Calls({"SetWindowLongPtrW", "MessageBoxW"});
+            fprintf(stderr, "[%s] ", calls.at(calls.size() - 2).c_str());
             const ShownMessageBox& box = device.MessageBoxes().back();
             fprintf(stderr, "[%s] [%s] %x", std::string(box.text.begin(), box.text.end()).c_str(),
                     std::string(box.caption.begin(), box.caption.end()).c_str(), box.flags);
@@ -225,6 +227,8 @@ TEST_F(WindowOnDeviceDeathTest, MessageToAnUnboundWindowShowsTheFatalBoxAndEndsT
             [](DialogUser& user) { Window::wndProc(GetDlgItem(user.Window(), FORM_FIELD), WM_APP, 0, 0); });
         dialog.DoModal(nullptr);
     };
+    // The procedure is taken off before the box: the box has messages delivered.
     EXPECT_EXIT(sendToUnbound(), ::testing::ExitedWithCode(1),
-                "\\[Window not found in Window::wndProc\n\\] \\[Fatal Error\\] 10");
+                "\\[SetWindowLongPtrW\\(control 1101 of dialog 1, GWLP_WNDPROC, default procedure\\) = "
+                "procedure\\] \\[Window not found in Window::wndProc\n\\] \\[Fatal Error\\] 10");
 }

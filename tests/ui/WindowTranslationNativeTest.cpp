@@ -147,6 +147,23 @@ TEST_F(WindowTranslation, TextOfAWindowIsReadUpTo4999Units) {
     dialog.DoModal(nullptr);
 }
 
+TEST_F(WindowTranslation, EachWindowIsTranslatedBeforeWhatIsInItAndThatBeforeItsSibling) {
+    FormDialog dialog;
+    device.UseDialog([this](DialogUser& user) {
+        Translate("A form\tA\nChoices\tB\nDeep\tC\nName\tD\n");
+        CreateWindowExW(0, TEXT("static"), TEXT("Deep"), WS_CHILD, 0, 0, 9, 9,
+                        GetDlgItem(user.Window(), FORM_GROUP), nullptr, nullptr, nullptr);
+        device.ForgetCalls();
+        TranslateWindowTree(user.Window());
+        std::string order;
+        for (const std::string& call : device.Calls({"SetWindowTextW"}))
+            order += call[call.find('"') + 1];
+        EXPECT_EQ("ABCD", order);
+        Cancel(user);
+    });
+    dialog.DoModal(nullptr);
+}
+
 TEST_F(WindowTranslation, WindowWithoutATextIsPassedOver) {
     FormDialog dialog;
     device.UseDialog([&](DialogUser& user) {
@@ -179,6 +196,10 @@ TEST_F(WindowTranslation, MenuIsTranslatedWithItsSubMenusAndSeparatorsAreSkipped
     ASSERT_TRUE(GetMenuItemInfoW(subMenu, 0, TRUE, &info));
     EXPECT_EQ(WideString(TEXT("Profond")), text);
     EXPECT_EQ(subMenu, GetSubMenu(menu.handle, 2));
+    std::string order;
+    for (const std::string& call : device.Calls({"SetMenuItemInfoW"}))
+        order += call.substr(call.find("text \"") + 6, 2);
+    EXPECT_EQ("OuPlPr", order) << "an item comes before its sub-menu";
     EXPECT_TRUE(translationCatalogue.UntranslatedTexts().empty());
 }
 
@@ -235,7 +256,8 @@ TEST_F(WindowTranslation, MenuIsAskedByPositionWithItsTextFieldsOnly) {
     device.ForgetCalls();
     TranslateMenu(menu.handle);
     const std::vector<std::string> expected = {
-        R"(GetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = TRUE, type 0x0, "Open")",
+        "GetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = "
+        R"(TRUE, type 0x0, "Open")",
         R"(SetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, text "Ouvrir"}) = TRUE)"};
     std::vector<std::string> calls;
     for (const std::string& call : device.Calls({"GetMenuItemInfoW", "SetMenuItemInfoW"}))

@@ -68,8 +68,8 @@
  *   TerminateProcess(this process, 1)
  *
  * A call that brings others about (messages to window procedures of the library) has its line after theirs.
- * Messages without a name are hexadecimal numbers; a structure's size that is not the platform's own is
- * "size 44". A window is named by its kind and number, a control by its id and its dialog.
+ * Messages without a name are hexadecimal numbers; a structure's size that is not the platform's own is "size
+ * 44". A window is named by its kind and number, a control by its id and its dialog.
  *
  * Handles are numbered by kind from 1; those from before the test are "earlier session 1" and so on. In
  * texts, units outside of U+0020 to U+007E are written as <U+000A>. A connection's information names the

@@ -3,6 +3,8 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "machine/Violations.h"
@@ -41,12 +43,15 @@ const void* const imports[] = {
     reinterpret_cast<const void*>(static_cast<size_t (*)(const WCHAR*)>(&wcslen)),
 };
 
+bool IsExported(const void* function) {
+    Dl_info info{};
+    return dladdr(function, &info) != 0 && info.dli_saddr == function;
+}
+
+/* Looked up once: it takes longer than a load. */
 bool ProgramExportsImports() {
-    for (const void* import : imports) {
-        Dl_info info{};
-        if (dladdr(import, &info) == 0 || info.dli_saddr != import) return false;
-    }
-    return true;
+    static const bool exports = std::all_of(std::begin(imports), std::end(imports), IsExported);
+    return exports;
 }
 
 /* Detaches and unloads. The library must be gone then: if something holds it, its static destructors have not

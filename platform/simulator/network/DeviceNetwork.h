@@ -39,8 +39,8 @@ struct WebReply {
 
     DWORD status = 200;                                              // 0: the host closed without an answer
     std::vector<std::pair<std::u16string, std::u16string>> headers;  // names and values
-    bool sendsContentLength = true;  // adds the body's true length unless `headers` has a Content-Length;
-                                     // a produced body has none of its own
+    bool sendsContentLength = true;  // adds the body's true length unless `headers` has a Content-Length; a
+                                     // produced body has none of its own
     std::string body;
     Producer produce;            // when set, makes the body instead, for bodies too large to hold
     std::vector<size_t> chunks;  // the most bytes that the first, second, ... read gives; the last one holds

@@ -22,8 +22,8 @@ public:
 
     // ---- Files ----------------------------------------------------------------------------------------
 
-    /* A new machine has the folders \Temp, \Storage, \Windows, \My Documents, \Application Data and
-     * \Program Files\App. */
+    /* A new machine has the folders \Temp, \Storage, \Windows, \My Documents, \Application Data and \Program
+     * Files\App. */
     void PutFile(std::u16string_view path, std::string_view bytes);       // makes missing folders, too
     void MakeFolder(std::u16string_view path);                            // makes missing parents, too
     std::optional<std::string> TakeFile(std::u16string_view path) const;  // its bytes; nothing: no such file

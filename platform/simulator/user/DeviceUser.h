@@ -27,10 +27,10 @@ public:
 
     const std::vector<ShownMessageBox>& MessageBoxes() const;
 
-    /* What the user does next in a dialog. When the innermost modal dialog has no message left to handle,
-     * the first script that has not run yet is run on it, once; if the dialog is then still open, the next
-     * one is. A dialog that finds no script is a violation, and is ended with IDCANCEL; so is a script
-     * without a dialog at the end of the test. */
+    /* What the user does next in a dialog. When the innermost modal dialog has no message left to handle, the
+     * first script that has not run yet is run on it, once; if the dialog is then still open, the next one
+     * is. A dialog that finds no script is a violation, and is ended with IDCANCEL; so is a script without a
+     * dialog at the end of the test. */
     void UseDialog(DialogScript script);
 
     /* The dialogs that were shown, in the order in which they finished WM_INITDIALOG. */

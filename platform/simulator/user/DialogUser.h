@@ -13,8 +13,8 @@
 /* The user of one dialog. He sees what is on the screen and does what can be done there; all else (a control
  * that is not there, hidden or disabled, a command that nothing shows, a dialog that is closed or waits for
  * another one) is a violation, and nothing happens then. What he does is delivered before the operation
- * returns, messages that were posted meanwhile included. When it opens a further dialog, the next scripts
- * are that one's, and the operation returns after it was closed. */
+ * returns, messages that were posted meanwhile included. When it opens a further dialog, the next scripts are
+ * that one's, and the operation returns after it was closed. */
 class DialogUser {
 public:
     explicit DialogUser(HWND dialog) : dialog_(dialog) {}

@@ -29,11 +29,9 @@ TEST_F(Processes, StartedProgramIsRemembered) {
     EXPECT_EQ(nullptr, started.owner);
     EXPECT_EQ(SW_SHOW, started.show);
     EXPECT_FALSE(started.hasHandle);
-    EXPECT_EQ(
-        Lines{
-            R"(ShellExecuteExW({size ok, mask 0x0, owner null, verb "open", file "http://host/page.htm", show 5}))"
-            " = TRUE"},
-        device.Calls());
+    EXPECT_EQ(Lines{R"(ShellExecuteExW({size ok, mask 0x0, owner null, verb "open", )"
+                    R"(file "http://host/page.htm", show 5}) = TRUE)"},
+              device.Calls());
 }
 
 TEST_F(Processes, ProcessIsGivenWaitedForAndClosed) {

@@ -137,11 +137,12 @@ TEST_F(MenuBars, TextIsReadAndWrittenAndTheCommandIsKept) {
         EXPECT_EQ(u"Fini", user.MenuBar().at(0).text);
         EXPECT_EQ(1, user.MenuBar().at(0).command);
     });
-    EXPECT_EQ(
-        (Lines{
-            R"(SendMessageW(bar 1, TB_GETBUTTONINFOW, 1, {size ok, mask 0x22, room 255}) = 0, command 1, text "Done")",
-            R"(SendMessageW(bar 1, TB_SETBUTTONINFOW, 1, {size ok, mask 0x22, command 0, text "Fini", length 4}) = 1)"}),
-        device.Calls({"SendMessageW"}));
+    const Lines expected = {
+        "SendMessageW(bar 1, TB_GETBUTTONINFOW, 1, {size ok, mask 0x22, room 255}) = "
+        R"(0, command 1, text "Done")",
+        "SendMessageW(bar 1, TB_SETBUTTONINFOW, 1, "
+        R"({size ok, mask 0x22, command 0, text "Fini", length 4}) = 1)"};
+    EXPECT_EQ(expected, device.Calls({"SendMessageW"}));
 }
 
 TEST_F(MenuBars, ButtonInformationFitsTheBufferAndTheStructure) {

@@ -56,8 +56,10 @@ TEST_F(Menus, ItemsAreFoundByPositionAndByCommandInSubMenusToo) {
     EXPECT_FALSE(GetMenuItemInfoW(menu, 4711, FALSE, &info));
     EXPECT_EQ(
         (Lines{
-            R"(GetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = TRUE, type 0x0, "Done")",
-            R"(GetMenuItemInfoW(menu 1, 1, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = TRUE, type 0x0, "Menu")",
+            "GetMenuItemInfoW(menu 1, 0, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = "
+            R"(TRUE, type 0x0, "Done")",
+            "GetMenuItemInfoW(menu 1, 1, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = "
+            R"(TRUE, type 0x0, "Menu")",
             "GetMenuItemInfoW(menu 1, 2, TRUE, {size ok, mask 0x10, type 0x0, room 100}) = FALSE, error 1456",
             "GetMenuItemInfoW(menu 1, 1029, FALSE, {size ok, mask 0x3}) = TRUE, state 0x8, id 1029",
             "GetMenuItemInfoW(menu 1, 4711, FALSE, {size ok, mask 0x3}) = FALSE, error 1456"}),
@@ -121,9 +123,9 @@ TEST_F(Menus, NewTextResetsTheTypeAndKeepsTheRest) {
     EXPECT_EQ(1029u, info.wID);
     EXPECT_EQ(u"Oubli\xE9", std::u16string(buffer));
     EXPECT_EQ(
-        (Lines{
-            R"(SetMenuItemInfoW(menu 2, 2, TRUE, {size ok, mask 0x10, type 0x200, text "Old"}) = TRUE)",
-            R"(SetMenuItemInfoW(menu 2, 2, TRUE, {size ok, mask 0x10, type 0x0, text "Oubli<U+00E9>"}) = TRUE)"}),
+        (Lines{R"(SetMenuItemInfoW(menu 2, 2, TRUE, {size ok, mask 0x10, type 0x200, text "Old"}) = TRUE)",
+               "SetMenuItemInfoW(menu 2, 2, TRUE, "
+               R"({size ok, mask 0x10, type 0x0, text "Oubli<U+00E9>"}) = TRUE)"}),
         device.Calls({"SetMenuItemInfoW"}));
 }
 

@@ -40,10 +40,14 @@ bool HasLineEnds(const std::wstring& text) {
     return text.find_first_of(L"\r\n\t") != std::wstring::npos;
 }
 
-/* As a user enters it: key by key, or by a paste where keys do other things. */
+/* As a user enters it: key by key, or by a paste where keys do other things or are too many. */
 void Enter(HWND dialog, int control, const std::wstring& text) {
+    constexpr size_t most = 50;
     if (HasLineEnds(text)) {
         Put(dialog, control, text);
+    } else if (text.size() > most) {
+        Put(dialog, control, text.substr(0, text.size() - most));
+        TypeOn(dialog, control, text.substr(text.size() - most));
     } else {
         Type(dialog, control, text);
     }

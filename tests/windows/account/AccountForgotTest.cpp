@@ -1,8 +1,10 @@
 /* The page for forgotten credentials. */
+#include <memory>
+
 #include "account/AccountScreenTest.h"
 #include "helpers/LocalFiles.h"
 #include "helpers/ProgramFolder.h"
-#include "helpers/ScratchFolder.h"
+#include "helpers/SavedRegistryValue.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 
 #include "account/AccountScreenTest.h"
 #include "helpers/ClosedPort.h"
+#include "helpers/SavedRegistryValue.h"
 #include "helpers/ScriptedServer.h"
 #include "helpers/WebProxy.h"
 #include "support/MapShopReply.h"

@@ -7,18 +7,12 @@
 #include "frame/LibraryEntry.h"
 #include "ui/MessageBoxes.h"
 
-namespace {
-
-constexpr WCHAR folders[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
-
-}  // namespace
-
 void AccountScreenTest::SetUp() {
     DialogTest::SetUp();
     AttachLibrary(GetModuleHandleW(nullptr), DLL_PROCESS_ATTACH, nullptr);
     const std::wstring folder = PathOf(L"Application Data");
     MakeFolder(folder);
-    applicationData = std::make_unique<SavedRegistryValue>(HKEY_CURRENT_USER, folders, L"AppData", folder);
+    applicationData.emplace(L"AppData", folder);
     ASSERT_EQ(folder, GetSpecialFolderPath(CSIDL_APPDATA, {})) << "the settings would go elsewhere";
     account.productCode = 0x01020304;
     account.productName = L"Orvande Test Navigator";

@@ -4,11 +4,11 @@
 
 #include "helpers/DialogTest.h"
 
-#include <memory>
+#include <optional>
 
 #include "account/Account.h"
 #include "account/AccountTexts.h"
-#include "helpers/SavedRegistryValue.h"
+#include "helpers/MovedFolder.h"
 
 /* What is typed for a new account. */
 struct NewAccount {
@@ -63,5 +63,5 @@ protected:
 private:
     static void Choose(const ScreenUser& user, HWND dialog, int item);
 
-    std::unique_ptr<SavedRegistryValue> applicationData;
+    std::optional<MovedFolder> applicationData;
 };

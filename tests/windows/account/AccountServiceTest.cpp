@@ -1,7 +1,6 @@
 #include "account/AccountServiceTest.h"
 
 #include "helpers/LocalFiles.h"
-#include "helpers/ScratchFolder.h"
 #include "helpers/TestServices.h"
 #include "helpers/Widened.h"
 

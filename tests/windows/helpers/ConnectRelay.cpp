@@ -19,30 +19,17 @@ bool PassOn(SOCKET from, SOCKET to) {
     return some && SendAll(to, *some);
 }
 
-/* Until one of them ends the connection. */
-void PassBothWays(SOCKET one, SOCKET other) {
-    for (;;) {
-        fd_set readable;
-        FD_ZERO(&readable);
-        FD_SET(one, &readable);
-        FD_SET(other, &readable);
-        if (select(0, &readable, nullptr, nullptr, nullptr) <= 0) return;
-        if (FD_ISSET(one, &readable) && !PassOn(one, other)) return;
-        if (FD_ISSET(other, &readable) && !PassOn(other, one)) return;
-    }
-}
-
 }  // namespace
 
 ConnectRelay::ConnectRelay(uint16_t serverPort)
-    : server(serverPort), listener([this](Socket client) { Handle(std::move(client)); }) {}
+    : server(serverPort), listener([this](const Socket& client) { Handle(client); }) {}
 
 std::vector<std::string> ConnectRelay::TakeRequestLines() {
     const std::lock_guard lock(mutex);
     return std::exchange(lines, {});
 }
 
-void ConnectRelay::Handle(Socket client) {
+void ConnectRelay::Handle(const Socket& client) {
     const std::string head = ReceiveHead(client.Get());
     if (head.empty()) return;
     {
@@ -52,4 +39,18 @@ void ConnectRelay::Handle(Socket client) {
     const Socket connection = ConnectedSocket(server);
     if (!SendAll(client.Get(), "HTTP/1.1 200 Connection established\r\n\r\n")) return;
     PassBothWays(client.Get(), connection.Get());
+}
+
+/* Until one of them ends the connection, or the relay's end is near. */
+void ConnectRelay::PassBothWays(SOCKET one, SOCKET other) const {
+    while (!ending) {
+        fd_set readable;
+        FD_ZERO(&readable);
+        FD_SET(one, &readable);
+        FD_SET(other, &readable);
+        timeval betweenLooks{0, 20'000};
+        if (select(0, &readable, nullptr, nullptr, &betweenLooks) < 0) return;
+        if (FD_ISSET(one, &readable) && !PassOn(one, other)) return;
+        if (FD_ISSET(other, &readable) && !PassOn(other, one)) return;
+    }
 }

@@ -8,16 +8,15 @@
 namespace {
 
 constexpr ULONGLONG longestWait = 10000;  // ms
+constexpr DWORD betweenLooks = 5;         // ms
 constexpr WCHAR dialogClass[] = L"#32770";
 constexpr WCHAR menuClass[] = L"#32768";
 
-/* Signalled whenever the user's thread of windows has handled a message. */
-HANDLE handled = nullptr;
-
-template <int hook>
-LRESULT CALLBACK NoteMessage(int code, WPARAM wParam, LPARAM lParam) {
-    SetEvent(handled);
-    return CallNextHookEx(nullptr, code, wParam, lParam);
+/* A caption as the system keeps it. The window itself need not have time to answer. */
+std::wstring CaptionOf(HWND dialog) {
+    WCHAR caption[256]{};
+    InternalGetWindowText(dialog, caption, 256);
+    return caption;
 }
 
 /* The icon of a message box, or null. */
@@ -32,21 +31,14 @@ HICON IconOf(HWND box) {
 }  // namespace
 
 ScreenUser::ScreenUser(Script script)
-    : thread(GetCurrentThreadId()),
-      finished(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      hooks{SetWindowsHookExW(WH_CALLWNDPROCRET, NoteMessage<WH_CALLWNDPROCRET>, nullptr, thread),
-            SetWindowsHookExW(WH_GETMESSAGE, NoteMessage<WH_GETMESSAGE>, nullptr, thread)} {
-    handled = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    : thread(GetCurrentThreadId()), finished(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
     acting = std::thread([this, script = std::move(script)] { Run(script); });
 }
 
 ScreenUser::~ScreenUser() {
     SetEvent(finished);
     acting.join();
-    for (const HHOOK hook : hooks)
-        UnhookWindowsHookEx(hook);
     CloseHandle(finished);
-    CloseHandle(std::exchange(handled, nullptr));
 }
 
 void ScreenUser::Run(const Script& script) {
@@ -74,14 +66,13 @@ void ScreenUser::WaitUntil(const std::string& what, const std::function<bool()>&
     const ULONGLONG end = GetTickCount64() + longestWait;
     while (!condition()) {
         if (GetTickCount64() > end) throw std::runtime_error(what + " has not come");
-        // Not everything that changes comes with a message.
-        WaitForSingleObject(handled, 50);
+        Sleep(betweenLooks);
     }
 }
 
 HWND ScreenUser::FindDialog(const std::wstring& caption) const {
     for (const HWND dialog : WindowsOf(thread, dialogClass)) {
-        if (TextOf(dialog) == caption && IsWindowEnabled(dialog)) return dialog;
+        if (IsWindowEnabled(dialog) && CaptionOf(dialog) == caption) return dialog;
     }
     return nullptr;
 }

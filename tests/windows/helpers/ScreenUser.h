@@ -31,7 +31,7 @@ public:
     /* The pop-up menu that is open. */
     HMENU WaitForMenu() const;
 
-    /* Waits until the condition holds; it is looked at whenever a message has been handled. */
+    /* Waits until the condition holds, looking every few milliseconds. */
     void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
 
     struct Message {
@@ -54,6 +54,5 @@ private:
 
     DWORD thread;
     HANDLE finished;
-    HHOOK hooks[2];
     std::thread acting;
 };

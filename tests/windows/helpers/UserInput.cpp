@@ -1,12 +1,33 @@
 #include "helpers/UserInput.h"
 
-void Type(HWND dialog, int control, const std::wstring& text) {
+namespace {
+
+/* Gives the focus to a control of the dialog. */
+HWND FocusedControl(HWND dialog, int control) {
     const HWND field = GetDlgItem(dialog, control);
     SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
-    SendMessageW(field, EM_SETSEL, 0, -1);
-    SendMessageW(field, WM_CLEAR, 0, 0);
+    return field;
+}
+
+void PressKeys(HWND field, const std::wstring& text) {
     for (const WCHAR unit : text)
         SendMessageW(field, WM_CHAR, unit, 1);
+}
+
+}  // namespace
+
+void Type(HWND dialog, int control, const std::wstring& text) {
+    const HWND field = FocusedControl(dialog, control);
+    SendMessageW(field, EM_SETSEL, 0, -1);
+    SendMessageW(field, WM_CLEAR, 0, 0);
+    PressKeys(field, text);
+}
+
+void TypeOn(HWND dialog, int control, const std::wstring& text) {
+    const HWND field = FocusedControl(dialog, control);
+    const LRESULT end = SendMessageW(field, WM_GETTEXTLENGTH, 0, 0);
+    SendMessageW(field, EM_SETSEL, static_cast<WPARAM>(end), end);
+    PressKeys(field, text);
 }
 
 void Put(HWND dialog, int control, const std::wstring& text) {

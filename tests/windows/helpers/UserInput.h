@@ -8,6 +8,9 @@
 /* Replaces what is in a control, key by key, and leaves the focus there. */
 void Type(HWND dialog, int control, const std::wstring& text);
 
+/* Types behind what is in a control. */
+void TypeOn(HWND dialog, int control, const std::wstring& text);
+
 /* Sets the text of a control as a paste does, all at once. */
 void Put(HWND dialog, int control, const std::wstring& text);
 

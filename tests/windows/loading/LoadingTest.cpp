@@ -1,6 +1,10 @@
 /* Loading and unloading the DLL. */
 #include <gtest/gtest.h>
 
+#include <optional>
+
+#include "frame/Folders.h"
+#include "helpers/MovedFolder.h"
 #include "helpers/OpenHandles.h"
 #include "helpers/ProgramFolder.h"
 #include "helpers/ScriptedServer.h"
@@ -27,20 +31,24 @@ class Loading : public DeviceTest {
 protected:
     void SetUp() override {
         DeviceTest::SetUp();
-        WCHAR path[MAX_PATH];
-        ASSERT_TRUE(SHGetSpecialFolderPathW(nullptr, path, CSIDL_PERSONAL, TRUE));
-        harvestFolder = path + std::wstring(L"\\ZRTranslation");
+        const std::wstring documents = PathOf(L"Documents");
+        MakeFolder(documents);
+        movedDocuments.emplace(L"Personal", documents);
+        ASSERT_EQ(documents, GetSpecialFolderPath(CSIDL_PERSONAL, {})) << "the harvest would go elsewhere";
+        harvestFolder = documents + L"\\ZRTranslation";
         harvest = harvestFolder + L"\\OrvandeOnline.txt";
     }
 
     void TearDown() override {
-        DeleteFileW(harvest.c_str());
-        RemoveDirectoryW(harvestFolder.c_str());
+        movedDocuments.reset();
         DeviceTest::TearDown();
     }
 
     std::wstring harvestFolder;
     std::wstring harvest;
+
+private:
+    std::optional<MovedFolder> movedDocuments;
 };
 
 }  // namespace
@@ -60,7 +68,7 @@ TEST_F(Loading, HasExactlyOneInternetSessionOpenEachTime) {
     const uintptr_t afterOne = NextInternetHandle();
     InternetCloseHandle(one);
     ASSERT_LT(before, afterOne);
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 3; ++i) {
         const ShippedLibrary library;
         ASSERT_EQ(afterOne, NextInternetHandle());
     }
@@ -69,6 +77,8 @@ TEST_F(Loading, HasExactlyOneInternetSessionOpenEachTime) {
 
 TEST_F(Loading, NothingIsLeftAfter300TimesLoadingAndUnloading) {
     { const ShippedLibrary warm; }
+    // What only the stand-in needs, such as the common controls, takes much longer to load than the DLL.
+    const LoadedModule standIn(L"aygshell.dll");
     const size_t before = OpenHandles();
     const uintptr_t nextBefore = NextInternetHandle();
     ASSERT_LT(0U, before);
@@ -76,7 +86,8 @@ TEST_F(Loading, NothingIsLeftAfter300TimesLoadingAndUnloading) {
         const ShippedLibrary library;
     }
     EXPECT_FALSE(IsLoaded());
-    EXPECT_EQ(before, OpenHandles());
+    // The system may meanwhile close what it has used before; one handle left by each load would be 300.
+    EXPECT_GE(before, OpenHandles());
     EXPECT_EQ(nextBefore, NextInternetHandle());
 }
 

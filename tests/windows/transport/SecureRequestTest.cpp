@@ -57,9 +57,6 @@ protected:
     WebProxy proxy{relay.Port()};
 };
 
-/* Needs a process of its own: what Windows has once learnt of the machine's authorities it keeps. */
-class UntrustedSecureRequest : public SecureRequest {};
-
 /* Asks for every map. */
 void WriteSearch(CgiRequest& request) {
     request.WriteInt32(101);
@@ -94,12 +91,6 @@ TEST_F(SecureRequest, IsMadeToPort443OfTheHost) {
     WriteSearch(request);
     request.SendRequest();
     EXPECT_THAT(relay.TakeRequestLines(), testing::Contains("CONNECT online.orvande.example:443 HTTP/1.1"));
-}
-
-TEST_F(UntrustedSecureRequest, FailsToBeSentWhenNobodyVouchesForTheService) {
-    CgiRequest request(L"online.orvande.example", L"cgi-bin/mapstore.cgi", false, true);
-    WriteSearch(request);
-    EXPECT_FALSE(request.SendRequest());
 }
 
 TEST_F(SecureRequest, FailsToBeSentToAHostThatTheCertificateDoesNotName) {
