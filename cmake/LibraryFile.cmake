@@ -32,9 +32,7 @@ elseif(ORVANDE_RING STREQUAL "device")
 else()
   # The program that loads the library on the simulated handheld supplies the platform, so the library is
   # linked without one. Symbols of the GNU unique kind would keep the library from being unloaded.
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${definitions})
-  file(STRINGS ${definitions} exports REGEX "^ +[A-Za-z0-9_]+")
-  list(TRANSFORM exports STRIP)
+  export_list(exports ${definitions})
   list(JOIN exports "; " exports)
   set(version_script ${CMAKE_CURRENT_BINARY_DIR}/Exports.map)
   file(CONFIGURE OUTPUT ${version_script} CONTENT "{ global: ${exports}; DllMain; local: *; };\n")

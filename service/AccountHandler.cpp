@@ -7,6 +7,7 @@
 #include "Password.h"
 #include "WireReader.h"
 #include "WireWriter.h"
+#include "transport/Protocol.h"
 
 namespace {
 

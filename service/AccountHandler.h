@@ -8,8 +8,6 @@
 #include "AccountStore.h"
 #include "CgiReply.h"
 
-constexpr int32_t signInCode = 8;
-constexpr int32_t accountCreationCode = 10;
 constexpr size_t fewestPasswordCharacters = 6;
 constexpr size_t mostAccountTextUnits = 1000;
 
@@ -22,7 +20,7 @@ enum class AccountStatus : int32_t {
     unknownUserId = 4,   // sign-in
     wrongPassword = 5,   // sign-in
     serviceFailure = 6,  // the database failed
-    unknownCode = 7,     // a request code that is neither sign-in nor creation
+    unknownCode = 7,     // no request has this code
     badLength = 8,  // a string's count is negative or too large, or the body does not end with its last value
     textTooLong = 9,  // creation: a user ID, name, referrer or language of more than mostAccountTextUnits
     badFlag = 10,     // creation: the byte for product news is neither 0 nor 1

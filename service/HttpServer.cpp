@@ -27,8 +27,6 @@ constexpr time_t sendTimeoutSeconds = 60;
 
 // A client that takes the service for a proxy sends a whole address: "POST http://host:80/path".
 constexpr const char* pagePath = "https?://[^/]+/?|/";
-constexpr const char* mapStorePath = R"((?:https?://[^/]+)?/cgi-bin/mapstore\.cgi)";
-constexpr const char* accountPath = R"((?:https?://[^/]+)?/cgi-bin/licapp\.cgi)";
 constexpr const char* forgotPath = R"((?:https?://[^/]+)?/forgot\.htm)";
 // A name that has no slash and does not begin with a dot cannot lead out of the folder.
 constexpr const char* mapPath = R"((?:https?://[^/]+)?/maps/([A-Za-z0-9][A-Za-z0-9._-]*\.map))";
@@ -65,14 +63,17 @@ std::optional<SecretBytes> ReadBody(const httplib::Request& request, httplib::Re
     return std::nullopt;
 }
 
-/* Lets a handler of request bodies answer; `name` is for the log. */
-BodyHandler Cgi(const char* name, const std::function<CgiReply(std::string_view)>& handle) {
+/* What a CGI program replies to a request's body. */
+using CgiHandler = std::function<CgiReply(std::string_view)>;
+
+/* Lets a CGI program answer; `name` is for the log. */
+BodyHandler Cgi(const std::string& name, const CgiHandler& handle) {
     return [name, handle](const httplib::Request& request, httplib::Response& response,
                           const httplib::ContentReader& reader) {
         const std::optional<SecretBytes> body = ReadBody(request, response, reader);
         if (!body) return;
         const CgiReply reply = handle(std::string_view(body->data(), body->size()));
-        if (!reply.refusal.empty()) LogLine(std::string(name) + ": " + reply.refusal);
+        if (!reply.refusal.empty()) LogLine(name + ": " + reply.refusal);
         response.status = 200;
         response.set_content(reply.body, "application/octet-stream");
     };
@@ -91,44 +92,47 @@ BodyHandler Refusal(int status, const char* allowed) {
     };
 }
 
+/* Refuses requests with bodies. The first handler that matches a path answers, so those that take some come
+ * before. */
+void RefuseBodies(httplib::Server& server, const std::string& path, int status, const char* allowed) {
+    for (const AddBodyHandler add : bodyMethods)
+        (server.*add)(path, Refusal(status, allowed));
+}
+
+void AddPage(httplib::Server& server, const char* path, const httplib::Server::Handler& handle) {
+    server.Get(path, handle);
+    RefuseBodies(server, path, 405, "GET, HEAD");
+}
+
 void AddPages(httplib::Server& server, const MapCatalogue& catalogue,
               const std::filesystem::path& mapFolder) {
-    server.Get(pagePath, [&catalogue](const httplib::Request&, httplib::Response& response) {
+    AddPage(server, pagePath, [&catalogue](const httplib::Request&, httplib::Response& response) {
         response.status = 200;
         response.set_content(CataloguePage(catalogue.First(mostListedMaps), catalogue.Count()),
                              "text/html; charset=utf-8");
     });
-    server.Get(forgotPath, [](const httplib::Request&, httplib::Response& response) {
+    AddPage(server, forgotPath, [](const httplib::Request&, httplib::Response& response) {
         response.set_content(forgotPage, "text/html; charset=utf-8");
     });
-    server.Get(mapPath, [mapFolder](const httplib::Request& request, httplib::Response& response) {
+    AddPage(server, mapPath, [mapFolder](const httplib::Request& request, httplib::Response& response) {
         ReplyWithMap(mapFolder, request.matches[1], request, response);
     });
 }
 
-void AddPrograms(httplib::Server& server, const MapCatalogue& catalogue, AccountStore& accounts) {
-    server.Post(mapStorePath, Cgi("mapstore.cgi", [&catalogue](std::string_view body) {
-                    return HandleMapStore(catalogue, body);
-                }));
-    server.Post(accountPath, Cgi("licapp.cgi", [&accounts](std::string_view body) {
-                    return HandleAccounts(accounts, body);
-                }));
+/* `name` is a word. */
+void AddProgram(httplib::Server& server, const std::string& name, const CgiHandler& handle) {
+    const std::string path = R"((?:https?://[^/]+)?/cgi-bin/)" + name + R"(\.cgi)";
+    server.Post(path, Cgi(name + ".cgi", handle));
+    server.Get(path,
+               [](const httplib::Request&, httplib::Response& response) { Refuse(response, 405, "POST"); });
+    RefuseBodies(server, path, 405, "POST");
 }
 
-/* To be called after the other handlers are added: the first one that matches a path answers. */
-void AddRefusals(httplib::Server& server) {
-    for (const char* path : {mapStorePath, accountPath}) {
-        server.Get(path, [](const httplib::Request&, httplib::Response& response) {
-            Refuse(response, 405, "POST");
-        });
-    }
-    for (const AddBodyHandler add : bodyMethods) {
-        for (const char* path : {mapStorePath, accountPath})
-            (server.*add)(path, Refusal(405, "POST"));
-        for (const char* path : {pagePath, forgotPath, mapPath})
-            (server.*add)(path, Refusal(405, "GET, HEAD"));
-        (server.*add)(anyPath, Refusal(404, nullptr));
-    }
+void AddPrograms(httplib::Server& server, const MapCatalogue& catalogue, AccountStore& accounts) {
+    AddProgram(server, "mapstore",
+               [&catalogue](std::string_view body) { return HandleMapStore(catalogue, body); });
+    AddProgram(server, "licapp",
+               [&accounts](std::string_view body) { return HandleAccounts(accounts, body); });
 }
 
 /* Keeps the HTTP library from applying the Range header: it would cut a range out of error texts, too, and
@@ -220,7 +224,7 @@ HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& cat
     SetLimits(*server);
     AddPages(*server, catalogue, mapFolder);
     AddPrograms(*server, catalogue, accounts);
-    AddRefusals(*server);
+    RefuseBodies(*server, anyPath, 404, nullptr);
     AddErrorReplies(*server);
     LogRequests(*server);
 }

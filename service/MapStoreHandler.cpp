@@ -2,22 +2,13 @@
 
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "WireReader.h"
 #include "WireWriter.h"
+#include "transport/Protocol.h"
 
 namespace {
-
-constexpr size_t itemSize = 16;
-
-/* The boxes of a request, or why there are none. */
-struct Query {
-    MapStoreStatus status = MapStoreStatus::success;
-    std::string refusal;
-    std::vector<Box> boxes;
-};
 
 CgiReply Refused(MapStoreStatus status, const std::string& why) {
     return RefusedReply(static_cast<int32_t>(status), why);
@@ -29,36 +20,6 @@ Box ReadBox(WireReader& reader) {
     for (int32_t* edge : {&box.south, &box.west, &box.north, &box.east})
         *edge = reader.ReadInt32().value();
     return box;
-}
-
-Query ReadQuery(std::string_view request) {
-    WireReader reader(request);
-    const std::optional<int32_t> code = reader.ReadInt32();
-    const std::optional<int32_t> count = reader.ReadInt32();
-    if (!code || !count) {
-        return {MapStoreStatus::noRequest, "a body of " + std::to_string(request.size()) + " bytes", {}};
-    }
-    if (*code != mapSearchCode)
-        return {MapStoreStatus::unknownCode, "request code " + std::to_string(*code), {}};
-    if (*count < 0 || *count > mostQueryItems) {
-        return {MapStoreStatus::badCount, "a count of " + std::to_string(*count), {}};
-    }
-    const auto items = static_cast<size_t>(*count);
-    if (reader.Remaining() != items * itemSize) {
-        return {MapStoreStatus::badLength,
-                std::to_string(reader.Remaining()) + " bytes for " + std::to_string(items) + " items",
-                {}};
-    }
-    Query query;
-    for (size_t item = 0; item < items; ++item) {
-        query.boxes.push_back(ReadBox(reader));
-        if (!IsOnGlobe(query.boxes.back())) {
-            return {MapStoreStatus::badBox,
-                    "item " + std::to_string(item + 1) + " is not a box on the globe",
-                    {}};
-        }
-    }
-    return query;
 }
 
 CgiReply Found(const std::vector<MapRecord>& maps, int32_t catalogueSize) {
@@ -76,14 +37,39 @@ CgiReply Found(const std::vector<MapRecord>& maps, int32_t catalogueSize) {
     return {writer.TakeBytes(), {}};
 }
 
+/* `count` boxes follow in the reader. */
+CgiReply Search(const MapCatalogue& catalogue, int32_t count, WireReader& reader) {
+    if (count < 0 || count > mostQueryItems)
+        return Refused(MapStoreStatus::badCount, "a count of " + std::to_string(count));
+    const auto items = static_cast<size_t>(count);
+    if (reader.Remaining() != items * mapItemSize) {
+        return Refused(MapStoreStatus::badLength,
+                       std::to_string(reader.Remaining()) + " bytes for " + std::to_string(items) + " items");
+    }
+    std::vector<Box> boxes;
+    for (size_t item = 0; item < items; ++item) {
+        boxes.push_back(ReadBox(reader));
+        if (!IsOnGlobe(boxes.back())) {
+            return Refused(MapStoreStatus::badBox,
+                           "item " + std::to_string(item + 1) + " is not a box on the globe");
+        }
+    }
+    return Found(catalogue.Search(boxes), catalogue.Count());
+}
+
 }  // namespace
 
 CgiReply HandleMapStore(const MapCatalogue& catalogue, std::string_view request) {
-    const Query query = ReadQuery(request);
-    if (query.status != MapStoreStatus::success) return Refused(query.status, query.refusal);
+    WireReader reader(request);
+    const std::optional<int32_t> code = reader.ReadInt32();
+    const std::optional<int32_t> count = reader.ReadInt32();
+    if (!code || !count) {
+        return Refused(MapStoreStatus::noRequest, "a body of " + std::to_string(request.size()) + " bytes");
+    }
     try {
-        return Found(catalogue.Search(query.boxes), catalogue.Count());
+        if (*code == mapSearchCode) return Search(catalogue, *count, reader);
     } catch (const DatabaseError& error) {
         return Refused(MapStoreStatus::serviceFailure, error.what());
     }
+    return Refused(MapStoreStatus::unknownCode, "request code " + std::to_string(*code));
 }

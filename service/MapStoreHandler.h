@@ -7,15 +7,13 @@
 #include "CgiReply.h"
 #include "MapCatalogue.h"
 
-constexpr int32_t mapSearchCode = 101;
-constexpr int32_t mapEntryType = 4;
 constexpr int32_t mostQueryItems = 1000;
 
 /* The first int32 of every reply. After anything but success, nothing follows. */
 enum class MapStoreStatus : int32_t {
     success = 0,
     noRequest = 1,       // the body is too short for a request code and a count
-    unknownCode = 2,     // another request code than 101
+    unknownCode = 2,     // no request has this code
     badCount = 3,        // a negative count, or more than mostQueryItems
     badLength = 4,       // the body does not end with its last item
     badBox = 5,          // an item's south lies north of its north, or an edge is off the globe

@@ -1,16 +1,17 @@
-#include "DownloadCommand.h"
-
 #include <windows.h>
 
+#include "Commands.h"
 #include "Console.h"
 #include "Interruption.h"
 #include "LocalFile.h"
 #include "NumberText.h"
 #include "OnlineLibrary.h"
+#include "SystemTexts.h"
 #include "WebArguments.h"
 
 namespace {
 
+constexpr wchar_t operands[] = L"PATH FILE";
 constexpr int64_t notBegun = -1;
 
 /* The state that the library's callback is given. */
@@ -78,25 +79,24 @@ ExitCode ReportReceived(const DownloadProgress& progress, const Files& files) {
     return exitDone;
 }
 
-ExitCode Download(const OnlineLibrary& library, const WebArguments& arguments, const Files& files) {
+ExitCode Download(decltype(&LMDownloadWebFileProgress) download, const WebArguments& arguments,
+                  const Files& files) {
     const ProgressStyle usual = ErrorsAreOnConsole() ? ProgressStyle::bar : ProgressStyle::lines;
     Transfer transfer(arguments.progress.value_or(usual));
-    const int32_t result =
-        library.downloadWebFile(arguments.host.c_str(), arguments.operands[0].c_str(), files.target.c_str(),
-                                OnRead, &transfer, &transfer.progress);
+    const int32_t result = download(arguments.host.c_str(), arguments.operands[0].c_str(),
+                                    files.target.c_str(), OnRead, &transfer, &transfer.progress);
     transfer.display.Finish(transfer.progress);
     return result == 0 ? ReportFailure(transfer, arguments, files) : ReportReceived(transfer.progress, files);
 }
 
-}  // namespace
-
-ExitCode RunDownload(const std::vector<std::wstring>& arguments) {
-    const WebArguments parsed = ParseWebArguments(arguments, 2, 2, L"PATH FILE");
+ExitCode Run(const std::vector<std::wstring>& arguments) {
+    const WebArguments parsed = ParseWebArguments(arguments, 2, 2, operands);
     if (!parsed.problem.empty()) {
         PrintError(parsed.problem);
         return exitUsage;
     }
-    const OnlineLibrary library;
+    OnlineLibrary library;
+    const decltype(&LMDownloadWebFileProgress) download = library.Find("LMDownloadWebFileProgress");
     if (!library.Problem().empty()) {
         PrintError(library.Problem());
         return exitLibraryFailed;
@@ -108,5 +108,20 @@ ExitCode RunDownload(const std::vector<std::wstring>& arguments) {
         PrintError(problem);
         return exitNotWritten;
     }
-    return Download(library, parsed, files);
+    return Download(download, parsed, files);
 }
+
+std::wstring Help() {
+    return LR"(
+download fetches PATH, as the search lists it, into FILE, and shows how far it is. It grows as FILE.TMP. An
+older FILE is deleted when the host begins to send the new one.)" +
+           std::wstring(DownloadHelp());
+}
+
+std::wstring Example() {
+    return L"/maps/corsica.map " + std::wstring(ExampleFile());
+}
+
+}  // namespace
+
+const Command downloadCommand = {L"download", operands, Help, Example, Run};

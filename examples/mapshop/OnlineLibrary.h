@@ -7,9 +7,9 @@
 
 #include "LMOnline.h"
 
-/* OrvandeOnline.dll from the program's own folder, and its functions; unloaded when the object is
- * destroyed. */
+/* OrvandeOnline.dll from the program's own folder; unloaded when the object is destroyed. */
 class OnlineLibrary {
+public:
     /* Becomes a pointer to whatever function is asked for. */
     struct Address {
         FARPROC address;
@@ -20,25 +20,20 @@ class OnlineLibrary {
         }
     };
 
-    Address Find(const char* name);
-
-    const std::wstring path;
-    const HMODULE module;
-    std::wstring problem;
-
-public:
     OnlineLibrary();
     ~OnlineLibrary();
     OnlineLibrary(const OnlineLibrary&) = delete;
     OnlineLibrary& operator=(const OnlineLibrary&) = delete;
 
-    /* Why the library cannot be used, naming the file at fault; empty when it can. The functions below may be
-     * called only then. */
+    /* The library's function of that name; null, and a problem, when it cannot be had. */
+    Address Find(const char* name);
+
+    /* Why the library cannot be used, naming the file at fault; empty when it can, and every function that
+     * was looked for has been found. */
     const std::wstring& Problem() const { return problem; }
 
-    const decltype(&LMMapShopSearch) mapShopSearch = Find("LMMapShopSearch");
-    const decltype(&LMMapShopGetNext) mapShopGetNext = Find("LMMapShopGetNext");
-    const decltype(&LMMapShopClose) mapShopClose = Find("LMMapShopClose");
-    const decltype(&LMDownloadWebFileProgress) downloadWebFile = Find("LMDownloadWebFileProgress");
-    const decltype(&xfa704a3f) readWebFileRange = Find("xfa704a3f");
+private:
+    const std::wstring path;
+    const HMODULE module;
+    std::wstring problem;
 };

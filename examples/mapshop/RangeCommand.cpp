@@ -1,10 +1,9 @@
-#include "RangeCommand.h"
-
 #include <limits>
 #include <memory>
 #include <new>
 #include <span>
 
+#include "Commands.h"
 #include "Console.h"
 #include "HexDump.h"
 #include "Interruption.h"
@@ -14,6 +13,8 @@
 #include "WebArguments.h"
 
 namespace {
+
+constexpr wchar_t operands[] = L"PATH OFFSET LENGTH [FILE]";
 
 struct Range {
     int64_t offset = 0;
@@ -85,7 +86,7 @@ ExitCode Deliver(const WebArguments& arguments, const Range& range, std::span<co
     return exitDone;
 }
 
-ExitCode Read(const OnlineLibrary& library, const WebArguments& arguments, const Range& range) {
+ExitCode Read(decltype(&xfa704a3f) readRange, const WebArguments& arguments, const Range& range) {
     const auto size = static_cast<size_t>(range.length);
     const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[size]);
     if (bytes == nullptr) {
@@ -93,17 +94,14 @@ ExitCode Read(const OnlineLibrary& library, const WebArguments& arguments, const
         return exitNoAnswer;
     }
     Interruption interruption;
-    const int32_t result =
-        library.readWebFileRange(arguments.host.c_str(), arguments.operands[0].c_str(), range.offset,
-                                 range.length, bytes.get(), OnRead, &interruption);
+    const int32_t result = readRange(arguments.host.c_str(), arguments.operands[0].c_str(), range.offset,
+                                     range.length, bytes.get(), OnRead, &interruption);
     if (result != range.length) return ReportFailure(result, interruption.Wanted(), arguments, range);
     return Deliver(arguments, range, {bytes.get(), size});
 }
 
-}  // namespace
-
-ExitCode RunRange(const std::vector<std::wstring>& arguments) {
-    const WebArguments parsed = ParseWebArguments(arguments, 3, 4, L"PATH OFFSET LENGTH [FILE]");
+ExitCode Run(const std::vector<std::wstring>& arguments) {
+    const WebArguments parsed = ParseWebArguments(arguments, 3, 4, operands);
     Range range;
     std::wstring problem = parsed.problem;
     if (problem.empty()) problem = ReadRange(parsed.operands[1], parsed.operands[2], range);
@@ -111,7 +109,8 @@ ExitCode RunRange(const std::vector<std::wstring>& arguments) {
         PrintError(problem);
         return exitUsage;
     }
-    const OnlineLibrary library;
+    OnlineLibrary library;
+    const decltype(&xfa704a3f) readRange = library.Find("xfa704a3f");
     if (!library.Problem().empty()) {
         PrintError(library.Problem());
         return exitLibraryFailed;
@@ -121,5 +120,20 @@ ExitCode RunRange(const std::vector<std::wstring>& arguments) {
         PrintError(problem);
         return exitNotWritten;
     }
-    return Read(library, parsed, range);
+    return Read(readRange, parsed, range);
 }
+
+std::wstring Help() {
+    return LR"(
+range reads LENGTH bytes of PATH (1 to 2147483647) from byte OFFSET on and prints them in hexadecimal, or
+saves them as FILE. A host that does not know ranges sends the file's first bytes, )"
+           L"which cannot be told apart.";
+}
+
+std::wstring Example() {
+    return L"/maps/corsica.map 4096 64";
+}
+
+}  // namespace
+
+const Command rangeCommand = {L"range", operands, Help, Example, Run};

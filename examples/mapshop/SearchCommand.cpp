@@ -1,5 +1,6 @@
-#include "SearchCommand.h"
+#include <cstdint>
 
+#include "Commands.h"
 #include "Console.h"
 #include "GeoBox.h"
 #include "NumberText.h"
@@ -18,14 +19,21 @@ struct Results {
     bool made = false;          // false: no memory for the search
 };
 
-Results Search(const OnlineLibrary& library, const std::vector<GeoBox>& boxes) {
+/* The library's part in a search. */
+struct ShopFunctions {
+    decltype(&LMMapShopSearch) search;
+    decltype(&LMMapShopGetNext) getNext;
+    decltype(&LMMapShopClose) close;
+};
+
+Results Search(const ShopFunctions& shop, const std::vector<GeoBox>& boxes) {
     Results results;
-    MapShopSearch* const search = library.mapShopSearch(boxes.data(), static_cast<int32_t>(boxes.size()));
+    MapShopSearch* const search = shop.search(boxes.data(), static_cast<int32_t>(boxes.size()));
     if (search == nullptr) return results;
     MapShopResult map;
-    while (library.mapShopGetNext(search, &map) != 0)
+    while (shop.getNext(search, &map) != 0)
         results.maps.push_back(map);
-    results.catalogueSize = library.mapShopClose(search);
+    results.catalogueSize = shop.close(search);
     results.made = true;
     return results;
 }
@@ -43,20 +51,21 @@ void PrintTable(const std::vector<MapShopResult>& maps) {
         PrintLine(line);
 }
 
-}  // namespace
-
-ExitCode RunSearch(const std::vector<std::wstring>& arguments) {
+/* Searches for the boxes of the arguments (see ParseBoxes; none: everything). */
+ExitCode Run(const std::vector<std::wstring>& arguments) {
     const ParsedBoxes parsed = ParseBoxes(arguments);
     if (!parsed.problem.empty()) {
         PrintError(parsed.problem);
         return exitUsage;
     }
-    const OnlineLibrary library;
+    OnlineLibrary library;
+    const ShopFunctions shop = {library.Find("LMMapShopSearch"), library.Find("LMMapShopGetNext"),
+                                library.Find("LMMapShopClose")};
     if (!library.Problem().empty()) {
         PrintError(library.Problem());
         return exitLibraryFailed;
     }
-    const Results results = Search(library, parsed.boxes);
+    const Results results = Search(shop, parsed.boxes);
     if (!results.made) {
         PrintError(L"There is not enough memory for a search.");
         return exitNoAnswer;
@@ -71,3 +80,18 @@ ExitCode RunSearch(const std::vector<std::wstring>& arguments) {
               Counted(results.catalogueSize, L"map") + L" in the catalogue.");
     return exitDone;
 }
+
+std::wstring Help() {
+    return LR"(
+search lists the maps of the map shop that meet any of the boxes, or all maps when no box is given. The edges
+of a box are decimal numbers in degrees: south and north from -90 to 90, west and east from -180 to 180. A box
+whose west is greater than its east crosses the 180th meridian.)";
+}
+
+std::wstring Example() {
+    return L"45.8 5.9 47.9 10.5";
+}
+
+}  // namespace
+
+const Command searchCommand = {L"search", L"[SOUTH WEST NORTH EAST]...", Help, Example, Run};

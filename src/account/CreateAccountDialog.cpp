@@ -6,11 +6,10 @@
 #include "settings/Settings.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
+#include "transport/Protocol.h"
 #include "ui/MessageBoxes.h"
 
 namespace {
-
-constexpr int32_t createRequest = 10;
 
 enum Answer : int32_t { created = 0, nameTaken = 2, shortPassword = 3, emailTaken = 13, badEmail = 14 };
 
@@ -79,7 +78,7 @@ CreateAccountDialog::Exchange CreateAccountDialog::AskService(const Installation
                                                               int32_t& code) const {
     const uint8_t updates = wantsUpdates ? 1 : 0;
     CgiRequest request(serviceHost, accountProgram, true, false);
-    request.WriteInt32(createRequest);
+    request.WriteInt32(accountCreationCode);
     request.WriteString(account.userId);
     request.WriteString(account.password);
     request.WriteString(name);

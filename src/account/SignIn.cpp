@@ -4,11 +4,10 @@
 #include "base/Contained.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
+#include "transport/Protocol.h"
 #include "ui/MessageBoxes.h"
 
 namespace {
-
-constexpr int32_t signInRequest = 8;
 
 enum Answer : int32_t { failed = -1, accepted = 0, unknownUser = 4, wrongPassword = 5 };
 
@@ -22,7 +21,7 @@ int32_t ReadAnswer(ByteStream& reply) {
 
 int32_t AskService(const Account& account) {
     CgiRequest request(serviceHost, accountProgram, true, false);
-    request.WriteInt32(signInRequest);
+    request.WriteInt32(signInCode);
     request.WriteString(account.userId);
     request.WriteString(account.password);
     request.WriteInt32(account.productCode);

@@ -1,13 +1,13 @@
 #include "mapshop/MapShopSearch.h"
 
+#include <new>
+
+#include "base/Contained.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
+#include "transport/Protocol.h"
 
 namespace {
-
-constexpr int32_t searchRequest = 101;
-constexpr int32_t mapEntry = 4;
-constexpr uint32_t itemSize = 16;
 
 // A reply may announce two thousand million entries and end early. After this many entries in a row for which
 // no byte arrives, the remaining ones are not read.
@@ -17,14 +17,14 @@ constexpr int32_t mostEmptyEntries = 1000;
 
 bool MapShopSearch::AreItems(const void* items, int32_t count) {
     if (count == 0) return true;
-    return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / itemSize;
+    return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / mapItemSize;
 }
 
 void MapShopSearch::Run(const void* items, int32_t count) {
     CgiRequest request(serviceHost, TEXT("cgi-bin/mapstore.cgi"), true, false);
-    request.WriteInt32(searchRequest);
+    request.WriteInt32(mapSearchCode);
     request.WriteInt32(count);
-    if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * itemSize);
+    if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * mapItemSize);
     if (request.SendRequest()) ReadReply(request);
 }
 
@@ -42,7 +42,7 @@ void MapShopSearch::ReadReply(ByteStream& reply) {
         emptyEntries = reply.ReadInt32(type) ? 0 : emptyEntries + 1;
         if (emptyEntries == mostEmptyEntries) break;
         // Entries of other types have no fields.
-        if (type == mapEntry) ReadMap(reply);
+        if (type == mapEntryType) ReadMap(reply);
     }
     reply.ReadInt32(finalValue);
 }
@@ -62,4 +62,26 @@ bool MapShopSearch::GetNext(MapShopResult& record) {
     if (cursor == results.end()) return false;
     record = *cursor++;
     return true;
+}
+
+/* What LMOnline.h declares: arguments are checked, exceptions are stopped. */
+
+MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
+    auto* const search = new (std::nothrow) MapShopSearch;
+    if (search == nullptr) return nullptr;
+    // When memory runs out on the way, the results already read are kept.
+    if (MapShopSearch::AreItems(items, count)) RunContained([&] { search->Run(items, count); });
+    return search;
+}
+
+int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record) {
+    if (search == nullptr || record == nullptr) return 0;
+    return search->GetNext(*record) ? 1 : 0;
+}
+
+int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
+    if (search == nullptr) return 0;
+    const int32_t finalValue = search->FinalValue();
+    delete search;
+    return finalValue;
 }

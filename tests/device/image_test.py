@@ -28,8 +28,9 @@ def readobj(option, file):
 
 
 def exported_by_device(library):
+    """The ordinal of each name."""
     with open(SOURCE / f"platform/device/exports/{library}.tsv", encoding="ascii") as file:
-        return {name for _, name in csv.reader(file, delimiter="\t")}
+        return {name: ordinal for ordinal, name in csv.reader(file, delimiter="\t")}
 
 
 def export_list():
@@ -118,7 +119,7 @@ class ImageTest(RelocationTest):
                 continue
             self.assertFalse(any(i.import_by_ordinal for i in imports))
             known = exported_by_device(library.removesuffix(".dll"))
-            self.assertEqual(set(), {i.name.decode() for i in imports} - known)
+            self.assertEqual(set(), {i.name.decode() for i in imports} - set(known))
 
     def test_lookup_tables_stand_beside_the_slots(self):
         for entry in self.image.DIRECTORY_ENTRY_IMPORT:
@@ -233,6 +234,14 @@ class Signin(ProgramTest, unittest.TestCase):
 class RuntimeSample(RelocationTest, unittest.TestCase):
     name = "RuntimeSample.dll"
     links = ("tests/device/sample/runtime_sample.elf", "tests/device/sample/runtime_sample_moved.elf")
+
+
+class StandIns(unittest.TestCase):
+    def test_their_ordinals_are_the_devices(self):
+        definitions = (SOURCE / "platform/windows/aygshell.def").read_text(encoding="ascii")
+        numbered = dict(re.findall(r"^ +(\w+)@\d+ @(\d+) NONAME$", definitions, re.MULTILINE))
+        self.assertLess(3, len(numbered))
+        self.assertLessEqual(numbered.items(), exported_by_device("aygshell").items())
 
 
 if __name__ == "__main__":

@@ -4,191 +4,75 @@
 
 #include <cmath>
 #include <map>
-#include <string>
+#include <type_traits>
+#include <utility>
 
 #include "DeviceHeap.h"
 #include "ProgramFunctions.h"
 
+namespace device {
+
+/* Here a name means what an image means by it: a function of the simulated handheld or of the host's own
+ * runtime, but for these. */
 namespace {
 
-using Functions = std::map<std::string_view, void*>;
+constexpr auto malloc = DeviceMalloc;
+constexpr auto calloc = DeviceCalloc;
+constexpr auto realloc = DeviceRealloc;
+constexpr auto free = DeviceFree;
+
+constexpr auto FreeLibrary = FreeImage;
+constexpr auto GetProcAddressA = FindExport;
+constexpr auto LoadLibraryW = LoadImageAtPath;
+constexpr auto _getstdfilex = StandardStream;
+constexpr auto puts = PutLine;
+constexpr auto wcstod = NumberAt;
+
+// Of several functions of one name, the one for the device's types.
+constexpr double (*floor)(double) = std::floor;
+constexpr int (*fwprintf)(FILE*, const WCHAR*, ...) = ::fwprintf;
+constexpr const void* (*memchr)(const void*, int, size_t) = ::memchr;
+constexpr int (*swscanf)(const WCHAR*, const WCHAR*, ...) = ::swscanf;
+constexpr size_t (*wcslen)(const WCHAR*) = ::wcslen;
+constexpr WCHAR* (*wcsncpy)(WCHAR*, const WCHAR*, size_t) = ::wcsncpy;
+
+/* What a pointer, however long the way, leads to. */
+template <class Type>
+struct End {
+    using type = Type;
+};
+template <class Type>
+struct End<Type*> : End<std::remove_cv_t<Type>> {};
+
+template <class... Types>
+constexpr bool haveWideTextOfHost = (std::is_same_v<typename End<Types>::type, wchar_t> || ...);
 
 template <class Result, class... Arguments>
 void* Address(Result (*function)(Arguments...)) {
+    static_assert(!haveWideTextOfHost<Result, Arguments...>, "its characters have 4 bytes");
     return reinterpret_cast<void*>(function);
 }
 
 template <class Result, class... Arguments>
 void* Address(Result (*function)(Arguments..., ...)) {
+    static_assert(!haveWideTextOfHost<Result, Arguments...>, "its characters have 4 bytes");
     return reinterpret_cast<void*>(function);
 }
 
-// Only a macro can make a name out of a function.
-#define FUNCTION(name) \
-    { #name, Address(&(name)) }
+// Only a macro can make a text out of a name.
+#define IMPORT(library, name, function) {{#library, name}, Address(function)},
 
-/* The C runtime, where the host's own does the same. */
-void AddRuntime(Functions& functions) {
-    functions.insert({
-        {"malloc", Address(DeviceMalloc)},
-        {"calloc", Address(DeviceCalloc)},
-        {"realloc", Address(DeviceRealloc)},
-        {"free", Address(DeviceFree)},
-        FUNCTION(memcpy),
-        FUNCTION(memmove),
-        FUNCTION(memset),
-        FUNCTION(memcmp),
-        {"memchr", Address<const void*, const void*, int, size_t>(&memchr)},
-        FUNCTION(strlen),
-        FUNCTION(strcmp),
-        FUNCTION(strncmp),
-        FUNCTION(fclose),
-        FUNCTION(feof),
-        FUNCTION(ferror),
-        FUNCTION(fflush),
-        FUNCTION(fgetc),
-        FUNCTION(fputc),
-        FUNCTION(fread),
-        FUNCTION(fseek),
-        FUNCTION(ftell),
-        FUNCTION(fwrite),
-    });
-}
-
-/* The C runtime, where text is wide. */
-void AddWideRuntime(Functions& functions) {
-    functions.insert({
-        FUNCTION(_vsnwprintf),
-        FUNCTION(_wfopen),
-        {"fwprintf", reinterpret_cast<void*>(static_cast<int (*)(FILE*, const WCHAR*, ...)>(&fwprintf))},
-        {"swscanf", reinterpret_cast<void*>(static_cast<int (*)(const WCHAR*, const WCHAR*, ...)>(&swscanf))},
-        {"wcslen", Address<size_t, const WCHAR*>(&wcslen)},
-        {"wcsncpy", Address<WCHAR*, WCHAR*, const WCHAR*, size_t>(&wcsncpy)},
-    });
-}
-
-void AddSystem(Functions& functions) {
-    functions.insert({
-        FUNCTION(CloseHandle),
-        FUNCTION(CreateDirectoryW),
-        FUNCTION(CreateFileW),
-        FUNCTION(DeleteFileW),
-        FUNCTION(GetFileAttributesW),
-        FUNCTION(GetLastError),
-        FUNCTION(GetModuleFileNameW),
-        FUNCTION(GetModuleHandleW),
-        FUNCTION(LoadCursorW),
-        FUNCTION(MessageBoxW),
-        FUNCTION(MoveFileW),
-        FUNCTION(RegCloseKey),
-        FUNCTION(RegOpenKeyExW),
-        FUNCTION(RegQueryValueExW),
-        FUNCTION(SetCursor),
-        FUNCTION(SetLastError),
-        {"SHGetSpecialFolderPath", Address(&SHGetSpecialFolderPathW)},
-        FUNCTION(WriteFile),
-    });
-}
-
-/* Windows and dialogs. */
-void AddWindows(Functions& functions) {
-    functions.insert({
-        FUNCTION(CallWindowProcW), FUNCTION(CreateWindowExW), FUNCTION(DefDlgProcW),
-        FUNCTION(DefWindowProcW),  FUNCTION(DestroyWindow),   FUNCTION(DialogBoxIndirectParamW),
-        FUNCTION(EnableWindow),    FUNCTION(EndDialog),       FUNCTION(GetClientRect),
-        FUNCTION(GetDlgCtrlID),    FUNCTION(GetDlgItem),      FUNCTION(GetDlgItemTextW),
-        FUNCTION(GetFocus),        FUNCTION(GetParent),       FUNCTION(GetWindow),
-        FUNCTION(GetWindowLongW),  FUNCTION(GetWindowRect),   FUNCTION(GetWindowTextLengthW),
-        FUNCTION(GetWindowTextW),  FUNCTION(IsWindow),        FUNCTION(IsWindowEnabled),
-        FUNCTION(IsWindowVisible), FUNCTION(PostMessageW),    FUNCTION(SendDlgItemMessageW),
-        FUNCTION(SendMessageW),    FUNCTION(SetDlgItemTextW), FUNCTION(SetFocus),
-        FUNCTION(SetWindowLongW),  FUNCTION(SetWindowTextW),  FUNCTION(ShowWindow),
-    });
-}
-
-/* Menus, resources, other programs. */
-void AddMenusAndResources(Functions& functions) {
-    functions.insert({
-        FUNCTION(AppendMenuW),
-        FUNCTION(CreateMenu),
-        FUNCTION(CreatePopupMenu),
-        FUNCTION(DestroyMenu),
-        FUNCTION(FindResourceW),
-        FUNCTION(GetMenuItemInfoW),
-        FUNCTION(GetSubMenu),
-        FUNCTION(LoadResource),
-        FUNCTION(LoadStringW),
-        FUNCTION(SetMenuItemInfoW),
-        FUNCTION(SizeofResource),
-        FUNCTION(WaitForSingleObject),
-        {"ShellExecuteEx", Address(&ShellExecuteExW)},
-    });
-}
-
-/* What only programs call. */
-void AddProgramFunctions(Functions& functions) {
-    functions.insert({
-        {"_getstdfilex", Address(&StandardStream)},
-        {"FreeLibrary", Address(&FreeImage)},
-        {"GetProcAddressA", Address(&FindExport)},
-        {"LoadLibraryW", Address(&LoadImageAtPath)},
-        {"puts", Address(&PutLine)},
-        {"wcstod", Address(&NumberAt)},
-        FUNCTION(fputs),
-        FUNCTION(GetTickCount),
-        FUNCTION(TerminateProcess),
-        FUNCTION(WideCharToMultiByte),
-        {"floor", Address<double, double>(&std::floor)},
-    });
-}
-
-Functions Coredll() {
-    Functions functions;
-    AddRuntime(functions);
-    AddWideRuntime(functions);
-    AddSystem(functions);
-    AddWindows(functions);
-    AddMenusAndResources(functions);
-    AddProgramFunctions(functions);
-    return functions;
-}
-
-Functions Wininet() {
-    return {
-        FUNCTION(HttpOpenRequestW), FUNCTION(HttpQueryInfoW),      FUNCTION(HttpSendRequestW),
-        FUNCTION(InternetConnectW), FUNCTION(InternetCloseHandle), FUNCTION(InternetOpenW),
-        FUNCTION(InternetReadFile),
+const std::map<std::pair<std::string_view, std::string_view>, void*>& Imports() {
+    static const std::map<std::pair<std::string_view, std::string_view>, void*> imports = {
+#include "ImportTable.inc"
     };
-}
-
-Functions Cellcore() {
-    return {
-        FUNCTION(ConnMgrEstablishConnectionSync),
-        FUNCTION(ConnMgrMapURL),
-        FUNCTION(ConnMgrReleaseConnection),
-    };
-}
-
-Functions Aygshell() {
-    return {
-        {"#9", Address(&SHInitExtraControls)},
-        {"#34", Address(&SHCreateMenuBar)},
-        {"#56", Address(&SHInitDialog)},
-        {"#97", Address(&SHSendBackToFocusWindow)},
-    };
+    return imports;
 }
 
 }  // namespace
+}  // namespace device
 
 void* FindImport(std::string_view library, std::string_view function) {
-    static const std::map<std::string_view, Functions> libraries = {
-        {"COREDLL", Coredll()},
-        {"WININET", Wininet()},
-        {"CELLCORE", Cellcore()},
-        {"AYGSHELL", Aygshell()},
-    };
-    const auto functions = libraries.find(library);
-    if (functions == libraries.end()) return nullptr;
-    const auto found = functions->second.find(function);
-    return found != functions->second.end() ? found->second : nullptr;
+    const auto found = device::Imports().find({library, function});
+    return found != device::Imports().end() ? found->second : nullptr;
 }

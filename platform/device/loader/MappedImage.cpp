@@ -114,8 +114,14 @@ MappedImage::Mapping::~Mapping() {
     munmap(memory_, size_);
 }
 
+/* Debuggers stop here to learn what has been mapped where. */
+extern "C" [[gnu::noinline]] void ImageIsMapped([[maybe_unused]] const char* file,
+                                                [[maybe_unused]] uintptr_t base) {}
+
 MappedImage::MappedImage(const std::string& file, uintptr_t base, const Resolver& resolve)
-    : MappedImage(Contents(file), base, resolve) {}
+    : MappedImage(Contents(file), base, resolve) {
+    ImageIsMapped(file.c_str(), base);
+}
 
 MappedImage::MappedImage(const std::vector<char>& file, uintptr_t base, const Resolver& resolve)
     : base_(base),
