@@ -1,5 +1,5 @@
-/* The numbers that the library and the service agree on (docs/wire-format.md). The reference service, too, has
- * them from here. */
+/* The numbers that the library and the service agree on (docs/wire-format.md). The reference service, too,
+ * has them from here. */
 #pragma once
 
 #include <cstdint>

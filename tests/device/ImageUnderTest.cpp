@@ -2,7 +2,8 @@
 #include "LMOnline.h"
 #include "support/NetworkTest.h"
 
-// What the tests call: a jump to the image's function, which finds the arguments where the caller has put them.
+// What the tests call: a jump to the image's function, which finds the arguments where the caller has put
+// them.
 #define EXPORT(name)                                                                     \
     void (*imageHas_##name)();                                                           \
     asm(".pushsection .text; .arm; .global " #name "; .type " #name ", %function;" #name \
