@@ -4,6 +4,7 @@ import pathlib
 import gdb
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "build/device"
+FIRST_PAGE = 0x1000  # of an image's code
 known = {}  # where each linked file was last
 
 
@@ -12,7 +13,7 @@ def bring_symbols():
     file, base = pathlib.Path(gdb.parse_and_eval("file").string()), int(gdb.parse_and_eval("base"))
     for linked in FOLDER.rglob(f"{file.stem}.elf"):
         if linked in known:
-            gdb.execute(f"remove-symbol-file -a {known[linked]} + 0x1000", to_string=True)
+            gdb.execute(f"remove-symbol-file -a {known[linked] + FIRST_PAGE}", to_string=True)
         # It was linked for address 0.
         gdb.execute(f"add-symbol-file {linked} -o {base}", to_string=True)
         known[linked] = base
