@@ -1,5 +1,5 @@
-/* Has a desktop until its input ends. The first program that needs one under Wine waits a second for it, and the process
-   that makes it holds that program's output open for as long as anybody needs it. */
+/* Has a desktop until its input ends. The first program that needs one under Wine waits a second for it, and
+ * the process that makes it holds that program's output open for as long as anybody needs it. */
 #include <windows.h>
 
 int main(void) {

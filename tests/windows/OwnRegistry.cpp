@@ -1,5 +1,6 @@
-/* Linked into a program of tests, this makes HKEY_CURRENT_USER a key of the process's own, which is empty at first. Nobody
- * else sees what the tests set there, so that the program can run beside others; nor do programs that it starts. */
+/* Linked into a program of tests, this makes HKEY_CURRENT_USER a key of the process's own, which is empty at
+ * first. Nobody else sees what the tests set there, so that the program can run beside others; nor do
+ * programs that it starts. */
 #include "Platform.h"
 
 #include <cstdio>

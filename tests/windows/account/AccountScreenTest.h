@@ -1,5 +1,5 @@
-/* Tests of the account's dialogs on the screen: the program says who it is as a mapping application does, and the
- * settings are kept in the test's own folder. */
+/* Tests of the account's dialogs on the screen: the program says who it is as a mapping application does, and
+ * the settings are kept in the test's own folder. */
 #pragma once
 
 #include "helpers/DialogTest.h"
@@ -44,8 +44,8 @@ protected:
     /* Replaces all fields of a new account. */
     static void Fill(HWND dialog, const NewAccount& values);
 
-    /* Expects a message box with that owner, text and icon (IDI_..., null for none), which the user closes, and that
-     * the owner can be used again. */
+    /* Expects a message box with that owner, text and icon (IDI_..., null for none), which the user closes,
+     * and that the owner can be used again. */
     static void ExpectMessage(const ScreenUser& user, HWND owner, const std::wstring& text,
                               const WCHAR* icon);
 

@@ -1,4 +1,4 @@
-/* Tests of the account's dialogs against the reference service, which keeps its accounts from test to test. */
+/* Tests of the account's dialogs against the reference service, which keeps its accounts between tests. */
 #pragma once
 
 #include "account/AccountScreenTest.h"
@@ -11,7 +11,7 @@ protected:
     /* A user ID that the service has not seen. */
     static std::wstring NewUserId(const std::wstring& name);
 
-    /* All that the service has written: its database, with what belongs to that, and its log, one after the other. */
+    /* All that the service has written: its log, and then its database with what belongs to it. */
     static std::string WhatTheServiceKeeps();
 
     /* Creates an account with the dialog; the e-mail address is the user ID's at example.org. */

@@ -1,5 +1,5 @@
-/* Stands in for a browser: writes its second argument, the address, to the file that the first one names. The file is
-   there only when it is whole. */
+/* Stands in for a browser: writes its second argument, the address, to the file that the first one names. The
+ * file is there only when it is whole. */
 #include <stdio.h>
 
 #include <windows.h>

@@ -11,6 +11,6 @@ struct ChildOutcome {
     std::string errors; /* the standard error output, likewise */
 };
 
-/* Runs a program to its end. `commandLine` begins with the program's path; it runs in `folder`, which is also where
- * it finds DLLs after its own folder. Throws std::runtime_error when it cannot be started. */
+/* Runs a program to its end. `commandLine` begins with the program's path; it runs in `folder`, which is also
+ * where it finds DLLs after its own folder. Throws std::runtime_error when it cannot be started. */
 ChildOutcome RunChild(const std::wstring& commandLine, const std::wstring& folder);

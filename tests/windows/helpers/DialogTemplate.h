@@ -33,6 +33,6 @@ struct DialogTemplate {
     std::vector<TemplateControl> controls;
 };
 
-/* Reads a template of the old form, DLGTEMPLATE, from a module's resources. Throws std::runtime_error when there is
- * none, or bytes are missing or left over. */
+/* Reads a template of the old form, DLGTEMPLATE, from a module's resources. Throws std::runtime_error when
+ * there is none, or bytes are missing or left over. */
 DialogTemplate ReadDialogTemplate(HMODULE module, WORD id);

@@ -1,5 +1,5 @@
-/* Tests of dialogs on the screen: the program has the tests' resources, and the texts are English at the beginning of
- * each. */
+/* Tests of dialogs on the screen: the program has the tests' resources, and the texts are English at the
+ * beginning of each. */
 #pragma once
 
 #include "support/DeviceTest.h"
@@ -13,8 +13,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    /* Puts a language file with these records beside the program and gets the library ready as a program does whose
-     * user has chosen that language. Records are lines of English and translation with a TAB between them. */
+    /* Puts a language file with these records beside the program and gets the library ready as a program does
+     * whose user has chosen that language. Records are lines of English and translation with a TAB between
+     * them. */
     void UseFrench(std::string_view records);
 
     /* Shows a dialog to a user, and gives its result. */

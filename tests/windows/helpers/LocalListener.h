@@ -7,8 +7,8 @@
 
 #include "helpers/LocalTcp.h"
 
-/* Takes connections on a free port of 127.0.0.1, one after the other, on a thread of its own, until it is destroyed.
- * The handler must come to its end by itself. */
+/* Takes connections on a free port of 127.0.0.1, one after the other, on a thread of its own, until it is
+ * destroyed. The handler must come to its end by itself. */
 class LocalListener {
 public:
     using Handler = std::function<void(Socket)>;

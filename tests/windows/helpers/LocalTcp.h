@@ -17,7 +17,7 @@ public:
     SocketLibrary& operator=(const SocketLibrary&) = delete;
 };
 
-/* A socket bound to a free port of 127.0.0.1. Throws std::runtime_error, as do the functions below that say so. */
+/* A socket bound to a free port of 127.0.0.1. Throws std::runtime_error, as do those below that say so. */
 Socket BoundSocket();
 
 uint16_t PortOf(SOCKET socket);

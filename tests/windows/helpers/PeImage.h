@@ -19,7 +19,7 @@ public:
     [[nodiscard]] DWORD SymbolCount() const { return headers.FileHeader.NumberOfSymbols; }
     [[nodiscard]] std::vector<std::string> SectionNames() const;
 
-    /* The exported names, in the order of the file, and how many functions are exported with and without a name. */
+    /* The exported names, in the order of the file, and how many functions are exported in all. */
     [[nodiscard]] std::vector<std::string> ExportedNames() const;
     [[nodiscard]] DWORD ExportedFunctionCount() const;
 

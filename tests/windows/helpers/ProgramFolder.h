@@ -3,5 +3,5 @@
 
 #include <string>
 
-/* The test program's folder, without a separator at its end. Throws std::runtime_error when its path is too long. */
+/* The test program's folder, without a separator at its end. Throws std::runtime_error if it is too long. */
 std::wstring ProgramFolder();

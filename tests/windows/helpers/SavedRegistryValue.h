@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-/* While one lives, the value holds `text`; afterwards it is what it was, or is gone if it was not there. A key that has
- * to be made for it stays, empty. */
+/* While one lives, the value holds `text`; afterwards it is what it was, or is gone if it was not there. A
+ * key that has to be made for it stays, empty. */
 class SavedRegistryValue {
 public:
     /* Throws std::runtime_error when the value cannot be written. */

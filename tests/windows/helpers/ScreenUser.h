@@ -14,11 +14,11 @@ class ScreenUser {
 public:
     using Script = std::function<void(const ScreenUser&)>;
 
-    /* Begins `script`, in a thread of its own, for the windows of the thread that makes this. One user at a time. */
+    /* Begins `script`, in a thread of its own, for the windows of the calling one. One user at a time. */
     explicit ScreenUser(Script script);
 
-    /* Waits for the script's end. A script that fails, or that has not ended every dialog 10 s after its end, has
-     * failed the test; the dialogs that are left are then closed. */
+    /* Waits for the script's end. A script that fails, or that has not ended every dialog 10 s after its end,
+     * has failed the test; the dialogs that are left are then closed. */
     ~ScreenUser();
 
     ScreenUser(const ScreenUser&) = delete;

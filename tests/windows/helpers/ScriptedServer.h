@@ -1,4 +1,4 @@
-/* A web server of a test's own. It keeps what it is asked byte by byte, and answers with whatever bytes it is told. */
+/* A web server of a test's own. It keeps what it is asked byte by byte, and answers with what it is told. */
 #pragma once
 
 #include <functional>
@@ -15,8 +15,8 @@ struct CapturedRequest {
     std::vector<std::string> headers;  // the header lines, without their ends
     std::string body;
 
-    /* The value of the only header of that name, whatever its case; "none" or "several" when there is not exactly
-     * one. */
+    /* The value of the only header of that name, whatever its case; "none" or "several" when there is not
+     * exactly one. */
     [[nodiscard]] std::string Header(std::string_view name) const;
 };
 

@@ -160,8 +160,9 @@ protected:
         whole = reply.Int32(0x04030201).bytes;
     }
 
-    /* A read that finds at least one byte succeeds. So an entry is there when no byte is missing, or only the last
-     * (the high byte of its last unit or length, which is 0 here), and the final value has the bytes that came. */
+    /* A read that finds at least one byte succeeds. So an entry is there when no byte is missing, or only the
+     * last (the high byte of its last unit or length, which is 0 here), and the final value has the bytes
+     * that came. */
     void ExpectCutAt(size_t size, const SearchOutcome& outcome) const {
         std::vector<ExpectedMap> maps;
         if (size + 1 >= firstEnd) maps.push_back(alps);

@@ -9,8 +9,8 @@
 
 namespace {
 
-/* The port of the service whose catalogue has `count` made-up maps. ORVANDE_TEST_SERVICES lists the running ones, as
- * COUNT:PORT separated by spaces. */
+/* The port of the service whose catalogue has `count` made-up maps. ORVANDE_TEST_SERVICES lists the running
+ * ones, as COUNT:PORT separated by spaces. */
 uint16_t PortOfServiceWith(int count) {
     const std::string services = " " + Told("ORVANDE_TEST_SERVICES");
     const std::string wanted = " " + std::to_string(count) + ":";

@@ -2,8 +2,9 @@
  *
  *   orvande-pictures NAME [LANGUAGE]
  *
- * NAME is one of the states below. With a language, its file has to lie beside the program. Prints "shown" when all is on
- * the screen and keeps it there until a line comes from the standard input; on the way too, where it has to wait. The exit code is 0 when that has worked. */
+ * NAME is one of the states below. With a language, its file has to lie beside the program. Prints "shown"
+ * when all is on the screen and keeps it there until a line comes from the standard input; on the way too,
+ * where it has to wait. The exit code is 0 when that has worked. */
 #include "helpers/ScreenUser.h"
 
 #include <gtest/gtest.h>

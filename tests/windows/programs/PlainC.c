@@ -1,4 +1,4 @@
-/* A program in C that is linked with the DLL's import library. Prints the results of a search and its final value. */
+/* A program in C, linked with the DLL's import library. Prints a search's results and its final value. */
 #include <stdio.h>
 
 #include "LMOnline.h"

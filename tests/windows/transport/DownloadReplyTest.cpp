@@ -2,6 +2,7 @@
 #include "transport/TransferTest.h"
 
 #include <algorithm>
+
 #include "helpers/LocalFiles.h"
 
 using namespace std::string_literals;
@@ -10,8 +11,8 @@ namespace {
 
 class DownloadReply : public TransferTest {
 protected:
-    /* Answers with `reply` and then a reset. It waits until the head has been taken in, which it could otherwise
-     * overtake. */
+    /* Answers with `reply` and then a reset. It waits until the head has been taken in, which it could
+     * otherwise overtake. */
     void AnswerAndReset(std::string reply) {
         ConnectionScript script{std::move(reply), ConnectionScript::Ending::Reset};
         script.beforeEnding = [this] { WaitForFile(temporary); };
@@ -21,8 +22,9 @@ protected:
     /* A head for 10000 bytes, and the first `size` of them. */
     static std::string Cut(size_t size) { return Head("200 OK", LengthField(10000)) + Content(size); }
 
-    /* A read that brings some bytes and a reset fails under Wine, or tells of the bytes and then of the end, as it happens to
-     * arrive. Expects a download that meets one to be a failure or a file of the beginning of `content`. */
+    /* A read that brings some bytes and a reset fails under Wine, or tells of the bytes and then of the end,
+     * as it happens to arrive. Expects a download that meets one to be a failure or a file of the beginning
+     * of `content`. */
     void ExpectNoFileOrTheBeginningOf(const std::string& content) {
         if (DownloadOverOldFile() == 0) {
             ExpectNoFiles();
@@ -75,8 +77,8 @@ TEST_F(DownloadReply, LengthThatIsTooLargeIsAsGoodAsTheRightOne) {
     ExpectDownloadOf(Content(5000), 100'000);
 }
 
-// WinINet may take no more of a body than was announced, except for what came along with the head. Whatever it gives is
-// the file.
+// WinINet may take no more of a body than was announced, except for what came along with the head. Whatever
+// it gives is the file.
 TEST_F(DownloadReply, LengthThatIsTooSmallDoesNotSpoilTheBytes) {
     for (const size_t size : {5000U, 100'000U}) {
         for (const size_t length : {0U, 1U, 4096U, 4999U}) {
@@ -172,7 +174,8 @@ TEST_F(DownloadReply, RedirectionsAreNotFollowed) {
     }
 }
 
-// Whether the sending fails, or WinINet under Wine takes it for a reply of status 0, depends on when the reset arrives.
+// Whether the sending fails, or WinINet under Wine takes it for a reply of status 0, depends on when the
+// reset arrives.
 TEST_F(DownloadReply, ResetInPlaceOfAReplyFailsOrIsAnEmptyFile) {
     for (const bool takesRequest : {true, false}) {
         server.Answer(ConnectionScript{"", ConnectionScript::Ending::Reset, takesRequest});
@@ -186,8 +189,8 @@ TEST_F(DownloadReply, ResetInPlaceOfAReplyFailsOrIsAnEmptyFile) {
     }
 }
 
-// To WinINet under Wine a reply that ends before its head does is one of no bytes, of status 0 when even the first line
-// is not whole: that is no refusal, so the download is complete.
+// To WinINet under Wine a reply that ends before its head does is one of no bytes, of status 0 when even the
+// first line is not whole: that is no refusal, so the download is complete.
 TEST_F(DownloadReply, ThatEndsBeforeItsHeadDoesIsAnEmptyFile) {
     const std::string head = Head("200 OK", LengthField(3));
     const size_t lengthTold = head.size() - 2;

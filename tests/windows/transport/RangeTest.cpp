@@ -113,7 +113,8 @@ TEST_F(Range, ReplyCutByAResetGives0WithoutAskingTheCallbackAboutTheFailure) {
     ExpectBuffer(Content(4096));
 }
 
-// Whether the sending fails, or WinINet under Wine takes it for a reply of status 0, depends on when the reset arrives.
+// Whether the sending fails, or WinINet under Wine takes it for a reply of status 0, depends on when the
+// reset arrives.
 TEST_F(Range, ResetInPlaceOfAReplyGivesMinus1Or0) {
     server.Answer(ConnectionScript{"", ConnectionScript::Ending::Reset});
     const int32_t result = Read(0, 4);

@@ -20,8 +20,9 @@ protected:
         return counters.PagefileUsage;
     }
 
-    /* Does `transfer` 200 times and expects as many handles and bytes as before. What is allowed to come up is far less
-     * than one handle or one buffer for each: a socket of the server that is about to close, and what the heap takes. */
+    /* Does `transfer` 200 times and expects as many handles and bytes as before. What is allowed to come up
+     * is far less than one handle or one buffer for each: a socket of the server that is about to close, and
+     * what the heap takes. */
     void ExpectNoGrowth(const std::function<void()>& transfer) {
         for (int i = 0; i < 50; ++i)
             transfer();

@@ -73,8 +73,8 @@ TEST_F(MapshopDownload, CutOverAnOlderFileSaysThatItIsGone) {
 }
 
 TEST_F(MapshopDownload, LostConnectionKeepsNothing) {
-    // After the head alone: a loss in the middle of a read that has bytes may pass for the end. One that comes just
-    // before a read may, too.
+    // After the head alone: a loss in the middle of a read that has bytes may pass for the end. One that
+    // comes just before a read may, too.
     ConnectionScript script{headOf10000, ConnectionScript::Ending::Reset};
     script.beforeEnding = [this] { WaitForFile(PathOf(L"a.map.TMP")); };
     server.Answer(script);
