@@ -2,6 +2,7 @@
 #include "transport/TransferTest.h"
 
 #include <algorithm>
+
 #include "helpers/LocalFiles.h"
 
 using namespace std::string_literals;

@@ -2,6 +2,7 @@
 #include "transport/TransferTest.h"
 
 #include <utility>
+
 #include "helpers/LocalFiles.h"
 
 namespace {

@@ -3,9 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "helpers/LocalFiles.h"
+
 // Builds on the platform's headers as the above includes them.
 #include "StandInControl.h"
-#include "helpers/LocalFiles.h"
 
 namespace {
 

@@ -1,4 +1,5 @@
 #include "transport/TransferTest.h"
+
 #include "helpers/LocalFiles.h"
 
 std::string TransferTest::Content(size_t size) {
