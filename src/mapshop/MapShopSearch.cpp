@@ -1,5 +1,8 @@
 #include "mapshop/MapShopSearch.h"
 
+#include <new>
+
+#include "base/Contained.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
 #include "transport/Protocol.h"
@@ -59,4 +62,26 @@ bool MapShopSearch::GetNext(MapShopResult& record) {
     if (cursor == results.end()) return false;
     record = *cursor++;
     return true;
+}
+
+/* What LMOnline.h declares: arguments are checked, exceptions are stopped. */
+
+MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
+    auto* const search = new (std::nothrow) MapShopSearch;
+    if (search == nullptr) return nullptr;
+    // When memory runs out on the way, the results already read are kept.
+    if (MapShopSearch::AreItems(items, count)) RunContained([&] { search->Run(items, count); });
+    return search;
+}
+
+int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record) {
+    if (search == nullptr || record == nullptr) return 0;
+    return search->GetNext(*record) ? 1 : 0;
+}
+
+int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
+    if (search == nullptr) return 0;
+    const int32_t finalValue = search->FinalValue();
+    delete search;
+    return finalValue;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "LMOnline.h"
+#include "base/Contained.h"
 #include "base/Owned.h"
 #include "text/FormatString.h"
 
@@ -125,4 +127,35 @@ int32_t ReadWebFileRange(WebConnection& connection, const WCHAR* urlPath, int64_
         length > 0 && ReceiveInto(static_cast<BYTE*>(buffer), static_cast<DWORD>(length), connection);
     connection.request.Reset();
     return complete ? length : 0;
+}
+
+/* What LMOnline.h declares: arguments are checked, exceptions are stopped. */
+
+int32_t LM_CALL LMDownloadWebFileProgress(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
+                                          LMProgressCallback callback, void* context,
+                                          DownloadProgress* progress) {
+    if (host == nullptr || urlPath == nullptr || localFile == nullptr) return 0;
+    return Contained(0, [&] {
+        WebConnection connection(host, true, false);
+        connection.progressCallback = callback;
+        connection.callbackContext = context;
+        connection.progress = progress;
+        return DownloadWebFile(connection, urlPath, localFile) ? 1 : 0;
+    });
+}
+
+int32_t LM_CALL x77fc64c7(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
+                          LMProgressCallback callback, void* context) {
+    return LMDownloadWebFileProgress(host, urlPath, localFile, callback, context, nullptr);
+}
+
+int32_t LM_CALL xfa704a3f(const LMChar* host, const LMChar* urlPath, int64_t offset, int32_t length,
+                          void* buffer, LMProgressCallback callback, void* context) {
+    if (host == nullptr || urlPath == nullptr || buffer == nullptr) return -1;
+    return Contained(-1, [&] {
+        WebConnection connection(host, true, false);
+        connection.progressCallback = callback;
+        connection.callbackContext = context;
+        return ReadWebFileRange(connection, urlPath, offset, length, buffer);
+    });
 }
