@@ -48,13 +48,15 @@ void MapShopSearch::ReadReply(ByteStream& reply) {
 }
 
 void MapShopSearch::ReadMap(ByteStream& reply) {
-    MapShopResult map{};
-    reply.ReadFixedString(map.text1, std::size(map.text1));
+    // Read where it stays: a record is large, and most of it is empty.
+    std::list<MapShopResult> read;
+    MapShopResult& map = read.emplace_back();
+    reply.ReadFixedString(map.text1);
     reply.ReadInt32(map.number);
-    reply.ReadFixedString(map.text2, std::size(map.text2));
-    reply.ReadFixedString(map.text3, std::size(map.text3));
+    reply.ReadFixedString(map.text2);
+    reply.ReadFixedString(map.text3);
     if (!reply.good) return;
-    results.push_back(map);
+    results.splice(results.end(), read);
     cursor = results.begin();
 }
 

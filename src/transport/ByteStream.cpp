@@ -1,20 +1,18 @@
 #include "transport/ByteStream.h"
 
+#include <algorithm>
+
 void ByteStream::WriteBytes(const void* data, uint32_t size) {
     Write(data, size);
     byteCount += size;
 }
 
 void ByteStream::WriteInt32(int32_t value) {
-    const auto bits = static_cast<uint32_t>(value);
-    const uint8_t bytes[] = {static_cast<uint8_t>(bits), static_cast<uint8_t>(bits >> 8),
-                             static_cast<uint8_t>(bits >> 16), static_cast<uint8_t>(bits >> 24)};
-    WriteBytes(bytes, sizeof bytes);
+    WriteBytes(&value, sizeof value);
 }
 
 void ByteStream::WriteUnit(WCHAR unit) {
-    const uint8_t bytes[] = {static_cast<uint8_t>(unit), static_cast<uint8_t>(unit >> 8)};
-    WriteBytes(bytes, wideStrings ? 2 : 1);
+    WriteBytes(&unit, wideStrings ? 2 : 1);
 }
 
 void ByteStream::WriteString(const WideString& text) {
@@ -24,28 +22,25 @@ void ByteStream::WriteString(const WideString& text) {
 }
 
 bool ByteStream::ReadBytes(void* data, uint32_t size) {
+    byteCount += size;
+    if (size > 0 && size <= readAvail - readPos) {
+        memcpy(data, readBuffer + readPos, size);
+        readPos += size;
+        return true;
+    }
     const bool found = Read(data, size);
     good = good && found;
-    byteCount += size;
     return found;
 }
 
 bool ByteStream::ReadInt32(int32_t& value) {
-    // A read that meets the end fills only some of the bytes; the others stay those of `value`.
-    auto bits = static_cast<uint32_t>(value);
-    uint8_t bytes[] = {static_cast<uint8_t>(bits), static_cast<uint8_t>(bits >> 8),
-                       static_cast<uint8_t>(bits >> 16), static_cast<uint8_t>(bits >> 24)};
-    const bool found = ReadBytes(bytes, sizeof bytes);
-    bits = bytes[0] | uint32_t{bytes[1]} << 8 | uint32_t{bytes[2]} << 16 | uint32_t{bytes[3]} << 24;
-    value = static_cast<int32_t>(bits);
-    return found;
+    return ReadBytes(&value, sizeof value);
 }
 
 WCHAR ByteStream::ReadUnit() {
-    uint8_t bytes[] = {0, 0};
-    ReadBytes(bytes, wideStrings ? 2 : 1);
-    if (wideStrings) return static_cast<WCHAR>(bytes[0] | bytes[1] << 8);
-    return static_cast<WCHAR>(static_cast<int8_t>(bytes[0]));
+    WCHAR unit = 0;
+    ReadBytes(&unit, wideStrings ? 2 : 1);
+    return wideStrings ? unit : static_cast<WCHAR>(static_cast<int8_t>(unit));
 }
 
 bool ByteStream::ReadString(WideString& text) {
@@ -56,18 +51,36 @@ bool ByteStream::ReadString(WideString& text) {
     if (static_cast<uint32_t>(length) > longestString) return false;
 
     text.reserve(static_cast<size_t>(length));
-    for (int32_t i = 0; i < length; ++i) {
+    for (auto missing = static_cast<uint32_t>(length); missing > 0;) {
+        const uint32_t fetched = AppendFetchedUnits(text, missing);
+        missing -= fetched;
+        if (fetched > 0) continue;
         const WCHAR unit = ReadUnit();
         if (!good) return false;
         text.push_back(unit);
+        --missing;
     }
     return true;
 }
 
+/* Appends some of the units that have been fetched ahead, at most `most`, and returns how many; 0 when not
+ * even one is there. */
+uint32_t ByteStream::AppendFetchedUnits(WideString& text, uint32_t most) {
+    if (!wideStrings) return 0;
+    // The bytes may lie at an odd address, from which a device cannot read units.
+    WCHAR units[128];
+    const auto room = static_cast<uint32_t>(std::size(units));
+    const uint32_t count = std::min({most, room, (readAvail - readPos) / 2});
+    if (count == 0) return 0;
+    ReadBytes(units, 2 * count);
+    text.append(units, count);
+    return count;
+}
+
 bool ByteStream::ReadFixedString(WCHAR* field, uint32_t capacity) {
-    WideString text;
-    if (!ReadString(text)) return false;
-    wcsncpy(field, text.c_str(), capacity);
-    field[capacity - 1] = 0;
+    if (!ReadString(fixedText)) return false;
+    // A unit 0 ends the text of a field, also when the string goes on.
+    const size_t length = WideStringView(fixedText.c_str()).copy(field, capacity - 1);
+    memset(field + length, 0, (capacity - length) * sizeof *field);
     return true;
 }

@@ -49,6 +49,11 @@ public:
      * was. */
     bool ReadFixedString(WCHAR* field, uint32_t capacity);
 
+    template <uint32_t capacity>
+    bool ReadFixedString(WCHAR (&field)[capacity]) {
+        return ReadFixedString(field, capacity);
+    }
+
     Mode mode = notOpen;
     bool good = true;        /* false once a read or a write has failed */
     bool wideStrings = true; /* strings travel as 2-byte units, else as 1-byte units */
@@ -59,7 +64,17 @@ protected:
     // Need not be virtual: the function that makes a stream destroys it, and knows its class.
     ~ByteStream() = default;
 
+    /* Bytes that a kind of stream has fetched ahead. The readers above take what they need from here, and ask
+     * Read, which takes from here first, too, only for what goes beyond. A kind without a buffer leaves these
+     * as they are. */
+    const uint8_t* readBuffer = nullptr;
+    uint32_t readPos = 0;   /* the next unread byte of the buffer */
+    uint32_t readAvail = 0; /* how many bytes of the buffer the last fetch filled */
+
 private:
     void WriteUnit(WCHAR unit);
     WCHAR ReadUnit();
+    uint32_t AppendFetchedUnits(WideString& text, uint32_t most);
+
+    WideString fixedText; /* what ReadFixedString reads into: kept, so that not every call has to allocate */
 };

@@ -58,10 +58,11 @@ bool CgiRequest::SendRequest() {
         HttpSendRequestW(request.Get(), nullptr, 0, body.data(), static_cast<DWORD>(body.size()));
     mode = reading;
     good = true;
-    readPos = 0;
-    readAvail = 0;
     byteCount = 0;
     if (body.size() < smallestReceiveBuffer) body.resize(smallestReceiveBuffer);
+    readBuffer = body.data();
+    readPos = 0;
+    readAvail = 0;
     return sent != FALSE;
 }
 
@@ -71,7 +72,7 @@ bool CgiRequest::Read(void* data, uint32_t size) {
     while (wanted > 0) {
         if (readPos == readAvail && !FillBuffer()) break;
         const uint32_t some = std::min(readAvail - readPos, wanted);
-        memcpy(destination, body.data() + readPos, some);
+        memcpy(destination, readBuffer + readPos, some);
         readPos += some;
         destination += some;
         wanted -= some;

@@ -38,6 +38,4 @@ private:
     InternetHandle connection;
     bool holdsManagedConnection = false;
     std::vector<uint8_t> body; /* the request's body, then the receive buffer */
-    uint32_t readPos = 0;      /* the next unread byte of the buffer */
-    uint32_t readAvail = 0;    /* how many bytes of the buffer the last network read filled */
 };
