@@ -1,7 +1,6 @@
 #include "ui/TranslationCatalogue.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "base/Contained.h"
 #include "base/OwnedFile.h"
@@ -11,16 +10,14 @@
 
 namespace {
 
-// What a text may hold beside its words: the mark of its access key, full stops, a colon, double quotes.
-constexpr WideStringView ornaments = TEXT("&.:\"");
-
+/* What a text may hold beside its words: the mark of its access key, full stops, a colon, double quotes. */
 bool IsOrnament(WCHAR unit) {
-    return ornaments.find(unit) != WideStringView::npos;
+    return unit == TEXT('&') || unit == TEXT('.') || unit == TEXT(':') || unit == TEXT('"');
 }
 
-WideString WithoutOrnaments(const WideString& text) {
-    WideString plain;
-    std::remove_copy_if(text.begin(), text.end(), std::back_inserter(plain), IsOrnament);
+WideString WithoutOrnaments(WideStringView text) {
+    WideString plain(text);
+    std::erase_if(plain, IsOrnament);
     return plain;
 }
 
@@ -77,15 +74,22 @@ void TranslationCatalogue::Clear() {
     untranslated.clear();
 }
 
-const WideString& TranslationCatalogue::Translate(const WideString& text) {
+const WideString* TranslationCatalogue::Find(WideStringView text) const {
     auto found = table.find(text);
     if (found == table.end() && std::any_of(text.begin(), text.end(), IsOrnament))
         found = table.find(WithoutOrnaments(text));
-    return found != table.end() ? found->second : *untranslated.insert(text).first;
+    return found != table.end() ? &found->second : nullptr;
+}
+
+const WideString& TranslationCatalogue::Translate(const WideString& text) {
+    const WideString* const translation = Find(text);
+    return translation ? *translation : *untranslated.insert(text).first;
 }
 
 const WideString& TranslationCatalogue::Translate(const WCHAR* text) {
-    return Translate(text != nullptr ? WideString(text) : WideString());
+    const WideStringView wide = text ? WideStringView(text) : WideStringView();
+    const WideString* const translation = Find(wide);
+    return translation ? *translation : *untranslated.emplace(wide).first;
 }
 
 const WideString& TranslationCatalogue::Translate(const char* text) {

@@ -58,6 +58,9 @@ public:
     [[nodiscard]] const std::set<WideString>& UntranslatedTexts() const { return untranslated; }
 
 private:
+    /* The translation of `text`, or of `text` without its ornaments, or null. */
+    [[nodiscard]] const WideString* Find(WideStringView text) const;
+
     [[nodiscard]] WideString ModulePath() const;
     [[nodiscard]] bool IsHarvestDue(const WideString& folder) const;
     [[nodiscard]] bool WriteHarvest(const WideString& folder, const WideString& modulePath) const;

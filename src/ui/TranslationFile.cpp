@@ -1,80 +1,69 @@
 #include "ui/TranslationFile.h"
 
-#include <optional>
-
 namespace {
 
 constexpr WCHAR byteOrderMark = 0xFEFF;
 
-/* Reads the units of a language file: of 16 bits after a byte order mark, otherwise of 8 bits. */
-class UnitReader {
+/* Reads the lines of a language file: units of 16 bits after a byte order mark, otherwise of 8 bits. */
+class TranslationLines {
 public:
-    explicit UnitReader(FILE* opened) : file(opened) {
-        if (ReadWide() == byteOrderMark) return;
-        wide = false;
+    explicit TranslationLines(FILE* opened) : file(opened) {
+        WCHAR first = 0;
+        wide = fread(&first, sizeof first, 1, file) == 1 && first == byteOrderMark;
         // Not rewind, which the device does not have. Seeking clears the end-of-file indicator as well.
-        fseek(file, 0, SEEK_SET);
+        if (!wide) fseek(file, 0, SEEK_SET);
     }
 
-    /* The next unit; nothing at the end of the file. A last byte that is half a unit is left out. */
-    std::optional<WCHAR> Next() { return wide ? ReadWide() : ReadNarrow(); }
+    /* Reads the next line without its LF into `line`. False: the file has ended. */
+    bool Read(WideString& line) {
+        line.clear();
+        while (!unread.empty() || ReadUnits()) {
+            const size_t end = unread.find(TEXT('\n'));
+            line.append(unread.substr(0, end));
+            if (end != WideStringView::npos) {
+                unread.remove_prefix(end + 1);
+                return true;
+            }
+            unread = {};
+        }
+        return !line.empty();
+    }
 
 private:
-    std::optional<WCHAR> ReadNarrow() {
-        const int byte = fgetc(file);
-        if (byte == EOF) return std::nullopt;
-        return static_cast<WCHAR>(byte);
+    /* A last byte that is half a unit is left out. */
+    bool ReadUnits() {
+        const size_t count = wide ? fread(units, sizeof units[0], mostUnits, file) : ReadNarrowUnits();
+        unread = WideStringView(units, count);
+        return count > 0;
     }
 
-    std::optional<WCHAR> ReadWide() {
-        const int low = fgetc(file);
-        const int high = fgetc(file);
-        if (low == EOF || high == EOF) return std::nullopt;
-        return static_cast<WCHAR>(low | high << 8);
+    size_t ReadNarrowUnits() {
+        uint8_t bytes[mostUnits];
+        const size_t count = fread(bytes, 1, sizeof bytes, file);
+        std::copy(bytes, bytes + count, units);
+        return count;
     }
+
+    static constexpr size_t mostUnits = 256;
 
     FILE* file;
-    bool wide = true;
+    bool wide;
+    WCHAR units[mostUnits];
+    WideStringView unread; /* what of `units` belongs to the lines to come */
 };
 
-/* Reads the key of the next record. False: the file ended first. An empty key begins no record. */
-bool ReadKey(UnitReader& reader, WideString& key) {
-    key.clear();
-    while (const auto unit = reader.Next()) {
-        if (*unit == TEXT('\t')) return true;
-        if (*unit == TEXT('\n')) {
-            key.clear();
-            return true;
-        }
-        key.push_back(*unit);
-    }
-    return false;
-}
-
-WideString ReadValue(UnitReader& reader) {
-    WideString value;
-    for (auto unit = reader.Next(); unit && *unit != TEXT('\n'); unit = reader.Next())
-        value.push_back(*unit);
-    return value;
-}
-
-/* Adds what a backslash and `unit` stand for: mostly the two themselves. */
-void AppendEscape(WideString& text, WCHAR unit) {
+/* What a backslash and `unit` stand for; 0: for themselves. */
+WCHAR MeaningOfEscape(WCHAR unit) {
     switch (unit) {
         case TEXT('t'):
-            text += TEXT('\t');
-            break;
+            return TEXT('\t');
         case TEXT('n'):
-            text += TEXT('\n');
-            break;
+            return TEXT('\n');
         case TEXT('"'):
         case TEXT('\\'):
-            text += unit;
-            break;
+            return unit;
         default:
-            text += TEXT('\\');
-            text += unit;
-            break;
+            return 0;
     }
 }
 
@@ -92,46 +81,49 @@ WideString EscapeTranslationText(WideStringView text) {
 }
 
 void WriteUnits(FILE* file, WideStringView units) {
-    for (const WCHAR unit : units) {
-        fputc(unit & 0xFF, file);
-        fputc(unit >> 8, file);
-    }
+    fwrite(units.data(), sizeof units[0], units.size(), file);
+}
+
+void AddRecord(WideStringView line, TranslationTable& table) {
+    // A TAB without a key begins no record.
+    while (!line.empty() && line.front() == TEXT('\t'))
+        line.remove_prefix(1);
+    const size_t tab = line.find(TEXT('\t'));
+    if (tab == WideStringView::npos || tab + 1 == line.size()) return;
+    // A harvested file is in order, so that each key belongs at the end.
+    table.insert_or_assign(table.end(), UnescapeTranslationText(line.substr(0, tab)),
+                           UnescapeTranslationText(line.substr(tab + 1)));
 }
 
 }  // namespace
 
 WideString UnescapeTranslationText(WideStringView text) {
-    WideString plain;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const bool last = i + 1 == text.size();
-        switch (text[i]) {
-            case TEXT('\r'):
-                break;
-            case TEXT('"'):
-                if (!last && text[i + 1] == TEXT('"')) plain += text[++i];
-                break;
-            case TEXT('\\'):
-                if (last)
-                    plain += text[i];
-                else
-                    AppendEscape(plain, text[++i]);
-                break;
-            default:
-                plain += text[i];
-                break;
+    // What is written is never shorter than what it stands for.
+    WideString plain(text);
+    size_t length = 0;
+    for (size_t at = 0; at < text.size(); ++at) {
+        const WCHAR unit = text[at];
+        if (unit == TEXT('\r')) continue;
+        const bool last = at + 1 == text.size();
+        if (unit == TEXT('"')) {
+            if (!last && text[at + 1] == TEXT('"')) plain[length++] = text[++at];
+        } else if (unit == TEXT('\\') && !last) {
+            const WCHAR next = text[++at];
+            const WCHAR meaning = MeaningOfEscape(next);
+            if (meaning == 0) plain[length++] = unit;
+            plain[length++] = meaning == 0 ? next : meaning;
+        } else {
+            plain[length++] = unit;
         }
     }
+    plain.resize(length);
     return plain;
 }
 
 void ReadTranslations(FILE* file, TranslationTable& table) {
-    UnitReader reader(file);
-    WideString key;
-    while (ReadKey(reader, key)) {
-        if (key.empty()) continue;
-        const WideString value = ReadValue(reader);
-        if (!value.empty()) table[UnescapeTranslationText(key)] = UnescapeTranslationText(value);
-    }
+    TranslationLines lines(file);
+    for (WideString line; lines.Read(line);)
+        AddRecord(line, table);
 }
 
 void WriteUntranslatedTexts(FILE* file, const std::set<WideString>& texts) {
