@@ -11,58 +11,83 @@
 
 namespace {
 
-/* The low bytes of the units of `text`, without NUL: the runtime's wide output stops at a unit that it has no
- * byte for, and the reader of the file skips NUL bytes. U+0000 becomes `formOfNul`. */
-WideString ByteForm(const WideString& text, const WCHAR* formOfNul) {
-    WideString form;
-    form.reserve(text.size());
-    for (const WCHAR unit : text) {
-        const auto lowByte = static_cast<WCHAR>(unit & 0xFF);
-        if (unit == 0) {
-            form += formOfNul;
-        } else if (lowByte != 0) {
-            form += lowByte;
-        }
-    }
-    return form;
-}
+/* Units on their way into a file, each as its low byte. */
+class ByteWriter {
+public:
+    explicit ByteWriter(FILE* opened) : file(opened) {}
+    ByteWriter(const ByteWriter&) = delete;
+    ByteWriter& operator=(const ByteWriter&) = delete;
 
-void WriteEntry(FILE* file, const WideString& key, const WideString& value) {
-    // UrlEncode leaves U+0000 as it is, but a file can hold it only as an escape.
-    fwprintf(file, TEXT("%s=%s\n"), ByteForm(key, TEXT("")).c_str(),
-             ByteForm(UrlEncode(value), TEXT("%00")).c_str());
+    void Put(WCHAR unit) {
+        if (count == sizeof bytes) Flush();
+        bytes[count++] = static_cast<uint8_t>(unit & 0xFF);
+    }
+
+    /* As Put; leaves out a unit whose byte would be NUL, which the reader of the file skips. */
+    void PutUnlessNul(WCHAR unit) {
+        if ((unit & 0xFF) != 0) Put(unit);
+    }
+
+    /* Whether everything reached the file. A full disk shows only when the bytes are really written. */
+    bool Finish() {
+        Flush();
+        return fflush(file) == 0 && !ferror(file);
+    }
+
+private:
+    void Flush() {
+        fwrite(bytes, 1, count, file);
+        count = 0;
+    }
+
+    FILE* file;
+    size_t count = 0;
+    uint8_t bytes[256];
+};
+
+void PutEntry(ByteWriter& writer, WideStringView key, WideStringView value) {
+    for (const WCHAR unit : key)
+        writer.PutUnlessNul(unit);
+    writer.Put(TEXT('='));
+    PutUrlEncoded(value, [&](WCHAR unit) {
+        // Encoding leaves U+0000 as it is, but a file can hold it only as an escape.
+        if (unit == 0) {
+            for (const WCHAR escaped : WideStringView(TEXT("%00")))
+                writer.Put(escaped);
+        } else {
+            writer.PutUnlessNul(unit);
+        }
+    });
+    writer.Put(TEXT('\n'));
 }
 
 }  // namespace
 
-void FormDictionary::ParseFormText(const WideString& text) {
-    for (size_t begin = 0;;) {
-        const size_t end = text.find('&', begin);
-        if (end == WideString::npos) {
-            ParsePair(text.substr(begin));
-            return;
-        }
-        ParsePair(text.substr(begin, end - begin));
-        begin = end + 1;
+void FormDictionary::ParseFormText(WideStringView text) {
+    for (;;) {
+        const size_t end = text.find(TEXT('&'));
+        ParsePair(text.substr(0, end));
+        if (end == WideStringView::npos) return;
+        text.remove_prefix(end + 1);
     }
 }
 
-void FormDictionary::ParsePair(const WideString& pair) {
-    const size_t equals = pair.find('=');
-    if (equals == WideString::npos) return;
-    WideString key = pair.substr(0, equals);
-    WideString value = pair.substr(equals + 1);
-    TrimWhitespace(key);
-    TrimWhitespace(value);
+void FormDictionary::ParsePair(WideStringView pair) {
+    const size_t equals = pair.find(TEXT('='));
+    if (equals == WideStringView::npos) return;
+    const WideStringView key = WithoutOuterWhitespace(pair.substr(0, equals));
+    const WideStringView value = WithoutOuterWhitespace(pair.substr(equals + 1));
     if (key.empty() || value.empty()) return;
-    // Decoding comes last: a space that was encoded is part of the value.
-    entries[key] = UrlDecode(value);
+    // Decoding comes last: a space that was encoded is part of the value. A file that was saved is in order,
+    // so that each key belongs at the end.
+    entries.insert_or_assign(entries.end(), WideString(key), UrlDecode(value));
 }
 
 bool FormDictionary::LoadFromFile(const WideString& path) {
     const FileHandle file(_wfopen(path.c_str(), TEXT("r")));
     if (!file) return false;
-    for (WideString line; ReadContentLine(file.Get(), line);)
+    LineReader reader(file.Get());
+    for (WideString line; reader.ReadContentLine(line);)
         ParseFormText(line);
     return true;
 }
@@ -70,11 +95,11 @@ bool FormDictionary::LoadFromFile(const WideString& path) {
 bool FormDictionary::SaveToFile(const WideString& path) const {
     const FileHandle file(_wfopen(path.c_str(), TEXT("w")));
     if (!file) return false;
+    ByteWriter writer(file.Get());
     for (const auto& [key, value] : entries) {
-        if (!key.empty() && !value.empty()) WriteEntry(file.Get(), key, value);
+        if (!key.empty() && !value.empty()) PutEntry(writer, key, value);
     }
-    // A full disk shows only when the buffered bytes are really written.
-    return fflush(file.Get()) == 0 && !ferror(file.Get());
+    return writer.Finish();
 }
 
 WideString FormDictionary::GetString(const WideString& key, const WideString& fallback) const {

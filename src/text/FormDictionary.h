@@ -1,6 +1,7 @@
 /* A table of wide keys and values, and its text form on disk: lines of key=value. */
 #pragma once
 
+#include "text/CodeUnitOrder.h"
 #include "text/WideString.h"
 
 #include <map>
@@ -16,10 +17,10 @@ public:
      * (TrimWhitespace), then values are decoded (UrlDecode); keys never are. A pair replaces an earlier value
      * of its key. A pair without =, with an empty key or with an empty value changes nothing, an earlier
      * value of the key included. */
-    void ParseFormText(const WideString& text);
+    void ParseFormText(WideStringView text);
 
-    /* Takes the pairs of every line with content (ReadContentLine) of the text file at `path`. Keys that the
-     * file does not hold keep their values. False when the file cannot be opened, with nothing changed. */
+    /* Takes the pairs of every line with content (LineReader) of the text file at `path`. Keys that the file
+     * does not hold keep their values. False when the file cannot be opened, with nothing changed. */
     bool LoadFromFile(const WideString& path);
 
     /* Writes the text file at `path` anew: a line for every entry with a non-empty key and value, in the
@@ -58,10 +59,10 @@ public:
     void SetHexBytes(const WideString& key, const uint8_t* bytes, int32_t count);
 
 private:
-    void ParsePair(const WideString& pair);
+    void ParsePair(WideStringView pair);
 
     /* The value of `key`, or null. */
     const WideString* Find(const WideString& key) const;
 
-    std::map<WideString, WideString> entries;
+    std::map<WideString, WideString, CodeUnitOrder> entries;
 };

@@ -8,7 +8,6 @@ int HexDigitValue(WCHAR unit) {
 }
 
 void AppendHexByte(WideString& text, uint8_t number) {
-    static constexpr const WCHAR* digits = TEXT("0123456789abcdef");
-    text += digits[number >> 4];
-    text += digits[number & 0x0F];
+    text += HexDigit(number >> 4U);
+    text += HexDigit(number & 0x0FU);
 }

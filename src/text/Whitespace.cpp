@@ -1,8 +1,21 @@
 #include "text/Whitespace.h"
 
+namespace {
+
+bool IsWhitespace(WCHAR unit) {
+    return unit == TEXT(' ') || unit == TEXT('\t') || unit == TEXT('\n') || unit == TEXT('\r');
+}
+
+}  // namespace
+
+WideStringView WithoutOuterWhitespace(WideStringView text) {
+    while (!text.empty() && IsWhitespace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsWhitespace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 WideString& TrimWhitespace(WideString& text) {
-    static constexpr const WCHAR* whitespace = TEXT(" \t\n\r");
-    text.erase(0, text.find_first_not_of(whitespace));
-    const size_t last = text.find_last_not_of(whitespace);
-    return last == WideString::npos ? text : text.erase(last + 1);
+    return text.assign(WithoutOuterWhitespace(text));
 }

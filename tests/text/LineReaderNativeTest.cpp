@@ -26,7 +26,7 @@ TEST_F(LineReaderErrors, StreamWhoseErrorIndicatorIsSetHasNoLines) {
     EXPECT_EQ(EOF, fgetc(file.Get()));
     EXPECT_TRUE(ferror(file.Get()));
     WideString line = TEXT("before");
-    EXPECT_FALSE(ReadContentLine(file.Get(), line));
+    EXPECT_FALSE(LineReader(file.Get()).ReadContentLine(line));
     EXPECT_EQ(WideString(), line);
     EXPECT_EQ(1u, device.CountCalls("fread")) << "it is not even tried";
 }
@@ -36,25 +36,26 @@ TEST_F(LineReaderErrors, WhatWasReadBeforeAnErrorIsDelivered) {
     const FileHandle file = Open("a\nbcd\ne\n");
     device.FailCall("fread", 4, ERROR_GEN_FAILURE, Failing::FromThereOn);
     WideString line;
-    EXPECT_TRUE(ReadContentLine(file.Get(), line));
+    LineReader reader(file.Get());
+    EXPECT_TRUE(reader.ReadContentLine(line));
     EXPECT_EQ(TEXT("a"), line);
-    EXPECT_TRUE(ReadContentLine(file.Get(), line));
+    EXPECT_TRUE(reader.ReadContentLine(line));
     EXPECT_EQ(TEXT("b"), line);
-    EXPECT_FALSE(ReadContentLine(file.Get(), line));
+    EXPECT_FALSE(reader.ReadContentLine(line));
 }
 
 TEST_F(LineReaderErrors, ErrorInACommentEndsTheFile) {
     const FileHandle file = Open("# a\nb\n");
     device.FailCall("fread", 3, ERROR_GEN_FAILURE);
     WideString line;
-    EXPECT_FALSE(ReadContentLine(file.Get(), line));
+    EXPECT_FALSE(LineReader(file.Get()).ReadContentLine(line));
 }
 
 TEST_F(LineReaderErrors, FolderOpenedAsAFileEndsThoughItNeverReportsItsEnd) {
     const FileHandle folder(fopen("/", "r"));
     ASSERT_TRUE(folder);
     WideString line = TEXT("before");
-    EXPECT_FALSE(ReadContentLine(folder.Get(), line));
+    EXPECT_FALSE(LineReader(folder.Get()).ReadContentLine(line));
     EXPECT_EQ(WideString(), line);
     EXPECT_FALSE(feof(folder.Get()));
 }
