@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "transport/BufferSizes.h"
 #include "transport/NetworkConnection.h"
 
 namespace {
 
-constexpr size_t smallestReceiveBuffer = 256;
+constexpr size_t smallestReceiveBuffer = receiveBufferSize;
 
 /* Shows the wait cursor for as long as it lives. */
 class WaitCursor {

@@ -25,9 +25,9 @@ public:
      * looked at, and there may be no reply at all. Throws std::bad_alloc. */
     bool SendRequest();
 
-    /* Reads `size` bytes of the reply. Each read from the network asks for 256 bytes, or for as many as the
-     * request's body had if these were more. True when there were any, however few (the rest of `data` stays
-     * as it was); false when there were none, and for a size of 0. */
+    /* Reads `size` bytes of the reply. Each read from the network asks for `receiveBufferSize` bytes, or for
+     * as many as the request's body had if these were more. True when there were any, however few (the rest
+     * of `data` stays as it was); false when there were none, and for a size of 0. */
     bool Read(void* data, uint32_t size) override;
 
 private:

@@ -7,10 +7,11 @@
 #include "base/Contained.h"
 #include "base/Owned.h"
 #include "text/FormatString.h"
+#include "transport/BufferSizes.h"
 
 namespace {
 
-constexpr DWORD chunkSize = 4096;
+constexpr DWORD chunkSize = downloadChunkSize;
 constexpr DWORD firstRefusal = 300;
 
 struct SystemFileKind {

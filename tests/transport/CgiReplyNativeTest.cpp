@@ -1,7 +1,18 @@
 /* How the reply to a CGI request is read. */
+#include "transport/BufferSizes.h"
 #include "transport/CgiFixture.h"
 
 using namespace std::string_view_literals;
+
+namespace {
+
+/* A read into a buffer of that size, to which a reply of 4 bytes comes. */
+std::string ReadOf4Bytes(int request, size_t bufferSize) {
+    return "InternetReadFile(request " + std::to_string(request) + ", " + std::to_string(bufferSize) +
+           ") = TRUE, 4";
+}
+
+}  // namespace
 
 TEST_F(Cgi, HttpStatusIsNotLookedAt) {
     WebReply reply = WebReply::WithBody("abcd");
@@ -29,44 +40,44 @@ TEST_F(Cgi, NoReplyAtAllIsASuccessfulSendWithNothingToRead) {
     EXPECT_EQ(-1, value);
 }
 
-TEST_F(Cgi, ReceiveBufferIs256BytesAfterA12ByteBody) {
+TEST_F(Cgi, ReceiveBufferHasItsSmallestSizeAfterA12ByteBody) {
     Answer("abcd");
     CgiRequest request(host, path, false, false);
     request.WriteBytes("twelve bytes", 12);
     request.SendRequest();
     char one = 0;
     request.ReadBytes(&one, 1);
-    EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 256) = TRUE, 4"}),
+    EXPECT_EQ((std::vector<std::string>{ReadOf4Bytes(1, receiveBufferSize)}),
               device.Calls({"InternetReadFile"}));
 }
 
-TEST_F(Cgi, ReceiveBufferIs1000BytesAfterA1000ByteBody) {
+TEST_F(Cgi, ReceiveBufferHasTheSizeOfALargerBody) {
     Answer("abcd");
     CgiRequest request(host, path, false, false);
-    const std::string body(1000, 'x');
-    request.WriteBytes(body.data(), 1000);
+    constexpr uint32_t size = receiveBufferSize + 744;
+    const std::string body(size, 'x');
+    request.WriteBytes(body.data(), size);
     request.SendRequest();
     char one = 0;
     request.ReadBytes(&one, 1);
-    EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 1000) = TRUE, 4"}),
-              device.Calls({"InternetReadFile"}));
+    EXPECT_EQ((std::vector<std::string>{ReadOf4Bytes(1, size)}), device.Calls({"InternetReadFile"}));
     EXPECT_EQ(body, device.Requests()[0].body);
 }
 
 TEST_F(Cgi, ReceiveBufferSizeAroundItsSmallest) {
     Answer("abcd");
-    for (const size_t size : {255u, 256u, 257u}) {
+    for (const uint32_t size : {receiveBufferSize - 1, receiveBufferSize, receiveBufferSize + 1}) {
         CgiRequest request(host, path, false, false);
         const std::string body(size, 'x');
-        request.WriteBytes(body.data(), static_cast<uint32_t>(size));
+        request.WriteBytes(body.data(), size);
         request.SendRequest();
         char one = 0;
         request.ReadBytes(&one, 1);
     }
-    EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 256) = TRUE, 4",
-                                        "InternetReadFile(request 2, 256) = TRUE, 4",
-                                        "InternetReadFile(request 3, 257) = TRUE, 4"}),
-              device.Calls({"InternetReadFile"}));
+    EXPECT_EQ(
+        (std::vector<std::string>{ReadOf4Bytes(1, receiveBufferSize), ReadOf4Bytes(2, receiveBufferSize),
+                                  ReadOf4Bytes(3, receiveBufferSize + 1)}),
+        device.Calls({"InternetReadFile"}));
 }
 
 TEST_F(Cgi, Int32WithTwoBytesLeftSucceedsWithTwoBytesFilledAndTheNextFails) {

@@ -1,4 +1,5 @@
 /* How a CGI request is made and sent. */
+#include "transport/BufferSizes.h"
 #include "transport/CgiFixture.h"
 
 using namespace std::string_view_literals;
@@ -34,7 +35,7 @@ TEST_F(Cgi, CallsOfOnePlainRequestFromConstructionToDestruction) {
         "SetCursor(wait cursor) = normal cursor",
         "HttpSendRequestW(request 1, null, 0, body, 8) = TRUE",
         "SetCursor(normal cursor) = wait cursor",
-        "InternetReadFile(request 1, 256) = TRUE, 4",
+        "InternetReadFile(request 1, " + std::to_string(receiveBufferSize) + ") = TRUE, 4",
         "InternetCloseHandle(request 1) = TRUE",
         "InternetCloseHandle(connection 1) = TRUE",
         "InternetCloseHandle(session 1) = TRUE",

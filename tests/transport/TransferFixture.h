@@ -8,6 +8,10 @@
 
 #include "LMOnline.h"
 #include "support/NetworkTest.h"
+#include "transport/BufferSizes.h"
+
+/* What one read from the network asks for, in bytes. */
+inline constexpr uint32_t chunk = downloadChunkSize;
 
 inline constexpr WCHAR host[] = TEXT("maps.example");
 inline constexpr WCHAR target[] = TEXT("\\Storage\\file.map");

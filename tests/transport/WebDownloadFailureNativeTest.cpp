@@ -13,16 +13,16 @@ TEST_F(Download, ReplyCutByAnEndIsComplete) {
 }
 
 TEST_F(Download, ReplyCutByAResetLeavesNeitherFile) {
-    for (const uint64_t at : {0u, 1u, 4095u, 4096u, 4097u, 9999u}) {
+    for (const uint64_t at : {0u, 1u, chunk - 1, chunk, chunk + 1, 3 * chunk - 1}) {
         SCOPED_TRACE(at);
         device.PutFile(target, "old");
-        WebReply reply = WebReply::WithBody(Content(10000));
+        WebReply reply = WebReply::WithBody(Content(3 * chunk));
         reply.breaks = WebReply::Break::Reset;
         reply.breakAt = at;
         Answer(reply);
         EXPECT_EQ(0, Fetch());
         ExpectNeitherFile();
-        EXPECT_EQ(static_cast<int64_t>(at / 4096 * 4096), progress.bytesReceived);
+        EXPECT_EQ(static_cast<int64_t>(at / chunk * chunk), progress.bytesReceived);
     }
 }
 
@@ -81,26 +81,26 @@ TEST_F(Download, CancelledAtAnyCallbackLeavesNeitherFile) {
     for (size_t last = 1; last <= 6; ++last) {
         SCOPED_TRACE(last);
         device.PutFile(target, "old");
-        Answer(Content(5 * 4096));
+        Answer(Content(5 * chunk));
         callbacks = 0;
         atCallback = [&] { return callbacks == last ? 0 : 1; };
         EXPECT_EQ(0, Fetch());
         EXPECT_EQ(last, callbacks);
         ExpectNeitherFile();
-        EXPECT_EQ(static_cast<int64_t>((last - 1) * 4096), progress.bytesReceived);
+        EXPECT_EQ(static_cast<int64_t>((last - 1) * chunk), progress.bytesReceived);
     }
 }
 
 TEST_F(Download, FullStorageLeavesNeitherFile) {
-    for (const uint64_t room : {0u, 1u, 4095u, 4096u, 9999u}) {
+    for (const uint64_t room : {0u, 1u, chunk - 1, chunk, 3 * chunk - 1}) {
         SCOPED_TRACE(room);
         device.PutFile(target, "old");
-        Answer(Content(10000));
+        Answer(Content(3 * chunk));
         device.SetFreeStorage(room);
         EXPECT_EQ(0, Fetch());
         device.SetFreeStorage(std::nullopt);
         ExpectNeitherFile();
-        EXPECT_EQ(static_cast<int64_t>(room / 4096 * 4096), progress.bytesReceived);
+        EXPECT_EQ(static_cast<int64_t>(room / chunk * chunk), progress.bytesReceived);
     }
 }
 

@@ -19,9 +19,9 @@ TEST_F(Download, CallsOfOneDownloadFromConnectionToTheFileInItsPlace) {
         "HttpQueryInfoW(request 1, 0x20000013) = TRUE, 200",
         R"(DeleteFileW("\Storage\file.map") = FALSE, error 2)",
         R"(CreateFileW("\Storage\file.map.TMP", 0x40000000, 0, null, 2, 0x00000080, null) = file 1)",
-        "InternetReadFile(request 1, 4096) = TRUE, 3",
+        "InternetReadFile(request 1, " + std::to_string(chunk) + ") = TRUE, 3",
         "WriteFile(file 1, 3) = TRUE, 3",
-        "InternetReadFile(request 1, 4096) = TRUE, 0",
+        "InternetReadFile(request 1, " + std::to_string(chunk) + ") = TRUE, 0",
         "CloseHandle(file 1) = TRUE",
         "InternetCloseHandle(request 1) = TRUE",
         R"(MoveFileW("\Storage\file.map.TMP", "\Storage\file.map") = TRUE)",
@@ -32,7 +32,7 @@ TEST_F(Download, CallsOfOneDownloadFromConnectionToTheFileInItsPlace) {
 }
 
 TEST_F(Download, FilesOfAllSizesArriveWhole) {
-    for (const size_t size : {0u, 1u, 4095u, 4096u, 4097u, 8192u, 100'000u, 10'000'000u}) {
+    for (const size_t size : {0u, 1u, chunk - 1, chunk, chunk + 1, 2 * chunk, 100'000u, 10'000'000u}) {
         SCOPED_TRACE(size);
         Answer(Content(size));
         EXPECT_EQ(1, Fetch());
@@ -51,21 +51,21 @@ TEST_F(Download, ReplacesTheOldFile) {
 }
 
 TEST_F(Download, CallbackIsAskedAfterEveryReadTheLastEmptyOneIncluded) {
-    Answer(Content(3 * 4096));
+    Answer(Content(3 * chunk));
     EXPECT_EQ(1, Fetch());
     EXPECT_EQ(4u, callbacks);
     EXPECT_EQ(4u, device.CountCalls("InternetReadFile"));
 }
 
 TEST_F(Download, CallbackIsAskedBeforeTheBytesOfItsReadAreWritten) {
-    Answer(Content(2 * 4096));
+    Answer(Content(2 * chunk));
     std::vector<std::pair<int64_t, size_t>> seen;
     atCallback = [&] {
         seen.emplace_back(progress.bytesReceived, device.CountCalls("WriteFile"));
         return 1;
     };
     EXPECT_EQ(1, Fetch());
-    EXPECT_EQ((std::vector<std::pair<int64_t, size_t>>{{0, 0}, {4096, 1}, {8192, 2}}), seen);
+    EXPECT_EQ((std::vector<std::pair<int64_t, size_t>>{{0, 0}, {chunk, 1}, {2 * chunk, 2}}), seen);
 }
 
 TEST_F(Download, WhileItRunsTheTemporaryFileIsThereAndTheTargetGone) {
@@ -80,14 +80,14 @@ TEST_F(Download, WhileItRunsTheTemporaryFileIsThereAndTheTargetGone) {
 }
 
 TEST_F(Download, RecordStartsAt0AndHoldsTheLengthAtTheFirstCallback) {
-    Answer(Content(5000));
+    Answer(Content(chunk + 1));
     std::vector<int64_t> totals;
     atCallback = [&] {
         totals.push_back(progress.totalBytes);
         return 1;
     };
     EXPECT_EQ(1, Fetch());
-    EXPECT_EQ((std::vector<int64_t>{5000, 5000, 5000}), totals);
+    EXPECT_EQ((std::vector<int64_t>{chunk + 1, chunk + 1, chunk + 1}), totals);
 }
 
 TEST_F(Download, ReplyWithoutALengthCountsUpAllTheSame) {

@@ -69,14 +69,17 @@ TEST_F(Range, DataConnectionIsAskedForAndStaysUp) {
     EXPECT_EQ(0u, device.CountCalls("ConnMgrReleaseConnection"));
 }
 
-TEST_F(Range, LongOneIsReadInPiecesOf4096AndTheRest) {
-    Answer(Content(20000));
-    std::string buffer(10000, '\0');
-    EXPECT_EQ(10000, xfa704a3f(host, TEXT("/f"), 0, 10000, buffer.data(), Callback, this));
-    EXPECT_TRUE(Content(10000) == buffer) << "a server without ranges gives the file's first bytes";
-    EXPECT_EQ((std::vector<std::string>{"InternetReadFile(request 1, 4096) = TRUE, 4096 (2 times)",
-                                        "InternetReadFile(request 1, 1808) = TRUE, 1808"}),
-              device.Calls({"InternetReadFile"}));
+TEST_F(Range, LongOneIsReadInChunksAndTheRest) {
+    constexpr int32_t length = 2 * chunk + 100;
+    Answer(Content(5 * chunk));
+    std::string buffer(length, '\0');
+    EXPECT_EQ(length, xfa704a3f(host, TEXT("/f"), 0, length, buffer.data(), Callback, this));
+    EXPECT_TRUE(Content(length) == buffer) << "a server without ranges gives the file's first bytes";
+    const std::string size = std::to_string(chunk);
+    EXPECT_EQ(
+        (std::vector<std::string>{"InternetReadFile(request 1, " + size + ") = TRUE, " + size + " (2 times)",
+                                  "InternetReadFile(request 1, 100) = TRUE, 100"}),
+        device.Calls({"InternetReadFile"}));
     EXPECT_EQ(3u, callbacks);
 }
 
@@ -135,21 +138,23 @@ TEST_F(Range, FailuresBeforeTheReplyGiveMinus1) {
 }
 
 TEST_F(Range, ReadThatFailsGives0WithoutAskingTheCallback) {
-    Answer(Content(5000));
+    constexpr int32_t length = chunk + 100;
+    Answer(Content(length));
     device.FailCall("InternetReadFile", 2, ERROR_INTERNET_TIMEOUT);
-    std::string buffer(5000, '\0');
-    EXPECT_EQ(0, xfa704a3f(host, TEXT("/f"), 0, 5000, buffer.data(), Callback, this));
+    std::string buffer(length, '\0');
+    EXPECT_EQ(0, xfa704a3f(host, TEXT("/f"), 0, length, buffer.data(), Callback, this));
     EXPECT_EQ(1u, callbacks);
-    EXPECT_TRUE(Content(4096) == buffer.substr(0, 4096)) << "what came before stays";
+    EXPECT_TRUE(Content(chunk) == buffer.substr(0, chunk)) << "what came before stays";
 }
 
 TEST_F(Range, CancelledAtAnyCallbackGives0) {
+    constexpr int32_t length = 2 * chunk + 100;
     for (size_t last = 1; last <= 3; ++last) {
-        Answer(Content(10000));
+        Answer(Content(length));
         callbacks = 0;
         atCallback = [&] { return callbacks == last ? 0 : 1; };
-        std::string buffer(10000, '\0');
-        EXPECT_EQ(0, xfa704a3f(host, TEXT("/f"), 0, 10000, buffer.data(), Callback, this));
+        std::string buffer(length, '\0');
+        EXPECT_EQ(0, xfa704a3f(host, TEXT("/f"), 0, length, buffer.data(), Callback, this));
         EXPECT_EQ(last, callbacks);
     }
 }

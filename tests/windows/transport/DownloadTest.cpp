@@ -18,7 +18,7 @@ protected:
 }  // namespace
 
 TEST_F(Download, FilesOfAllSizesArriveWhole) {
-    for (const size_t size : {0U, 1U, 4095U, 4096U, 4097U, 8192U, 100'000U, 10U << 20}) {
+    for (const size_t size : {0U, 1U, chunk - 1, chunk, chunk + 1, 2 * chunk, 100'000U, 10U << 20}) {
         SCOPED_TRACE(size);
         server.Answer(Content(size));
         ExpectDownloadOf(Content(size), static_cast<int64_t>(size));
@@ -32,7 +32,8 @@ TEST_F(Download, FileIsMadeWhereNoneWas) {
 }
 
 TEST_F(Download, CallbackIsAskedAfterEveryReadTheLastEmptyOneIncluded) {
-    for (const auto& [size, reads] : {std::pair{0U, 1U}, {1U, 2U}, {4096U, 2U}, {4097U, 3U}, {12288U, 4U}}) {
+    for (const auto& [size, reads] :
+         {std::pair{0U, 1U}, {1U, 2U}, {chunk, 2U}, {chunk + 1, 3U}, {3 * chunk, 4U}}) {
         SCOPED_TRACE(size);
         server.Answer(Content(size));
         EXPECT_EQ(1, DownloadOverOldFile());
@@ -41,7 +42,8 @@ TEST_F(Download, CallbackIsAskedAfterEveryReadTheLastEmptyOneIncluded) {
 }
 
 TEST_F(Download, RecordAtEachCallbackCountsWhatWasWrittenBeforeIt) {
-    server.Answer(Content(10000));
+    constexpr int64_t size = 2 * chunk + 100;
+    server.Answer(Content(size));
     std::vector<std::pair<int64_t, int64_t>> seen;
     atCallback = [&] {
         seen.emplace_back(progress.bytesReceived, progress.totalBytes);
@@ -49,12 +51,12 @@ TEST_F(Download, RecordAtEachCallbackCountsWhatWasWrittenBeforeIt) {
     };
     EXPECT_EQ(1, DownloadOverOldFile());
     EXPECT_EQ(
-        (std::vector<std::pair<int64_t, int64_t>>{{0, 10000}, {4096, 10000}, {8192, 10000}, {10000, 10000}}),
+        (std::vector<std::pair<int64_t, int64_t>>{{0, size}, {chunk, size}, {2 * chunk, size}, {size, size}}),
         seen);
 }
 
 TEST_F(Download, WhileItRunsTheTemporaryFileGrowsAndTheTargetIsGone) {
-    server.Answer(Content(5 * 4096));
+    server.Answer(Content(5 * chunk));
     atCallback = [&] {
         EXPECT_EQ(std::vector<std::wstring>{L"file.map.TMP"}, folder.Names());
         WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -82,13 +84,13 @@ TEST_F(Download, TemporaryFileIsSharedWithNobodyWhileItRuns) {
 TEST_F(Download, CancelledAtAnyCallbackLeavesNeitherFile) {
     for (size_t last = 1; last <= 6; ++last) {
         SCOPED_TRACE(last);
-        server.Answer(Content(5 * 4096));
+        server.Answer(Content(5 * chunk));
         atCallback = [&] { return callbacks == last ? 0 : 1; };
         EXPECT_EQ(0, DownloadOverOldFile());
         EXPECT_EQ(last, callbacks);
         ExpectNoFiles();
-        EXPECT_EQ(static_cast<int64_t>((last - 1) * 4096), progress.bytesReceived);
-        EXPECT_EQ(5 * 4096, progress.totalBytes);
+        EXPECT_EQ(static_cast<int64_t>((last - 1) * chunk), progress.bytesReceived);
+        EXPECT_EQ(5 * chunk, progress.totalBytes);
     }
 }
 

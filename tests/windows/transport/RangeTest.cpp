@@ -40,13 +40,14 @@ TEST_F(Range, FirstByteOfAFile) {
 }
 
 TEST_F(Range, LengthsAroundOneRead) {
-    for (const int32_t length : {1, 4095, 4096, 4097, 8192, 10 << 20}) {
-        SCOPED_TRACE(length);
-        const std::string part = Content(static_cast<size_t>(length));
+    for (const uint32_t size : {1U, chunk - 1, chunk, chunk + 1, 2 * chunk, 10U << 20}) {
+        SCOPED_TRACE(size);
+        const std::string part = Content(size);
+        const auto length = static_cast<int32_t>(size);
         AnswerPart(part);
         EXPECT_EQ(length, Read(1000, length));
         ExpectBuffer(part);
-        EXPECT_EQ(static_cast<size_t>(length + 4095) / 4096, callbacks) << "one for each read, no empty one";
+        EXPECT_EQ((size + chunk - 1) / chunk, callbacks) << "one for each read, no empty one";
     }
 }
 
@@ -57,9 +58,10 @@ TEST_F(Range, FromAbove4GigabytesIsReadLikeAnyOther) {
 }
 
 TEST_F(Range, ServerThatIgnoresItGivesItsFilesFirstBytes) {
-    server.Answer(Content(20000));
-    EXPECT_EQ(10000, Read(5000, 10000));
-    ExpectBuffer(Content(10000));
+    constexpr int32_t length = 2 * chunk + 100;
+    server.Answer(Content(2 * length));
+    EXPECT_EQ(length, Read(5000, length));
+    ExpectBuffer(Content(length));
     EXPECT_EQ(3U, callbacks);
 }
 
@@ -80,12 +82,12 @@ TEST_F(Range, RepliesWithoutALengthAndInChunksAreReadWhole) {
 }
 
 TEST_F(Range, ReplyShorterThanTheLengthGives0AndKeepsWhatCame) {
-    for (const size_t size : {0U, 1U, 4095U, 4096U, 4097U, 9999U}) {
+    for (const size_t size : {0U, 1U, chunk - 1, chunk, chunk + 1, 3 * chunk - 1}) {
         SCOPED_TRACE(size);
         AnswerPart(Content(size));
-        EXPECT_EQ(0, Read(0, 10000));
+        EXPECT_EQ(0, Read(0, 3 * chunk));
         ExpectBuffer(Content(size));
-        EXPECT_EQ((size + 4095) / 4096, callbacks) << "an empty read is not reported";
+        EXPECT_EQ((size + chunk - 1) / chunk, callbacks) << "an empty read is not reported";
     }
 }
 
@@ -99,7 +101,7 @@ TEST_F(Range, ReplyCutByAnEndGives0WhateverItsLengthSaid) {
 }
 
 TEST_F(Range, ReplyCutByAResetGives0WithoutAskingTheCallbackAboutTheFailure) {
-    ConnectionScript script{Head("206 Partial Content", LengthField(10000)) + Content(4096),
+    ConnectionScript script{Head("206 Partial Content", LengthField(3 * chunk)) + Content(chunk),
                             ConnectionScript::Ending::Reset};
     std::binary_semaphore taken{0};
     script.beforeEnding = [&] { EXPECT_TRUE(taken.try_acquire_for(std::chrono::seconds(30))); };
@@ -108,9 +110,9 @@ TEST_F(Range, ReplyCutByAResetGives0WithoutAskingTheCallbackAboutTheFailure) {
         return 1;
     };
     server.Answer(script);
-    EXPECT_EQ(0, Read(0, 10000));
+    EXPECT_EQ(0, Read(0, 3 * chunk));
     EXPECT_EQ(1U, callbacks);
-    ExpectBuffer(Content(4096));
+    ExpectBuffer(Content(chunk));
 }
 
 // Whether the sending fails, or WinINet under Wine takes it for a reply of status 0, depends on when the
@@ -124,14 +126,14 @@ TEST_F(Range, ResetInPlaceOfAReplyGivesMinus1Or0) {
 }
 
 TEST_F(Range, CancelledAtAnyCallbackGives0AndKeepsWhatCame) {
-    const std::string part = Content(5 * 4096);
+    const std::string part = Content(5 * chunk);
     for (size_t last = 1; last <= 5; ++last) {
         SCOPED_TRACE(last);
         AnswerPart(part);
         atCallback = [&] { return callbacks == last ? 0 : 1; };
-        EXPECT_EQ(0, Read(0, 5 * 4096));
+        EXPECT_EQ(0, Read(0, 5 * chunk));
         EXPECT_EQ(last, callbacks);
-        ExpectBuffer(part.substr(0, last * 4096));
+        ExpectBuffer(part.substr(0, last * chunk));
     }
 }
 

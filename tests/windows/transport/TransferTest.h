@@ -13,11 +13,15 @@
 #include "helpers/ScriptedServer.h"
 #include "helpers/ShippedLibrary.h"
 #include "helpers/WebProxy.h"
+#include "transport/BufferSizes.h"
 
 class TransferTest : public testing::Test {
 protected:
     static constexpr const WCHAR* host = L"maps.example";
     static constexpr const WCHAR* urlPath = L"/maps/file.map";
+
+    /* What one read from the network asks for, in bytes. */
+    static constexpr uint32_t chunk = downloadChunkSize;
 
     /* Bytes of which no 4096 are like the next. */
     static std::string Content(size_t size);
