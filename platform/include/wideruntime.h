@@ -20,13 +20,6 @@ int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list argume
 /* Reads fields out of `text`. Returns how many were assigned, or EOF when the text ends before the first. */
 int swscanf(const WCHAR* text, const WCHAR* format, ...);
 
-/* Formats to a file, each unit as one byte, as the runtime's text mode does in the "C" locale: the first unit
- * above U+00FF stops the output with the result -1. Otherwise returns the number of units. */
-int fwprintf(FILE* file, const WCHAR* format, ...);
-
-/* Copies at most `count` units and fills up with 0; no terminator when `source` has `count` or more. */
-WCHAR* wcsncpy(WCHAR* destination, const WCHAR* source, size_t count);
-
 /* The number of units before the terminator. */
 size_t wcslen(const WCHAR* text);
 }

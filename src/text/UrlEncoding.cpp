@@ -39,6 +39,6 @@ WideString UrlDecode(WideStringView text) {
         }
         decoded[length++] = unit;
     }
-    decoded.resize(length);
+    decoded.erase(length);
     return decoded;
 }

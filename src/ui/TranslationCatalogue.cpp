@@ -83,13 +83,17 @@ const WideString* TranslationCatalogue::Find(WideStringView text) const {
 
 const WideString& TranslationCatalogue::Translate(const WideString& text) {
     const WideString* const translation = Find(text);
-    return translation ? *translation : *untranslated.insert(text).first;
+    return translation ? *translation : Untranslated(text);
 }
 
 const WideString& TranslationCatalogue::Translate(const WCHAR* text) {
     const WideStringView wide = text ? WideStringView(text) : WideStringView();
     const WideString* const translation = Find(wide);
-    return translation ? *translation : *untranslated.emplace(wide).first;
+    return translation ? *translation : Untranslated(WideString(wide));
+}
+
+const WideString& TranslationCatalogue::Untranslated(const WideString& text) {
+    return *untranslated.insert(text).first;
 }
 
 const WideString& TranslationCatalogue::Translate(const char* text) {

@@ -61,6 +61,9 @@ private:
     /* The translation of `text`, or of `text` without its ornaments, or null. */
     [[nodiscard]] const WideString* Find(WideStringView text) const;
 
+    /* Counts `text` as untranslated, and returns it. */
+    const WideString& Untranslated(const WideString& text);
+
     [[nodiscard]] WideString ModulePath() const;
     [[nodiscard]] bool IsHarvestDue(const WideString& folder) const;
     [[nodiscard]] bool WriteHarvest(const WideString& folder, const WideString& modulePath) const;

@@ -90,9 +90,7 @@ void AddRecord(WideStringView line, TranslationTable& table) {
         line.remove_prefix(1);
     const size_t tab = line.find(TEXT('\t'));
     if (tab == WideStringView::npos || tab + 1 == line.size()) return;
-    // A harvested file is in order, so that each key belongs at the end.
-    table.insert_or_assign(table.end(), UnescapeTranslationText(line.substr(0, tab)),
-                           UnescapeTranslationText(line.substr(tab + 1)));
+    table[UnescapeTranslationText(line.substr(0, tab))] = UnescapeTranslationText(line.substr(tab + 1));
 }
 
 }  // namespace
@@ -116,7 +114,7 @@ WideString UnescapeTranslationText(WideStringView text) {
             plain[length++] = unit;
         }
     }
-    plain.resize(length);
+    plain.erase(length);
     return plain;
 }
 

@@ -1,5 +1,5 @@
-/* The readers take what a stream has fetched ahead without asking it. Nothing of that may show: a reply reads as
- * it does from a stream that fetches nothing ahead. */
+/* The readers take what a stream has fetched ahead without asking it. Nothing of that may show: a reply reads
+ * as it does from a stream that fetches nothing ahead. */
 #include "support/MemoryStream.h"
 #include "transport/CgiFixture.h"
 
@@ -35,7 +35,8 @@ Reading ReadAll(ByteStream& stream, uint32_t raw) {
     return reading;
 }
 
-/* A message that ReadAll reads. A text longer than the field, one with a unit 0, one whose units have all bits. */
+/* A message that ReadAll reads. A text longer than the field, one with a unit 0, one whose units have all
+ * bits. */
 std::string Message(uint32_t raw, bool wide, size_t length) {
     MemoryStream stream;
     stream.wideStrings = wide;

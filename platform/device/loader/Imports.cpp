@@ -30,11 +30,9 @@ constexpr auto wcstod = NumberAt;
 
 // Of several functions of one name, the one for the device's types.
 constexpr double (*floor)(double) = std::floor;
-constexpr int (*fwprintf)(FILE*, const WCHAR*, ...) = ::fwprintf;
 constexpr const void* (*memchr)(const void*, int, size_t) = ::memchr;
 constexpr int (*swscanf)(const WCHAR*, const WCHAR*, ...) = ::swscanf;
 constexpr size_t (*wcslen)(const WCHAR*) = ::wcslen;
-constexpr WCHAR* (*wcsncpy)(WCHAR*, const WCHAR*, size_t) = ::wcsncpy;
 
 /* What a pointer, however long the way, leads to. */
 template <class Type>

@@ -253,15 +253,3 @@ int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list argume
     if (text.size() < count) buffer[text.size()] = 0;
     return static_cast<int>(text.size());
 }
-
-int fwprintf(FILE* file, const WCHAR* format, ...) {
-    const simulator::OwnWork ownWork;
-    va_list arguments;
-    va_start(arguments, format);
-    const std::u16string text = Formatter(format, arguments).Format();
-    va_end(arguments);
-    for (const char16_t unit : text) {
-        if (unit > 0xFF || fputc(unit, file) == EOF) return -1;
-    }
-    return static_cast<int>(text.size());
-}

@@ -125,7 +125,7 @@ TEST_F(Allocations, WhatTheSimulatorAndItsHandlersAllocateDoesNotCount) {
     RegQueryValueExW(key, u"A value that is long", nullptr, nullptr, nullptr, &size);
     RegCloseKey(key);
     FILE* const file = _wfopen(u"\\Temp\\a file with a long name", u"w");
-    fwprintf(file, u"%s with a long text, %d\n", u"line", 5);
+    fputs("line with a long text, 5\n", file);
     fclose(file);
     int number = 0;
     swscanf(u"12", u"%i", &number);
