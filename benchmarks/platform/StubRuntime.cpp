@@ -56,5 +56,8 @@ WCHAR* wcsncpy(WCHAR* destination, const WCHAR* source, size_t count) {
 }
 
 size_t wcslen(const WCHAR* text) {
-    return std::char_traits<WCHAR>::length(text);
+    const WCHAR* end = text;
+    while (*end != 0)
+        ++end;
+    return static_cast<size_t>(end - text);
 }

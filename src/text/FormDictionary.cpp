@@ -97,7 +97,7 @@ bool FormDictionary::SaveToFile(const WideString& path) const {
     if (!file) return false;
     ByteWriter writer(file.Get());
     for (const auto& [key, value] : entries) {
-        if (!key.empty() && !value.empty()) PutEntry(writer, key, value);
+        if (!key.Text().empty() && !value.empty()) PutEntry(writer, key.Text(), value);
     }
     return writer.Finish();
 }
@@ -147,6 +147,6 @@ void FormDictionary::SetHexBytes(const WideString& key, const uint8_t* bytes, in
 }
 
 const WideString* FormDictionary::Find(const WideString& key) const {
-    const auto entry = entries.find(key);
+    const auto entry = entries.find(TextKeyView(key));
     return entry == entries.end() ? nullptr : &entry->second;
 }

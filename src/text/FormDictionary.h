@@ -1,7 +1,7 @@
 /* A table of wide keys and values, and its text form on disk: lines of key=value. */
 #pragma once
 
-#include "text/CodeUnitOrder.h"
+#include "text/TextKey.h"
 #include "text/WideString.h"
 
 #include <map>
@@ -64,5 +64,5 @@ private:
     /* The value of `key`, or null. */
     const WideString* Find(const WideString& key) const;
 
-    std::map<WideString, WideString, CodeUnitOrder> entries;
+    std::map<TextKey, WideString, TextKeyOrder> entries;
 };

@@ -80,7 +80,8 @@ uint32_t ByteStream::AppendFetchedUnits(WideString& text, uint32_t most) {
 bool ByteStream::ReadFixedString(WCHAR* field, uint32_t capacity) {
     if (!ReadString(fixedText)) return false;
     // A unit 0 ends the text of a field, also when the string goes on.
-    const size_t length = WideStringView(fixedText.c_str()).copy(field, capacity - 1);
+    const size_t length = std::min<size_t>(wcslen(fixedText.c_str()), capacity - 1);
+    memcpy(field, fixedText.c_str(), length * sizeof *field);
     memset(field + length, 0, (capacity - length) * sizeof *field);
     return true;
 }

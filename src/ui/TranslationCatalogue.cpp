@@ -1,7 +1,5 @@
 #include "ui/TranslationCatalogue.h"
 
-#include <algorithm>
-
 #include "base/Contained.h"
 #include "base/OwnedFile.h"
 #include "frame/Folders.h"
@@ -15,9 +13,20 @@ bool IsOrnament(WCHAR unit) {
     return unit == TEXT('&') || unit == TEXT('.') || unit == TEXT(':') || unit == TEXT('"');
 }
 
+bool HasOrnament(WideStringView text) {
+    for (const WCHAR unit : text) {
+        if (IsOrnament(unit)) return true;
+    }
+    return false;
+}
+
 WideString WithoutOrnaments(WideStringView text) {
     WideString plain(text);
-    std::erase_if(plain, IsOrnament);
+    size_t length = 0;
+    for (const WCHAR unit : text) {
+        if (!IsOrnament(unit)) plain[length++] = unit;
+    }
+    plain.erase(length);
     return plain;
 }
 
@@ -74,11 +83,18 @@ void TranslationCatalogue::Clear() {
     untranslated.clear();
 }
 
+const WideString* TranslationCatalogue::FindExactly(WideStringView text) const {
+    const auto at = table.lower_bound(TextKeyView(text));
+    return at != table.end() && at->first.Is(text) ? &at->second : nullptr;
+}
+
+const WideString* TranslationCatalogue::FindWithoutOrnaments(WideStringView text) const {
+    return HasOrnament(text) ? FindExactly(WithoutOrnaments(text)) : nullptr;
+}
+
 const WideString* TranslationCatalogue::Find(WideStringView text) const {
-    auto found = table.find(text);
-    if (found == table.end() && std::any_of(text.begin(), text.end(), IsOrnament))
-        found = table.find(WithoutOrnaments(text));
-    return found != table.end() ? &found->second : nullptr;
+    const WideString* const exactly = FindExactly(text);
+    return exactly ? exactly : FindWithoutOrnaments(text);
 }
 
 const WideString& TranslationCatalogue::Translate(const WideString& text) {
@@ -87,7 +103,7 @@ const WideString& TranslationCatalogue::Translate(const WideString& text) {
 }
 
 const WideString& TranslationCatalogue::Translate(const WCHAR* text) {
-    const WideStringView wide = text ? WideStringView(text) : WideStringView();
+    const WideStringView wide = text ? WideStringView(text, wcslen(text)) : WideStringView();
     const WideString* const translation = Find(wide);
     return translation ? *translation : Untranslated(WideString(wide));
 }

@@ -58,7 +58,10 @@ public:
     [[nodiscard]] const std::set<WideString>& UntranslatedTexts() const { return untranslated; }
 
 private:
-    /* The translation of `text`, or of `text` without its ornaments, or null. */
+    /* The translation of `text` as it is, or of what `text` is without its ornaments, if it has any; Find
+     * tries one after the other. Null: there is none. */
+    [[nodiscard]] const WideString* FindExactly(WideStringView text) const;
+    [[nodiscard]] const WideString* FindWithoutOrnaments(WideStringView text) const;
     [[nodiscard]] const WideString* Find(WideStringView text) const;
 
     /* Counts `text` as untranslated, and returns it. */

@@ -93,13 +93,20 @@ void AddRecord(WideStringView line, TranslationTable& table) {
     table[UnescapeTranslationText(line.substr(0, tab))] = UnescapeTranslationText(line.substr(tab + 1));
 }
 
+/* Whether `unit` may stand for something else. */
+bool IsMark(WCHAR unit) {
+    return unit == TEXT('\r') || unit == TEXT('"') || unit == TEXT('\\');
+}
+
 }  // namespace
 
 WideString UnescapeTranslationText(WideStringView text) {
-    // What is written is never shorter than what it stands for.
+    // Most texts stand for themselves, and none is shorter than what it stands for.
     WideString plain(text);
     size_t length = 0;
-    for (size_t at = 0; at < text.size(); ++at) {
+    while (length < text.size() && !IsMark(text[length]))
+        ++length;
+    for (size_t at = length; at < text.size(); ++at) {
         const WCHAR unit = text[at];
         if (unit == TEXT('\r')) continue;
         const bool last = at + 1 == text.size();

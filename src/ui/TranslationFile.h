@@ -2,14 +2,14 @@
  * harvest file of untranslated texts, which is itself a language file to be filled in. */
 #pragma once
 
-#include "text/CodeUnitOrder.h"
+#include "text/TextKey.h"
 #include "text/WideString.h"
 
 #include <map>
 #include <set>
 
 /* English text to translated text. */
-using TranslationTable = std::map<WideString, WideString, CodeUnitOrder>;
+using TranslationTable = std::map<TextKey, WideString, TextKeyOrder>;
 
 /* The text that one side of a record stands for. CR is dropped. Two double quotes in a row become one, a
  * single one is dropped. A backslash before t, n, a double quote or a backslash becomes, together with it, a
