@@ -62,7 +62,7 @@ void MapShopSearch::ReadMap(ByteStream& reply) {
 
 bool MapShopSearch::GetNext(MapShopResult& record) {
     if (cursor == results.end()) return false;
-    memcpy(&record, &*cursor++, sizeof record);
+    record = *cursor++;
     return true;
 }
 

@@ -21,26 +21,47 @@ void ByteStream::WriteString(const WideString& text) {
         WriteUnit(unit);
 }
 
-bool ByteStream::ReadBytes(void* data, uint32_t size) {
+/* Reads bytes that have all been fetched ahead; false, with nothing done, when they have not. */
+inline bool ByteStream::TakeFetched(void* data, uint32_t size) {
+    if (size > readAvail - readPos) return false;
+    memcpy(data, readBuffer + readPos, size);
+    readPos += size;
     byteCount += size;
-    if (size > 0 && size <= readAvail - readPos) {
-        memcpy(data, readBuffer + readPos, size);
-        readPos += size;
-        return true;
-    }
+    return true;
+}
+
+bool ByteStream::ReadBytes(void* data, uint32_t size) {
+    // A read of no bytes is one that finds none, and so fails.
+    if (size > 0 && TakeFetched(data, size)) return true;
     const bool found = Read(data, size);
     good = good && found;
+    byteCount += size;
     return found;
 }
 
 bool ByteStream::ReadInt32(int32_t& value) {
-    return ReadBytes(&value, sizeof value);
+    return TakeFetched(&value, sizeof value) || ReadBytes(&value, sizeof value);
 }
 
 WCHAR ByteStream::ReadUnit() {
     WCHAR unit = 0;
     ReadBytes(&unit, wideStrings ? 2 : 1);
     return wideStrings ? unit : static_cast<WCHAR>(static_cast<int8_t>(unit));
+}
+
+/* Appends some of the units that have been fetched ahead, at most `most`, and returns how many; 0 when not
+ * even one is there. */
+uint32_t ByteStream::AppendFetchedUnits(WideString& text, uint32_t most) {
+    constexpr uint32_t room = 128;
+    const uint32_t count = std::min(std::min(most, room), (readAvail - readPos) / 2);
+    if (count == 0 || !wideStrings) return 0;
+    // The bytes may lie at an odd address, from which a device cannot read units.
+    WCHAR units[room];
+    memcpy(units, readBuffer + readPos, 2 * count);
+    readPos += 2 * count;
+    byteCount += 2 * count;
+    text.append(units, count);
+    return count;
 }
 
 bool ByteStream::ReadString(WideString& text) {
@@ -52,29 +73,14 @@ bool ByteStream::ReadString(WideString& text) {
 
     text.reserve(static_cast<size_t>(length));
     for (auto missing = static_cast<uint32_t>(length); missing > 0;) {
-        const uint32_t fetched = AppendFetchedUnits(text, missing);
-        missing -= fetched;
-        if (fetched > 0) continue;
+        missing -= AppendFetchedUnits(text, missing);
+        if (missing == 0) return true;
         const WCHAR unit = ReadUnit();
         if (!good) return false;
         text.push_back(unit);
         --missing;
     }
     return true;
-}
-
-/* Appends some of the units that have been fetched ahead, at most `most`, and returns how many; 0 when not
- * even one is there. */
-uint32_t ByteStream::AppendFetchedUnits(WideString& text, uint32_t most) {
-    if (!wideStrings) return 0;
-    // The bytes may lie at an odd address, from which a device cannot read units.
-    WCHAR units[128];
-    const auto room = static_cast<uint32_t>(std::size(units));
-    const uint32_t count = std::min({most, room, (readAvail - readPos) / 2});
-    if (count == 0) return 0;
-    ReadBytes(units, 2 * count);
-    text.append(units, count);
-    return count;
 }
 
 bool ByteStream::ReadFixedString(WCHAR* field, uint32_t capacity) {

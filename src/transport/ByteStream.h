@@ -73,6 +73,7 @@ protected:
 
 private:
     void WriteUnit(WCHAR unit);
+    bool TakeFetched(void* data, uint32_t size);
     WCHAR ReadUnit();
     uint32_t AppendFetchedUnits(WideString& text, uint32_t most);
 
