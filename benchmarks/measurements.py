@@ -34,7 +34,7 @@ class Measurements:
         path.write_text("".join(json.dumps(row) + "\n" for row in self.rows), encoding="utf-8")
         print(path)
         for row in self.rows:
-            line = f"  {row['row']:24} {row['contender']:12} {row['size']:8} {row['value']:12} {row['unit']}"
+            line = f"  {row['row']:31} {row['contender']:12} {row['size']:8} {row['value']:12} {row['unit']}"
             if row["low"] != row["high"]:
                 line += f" ({row['low']} to {row['high']})"
             if "ratio" in row:

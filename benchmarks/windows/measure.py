@@ -9,9 +9,8 @@ import re
 import subprocess
 import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1]))
-from measurements import Measurements  # noqa: E402  pylint: disable=wrong-import-position
-from reply_server import FILE_SIZE, ReplyServer  # noqa: E402  pylint: disable=wrong-import-position
+from measurements import Measurements
+from reply_server import FILE_SIZE, ReplyServer
 
 BUILD = pathlib.Path("build/benchmarks-windows").resolve()
 LIBRARY, PEER = "OrvandeOnline.dll", "Peer.dll"
@@ -76,7 +75,8 @@ def measure_buffers(rows, server, rounds):
     size = numbers(output, "check")[0][1]
     for name, samples in timed(output, ["", *builds]).items():
         if name:
-            rows.add("windows-receive-buffer", "library", builds[name][0], "ns", samples, "search", bytes=size)
+            rows.add("windows-receive-buffer", "library", builds[name][0], "ns", samples, "search",
+                     bytes=size)
     output = run_program("benchmark-transfers.exe", "download", rounds, *builds, server=server)
     calls = numbers(output, "calls")
     for name, samples in timed(output, ["", *builds]).items():
