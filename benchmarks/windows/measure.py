@@ -12,6 +12,9 @@ import sys
 from measurements import Measurements
 from reply_server import FILE_SIZE, ReplyServer
 
+# Wine's processes take turns on the processor that the script has put them on; the server may use any.
+PROCESSOR = str(min(os.sched_getaffinity(0)))
+WINE = pathlib.Path("tools/wine").resolve()
 BUILD = pathlib.Path("build/benchmarks-windows").resolve()
 LIBRARY, PEER = "OrvandeOnline.dll", "Peer.dll"
 # Builds with other sizes of their buffers: of a search's reads, and of a download's.
@@ -28,7 +31,7 @@ def run_program(program, *arguments, server=None):
     environment = {name: value for name, value in os.environ.items() if not name.lower().endswith("_proxy")}
     if server is not None:
         environment["http_proxy"] = server.address
-    run = subprocess.run([pathlib.Path("tools/wine").resolve(), str(BUILD / program), *map(str, arguments)],
+    run = subprocess.run(["taskset", "-c", PROCESSOR, WINE, str(BUILD / program), *map(str, arguments)],
                          cwd=BUILD, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                          stderr=subprocess.PIPE, text=True, check=False)
     if run.returncode != 0:
@@ -113,6 +116,7 @@ def measure_sizes(rows, server):
 
 def main(rounds=21):
     rows = Measurements()
+    os.sched_setaffinity(0, range(os.cpu_count()))
     with ReplyServer() as server:
         measure_sizes(rows, server)
         measure_loads(rows, rounds)
