@@ -10,7 +10,7 @@ import struct
 import subprocess
 import sys
 
-from measurements import Measurements
+from measurements import Measurements, facts
 
 FOLDER = pathlib.Path("build/benchmarks-loader")
 IMAGES = pathlib.Path("build/benchmarks-device")
@@ -87,7 +87,8 @@ def measure_sizes(rows):
 
 
 def main():
-    rows = Measurements()
+    rows = Measurements("device", facts("benchmarks/device/run", Compiler="gcc-arm-none-eabi",
+                                        Emulator="qemu-user"))
     measure_sizes(rows)
     measure_transfers_and_files(rows)
     measure_texts(rows)

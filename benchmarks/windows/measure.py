@@ -9,7 +9,7 @@ import re
 import subprocess
 import sys
 
-from measurements import Measurements
+from measurements import Measurements, facts, output_of
 from reply_server import FILE_SIZE, ReplyServer
 
 # Wine's processes take turns on the processor that the script has put them on; the server may use any.
@@ -85,7 +85,8 @@ def measure_buffers(rows, server, rounds):
     for name, samples in timed(output, ["", *builds]).items():
         if name:
             rows.add("windows-download-chunk", "library", builds[name][1], "ns", samples, "download")
-            rows.add("windows-download-chunk", "library", builds[name][1], "calls", calls.pop(0), "download")
+            rows.add("windows-download-chunk", "library", builds[name][1], "callbacks", calls.pop(0),
+                     "download")
 
 
 def measure_loads(rows, rounds):
@@ -103,8 +104,7 @@ def measure_loads(rows, rounds):
 def measure_sizes(rows, server):
     for contender, file in (("library", LIBRARY), ("c-library", PEER)):
         rows.add("windows-size", contender, 1, "bytes", [(BUILD / file).stat().st_size], "file")
-        dump = subprocess.run(["i686-w64-mingw32-objdump", "-p", BUILD / file], stdout=subprocess.PIPE,
-                              text=True, check=True).stdout
+        dump = output_of("i686-w64-mingw32-objdump", "-p", str(BUILD / file))
         functions = len(re.findall(r"^\t[0-9a-f]+\t +\d+  \S+$", dump, re.MULTILINE))
         rows.add("windows-imports", contender, 1, "functions", [functions], "file")
     server.offer(10000)
@@ -115,7 +115,8 @@ def measure_sizes(rows, server):
 
 
 def main(rounds=21):
-    rows = Measurements()
+    about = facts(f"benchmarks/windows/run {rounds}", Wine="wine32:i386", Compiler="g++-mingw-w64-i686-win32")
+    rows = Measurements("windows", about)
     os.sched_setaffinity(0, range(os.cpu_count()))
     with ReplyServer() as server:
         measure_sizes(rows, server)

@@ -36,13 +36,14 @@ bool LoadInto(TranslationCatalogue& catalogue, int32_t count) {
                TEXT("Texte de menu ") + Digits(count - 1);
 }
 
-/* Looks texts up by `look`; `make` makes them of their numbers. The sum of what was found is that of whole
- * rounds and a rest. */
+/* Looks texts up by `look`, which tells the length of what it has found; `make` makes them of their
+ * numbers. */
 template <class Make, class Look>
 bool LookUp(int32_t times, size_t lengthOfResults, Make make, Look look) {
     TranslationCatalogue catalogue;
     if (!LoadInto(catalogue, texts)) return false;
     std::vector<WideString> keys;
+    keys.reserve(variety);
     for (int32_t i = 0; i < variety; ++i)
         keys.push_back(make(Digits(i * (texts / variety))));
     // Texts that are not found are kept, once each.
@@ -50,18 +51,18 @@ bool LookUp(int32_t times, size_t lengthOfResults, Make make, Look look) {
         look(catalogue, key);
     size_t length = 0;
     for (int32_t i = 0, key = 0; i < times; ++i) {
-        length += look(catalogue, keys[static_cast<size_t>(key)]).size();
+        length += look(catalogue, keys[static_cast<size_t>(key)]);
         if (++key == variety) key = 0;
     }
     return length == lengthOfResults * static_cast<size_t>(times);
 }
 
-const WideString& ByText(TranslationCatalogue& catalogue, const WideString& key) {
-    return catalogue.Translate(key);
+size_t ByText(TranslationCatalogue& catalogue, const WideString& key) {
+    return catalogue.Translate(key).size();
 }
 
-const WideString& ByPointer(TranslationCatalogue& catalogue, const WideString& key) {
-    return catalogue.Translate(key.c_str());
+size_t ByPointer(TranslationCatalogue& catalogue, const WideString& key) {
+    return catalogue.Translate(key.c_str()).size();
 }
 
 WideString Known(const WideString& digits) {
@@ -93,11 +94,13 @@ constexpr size_t shortOnes = 1;
 constexpr size_t longOnes = 4096 / 24;
 
 bool Encode(int32_t times, size_t count) {
-    return Repeat(times, Repeated(plain, 24 * count), Repeated(encoded, 30 * count), UrlEncode);
+    return Repeat(times, Repeated(plain, 24 * count), Repeated(encoded, 30 * count),
+                  [](const WideString& text) { return UrlEncode(text); });
 }
 
 bool Decode(int32_t times, size_t count) {
-    return Repeat(times, Repeated(encoded, 30 * count), Repeated(plain, 24 * count), UrlDecode);
+    return Repeat(times, Repeated(encoded, 30 * count), Repeated(plain, 24 * count),
+                  [](const WideString& text) { return UrlDecode(text); });
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ static HINTERNET session;
 
 /* What the language setting says does not matter: there is no file for it. */
 static void ReadLanguage(void) {
-    HKEY key;
+    HKEY key = NULL;
     WCHAR text[261];
     DWORD size = sizeof text;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Orvande", 0, KEY_READ, &key) != ERROR_SUCCESS) return;
@@ -24,14 +24,13 @@ static BOOL IsHarvestDue(void) {
     static const WCHAR name[] = L"\\ZRTranslation";
     WCHAR folder[MAX_PATH + 20];
     size_t length = 0;
-    DWORD attributes;
     if (!SHGetSpecialFolderPathW(NULL, folder, CSIDL_PERSONAL, TRUE)) return FALSE;
     /* By hand: the library imports no function for this. */
     while (folder[length] != 0)
         ++length;
     for (size_t i = 0; i < sizeof name / sizeof *name; ++i)
         folder[length + i] = name[i];
-    attributes = GetFileAttributesW(folder);
+    const DWORD attributes = GetFileAttributesW(folder);
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
