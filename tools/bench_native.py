@@ -120,7 +120,8 @@ def heap_use(row, size):
 
 
 def version_of(package):
-    return run("dpkg-query", "-W", "-f", "${Version}", package)
+    # One line for each architecture.
+    return run("dpkg-query", "-W", "-f", "${Version}\n", package).splitlines()[0]
 
 
 def processor():

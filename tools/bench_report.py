@@ -12,6 +12,7 @@ a kept result, whose ratio is the limit.
 
 The text comes from the files report.md, in which these lines are replaced:
     {{facts}}  {{aims}}  {{slower}}      tables about all rows
+    {{ratios}}                           a plot of all ratios that have an aim
     {{scenario FOLDER}}                  the report.md of that folder, if it has one
     {{rows ROW ...}}                     a table for each row
     {{plot ROW UNIT}}                    a plot of the row's figures in that unit against the size
@@ -24,6 +25,7 @@ from typing import NamedTuple
 OWN = "library"
 JUDGED = "instructions"
 UNITS = {"instructions": "instructions", "ns": "time, ns", "calls": "allocations", "bytes": "bytes"}
+FIGURE = re.compile(r"[\d,.]+(, equal| to [\d,.]+| \([^)]*\))?$")
 PLACE = re.compile(r"^\{\{(\w+) *([^}]*)\}\}$", re.MULTILINE)
 
 
@@ -187,10 +189,13 @@ def spread_text(figure):
 
 
 def table(head, lines):
-    """Columns are to the left where they hold words."""
-    rules = [":--" if index in (0, len(head)) or not any(re.match(r"[\d*-]", line[index]) for line in lines)
-             else "--:" for index in range(len(head))]
-    return "\n".join("| " + " | ".join(line) + " |" for line in [head, rules, *lines])
+    """Columns of figures are to the right, the first column never is."""
+    def rule(index):
+        cells = [line[index] for line in lines if line[index]]
+        return "--:" if index > 0 and cells and all(FIGURE.match(cell) for cell in cells) else ":--"
+
+    return "\n".join("| " + " | ".join(line) + " |"
+                     for line in [head, [rule(index) for index in range(len(head))], *lines])
 
 
 def facts_table(now, kept):
@@ -221,19 +226,31 @@ def aims_table(aims, now, kept):
 
 
 def slower_list(now):
-    """Every row and size at which a peer is quicker, by instructions or by the clock, the worst first."""
+    """Every row and peer that is quicker at some size, by instructions or by the clock, the worst first."""
     found = []
     for row in now.rows():
-        for unit in (JUDGED, "ns"):
-            for size in now.sizes(row, unit):
-                own = now.get(row, OWN, size, unit)
-                for name in now.contenders(row):
-                    peer = now.get(row, name, size, unit)
-                    if name != OWN and own and peer and comparison(own, peer) == "more":
-                        found.append((ratio(own, peer), row, size, name, unit))
-    lines = [[row, number(size), name, UNITS[unit], ratio_text(value)]
-             for value, row, size, name, unit in sorted(found, key=lambda one: (-one[0], one[1:]))]
-    return table(["row", "size", "peer", "in", "ratio"], lines) if lines else "Nowhere, in these rows."
+        for name in now.contenders(row):
+            instructions, time = (slower_ratios(row, name, unit, now) for unit in (JUDGED, "ns"))
+            if instructions or time:
+                line = [row, name, range_text(instructions), range_text(time)]
+                found.append((-max(instructions + time), line))
+    if not found:
+        return "Nowhere, in these rows."
+    return table(["row", "peer", "instructions", "time"], [line for _, line in sorted(found)])
+
+
+def slower_ratios(row, name, unit, now):
+    """The ratios to a peer at those sizes at which it needs less than the library."""
+    pairs = [(now.get(row, OWN, size, unit), now.get(row, name, size, unit)) for size in now.sizes(row, unit)]
+    return [ratio(own, peer) for own, peer in pairs
+            if name != OWN and own and peer and comparison(own, peer) == "more" and ratio(own, peer)]
+
+
+def range_text(ratios):
+    if not ratios:
+        return ""
+    low, high = ratio_text(min(ratios)), ratio_text(max(ratios))
+    return low if low == high else f"{low} to {high}"
 
 
 def row_table(row, now, kept):
@@ -269,21 +286,42 @@ def versus(own, other):
 
 
 class Plot(NamedTuple):
-    """Lines to be drawn: for each name the points of size and value."""
+    """Lines to be drawn: for each name the points of size and value. Of `earlier` are those names that were
+    not measured now."""
     name: str
     title: str
     value: str
+    series: dict
+    earlier: tuple
+
+
+class Dots(NamedTuple):
+    """Dots to be drawn above labels: for each name a value (or None) for each label."""
+    name: str
+    title: str
+    value: str
+    labels: list
     series: dict
 
 
 def plot_of(row, unit, now, kept):
     """The library's earlier results are lines, too."""
     series = {name: points(now, row, name, unit) for name in now.contenders(row)}
-    series |= {f"{OWN}, {time}": points(figures, row, OWN, unit) for time, figures in kept.items()}
-    series = {name: found for name, found in series.items() if found}
-    per = now.per(row) if series and row in now.rows() else ""
+    earlier = {f"{OWN}, {time}": points(figures, row, OWN, unit) for time, figures in kept.items()}
+    series = {name: found for name, found in (series | earlier).items() if found}
+    per = now.per(row) if row in now.rows() else ""
     value = f"{'ns' if unit == 'ns' else UNITS.get(unit, unit)} per {per}"
-    return Plot(f"{row}-{unit}", row, value, series)
+    return Plot(f"{row}-{unit}", row, value, series, tuple(earlier))
+
+
+def ratio_dots(aims, now, kept):
+    """The ratios that aims limit, and what they were earlier."""
+    found = [one for one in verdicts(aims, now, kept) if one.peer and one.figure is not None]
+    labels = [f"{one.row} {number(one.size)} / {one.peer}" for one in found]
+    series = {time: [figures.ratio(one.row, one.peer, one.size, one.unit) for one in found]
+              for time, figures in kept.items()}
+    series |= {"now": [one.figure for one in found], "aim": [one.limit for one in found]}
+    return Dots("ratios", "The library's figure divided by the peer's", "ratio", labels, series)
 
 
 def points(figures, row, name, unit):
@@ -307,9 +345,9 @@ def filled(folder, text, now, kept, aims, plots):
             file = folder / words[0] / "report.md"
             return filled(folder, file.read_text(encoding="utf-8").rstrip("\n"), now, kept, aims,
                           plots) if file.exists() else ""
-        if kind == "plot":
-            plot = plot_of(*words, now, kept)
-            if not plot.series:
+        if kind in ("plot", "ratios"):
+            plot = plot_of(*words, now, kept) if kind == "plot" else ratio_dots(aims, now, kept)
+            if not any(plot.series.values()):
                 return f"({plot.name} was not measured.)"
             plots.append(plot)
             return f"![{plot.title}: {plot.value}](benchmarks/{plot.name}.svg)"

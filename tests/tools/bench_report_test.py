@@ -97,12 +97,14 @@ class Verdicts(unittest.TestCase):
 
 
 class Tables(unittest.TestCase):
-    def test_slower_rows_are_listed_with_the_worst_first(self):
+    def test_peers_that_need_less_are_listed_with_the_worst_first(self):
         now = Figures([figure("library", 20), figure("peer", 10), figure("another", 30),
-                       figure("library", 50, row="run"), figure("peer", 10, row="run")])
-        lines = bench_report.slower_list(now).split("\n")[2:]
-        self.assertEqual(["| run | 10 | peer | instructions | 5.00 |",
-                          "| walk | 10 | peer | instructions | 2.00 |"], lines)
+                       figure("library", 60, row="run"), figure("peer", 20, row="run"),
+                       figure("library", 50, row="run", size=20), figure("peer", 10, row="run", size=20),
+                       figure("library", 10, row="run", size=30), figure("peer", 20, row="run", size=30),
+                       figure("library", 60, row="run", unit="ns"), figure("peer", 10, row="run", unit="ns")])
+        self.assertEqual(["| run | peer | 3.00 to 5.00 | 6.00 |", "| walk | peer | 2.00 |  |"],
+                         bench_report.slower_list(now).split("\n")[2:])
 
     def test_times_whose_spreads_overlap_are_not_slower(self):
         now = Figures([figure("library", 20, 5, unit="ns"), figure("peer", 15, 5, unit="ns")])
@@ -115,6 +117,11 @@ class Tables(unittest.TestCase):
         lines = bench_report.row_table("walk", now, kept).split("\n")[4:]
         self.assertEqual(["| 10 | library | 20 |  |", "| 10 | a peer | 10 | 2.00 |",
                           "| 10 | library, before | 40 | 0.50 |"], lines)
+
+    def test_columns_of_figures_are_to_the_right(self):
+        lines = [["10", "12.2.0-14", "1,234.5", "1.07, equal"], ["x", "7", "", "5 (4 to 6)"]]
+        self.assertEqual("| :-- | :-- | --: | --: |",
+                         bench_report.table(["a", "b", "c", "d"], lines).split("\n")[1])
 
     def test_a_missing_row_says_so(self):
         self.assertEqual("**walk** was not measured.", bench_report.row_table("walk", Figures(), {}))
