@@ -1,171 +1,22 @@
-"""Makes the report of the benchmarks from figures alone: ratios, verdicts, tables, and what is to be plotted.
-
-A figure is a line of JSON: {"row", "contender", "size", "unit", "value", "low", "high", "per"}; `value` is a
-median, `low` and `high` are its spread. Contenders that were measured in turn have ratios of the pairs, too:
-{"peer", "ratio", "ratio_low", "ratio_high"}, and what else a line has is not looked at. A line {"part",
-"facts": {...}} tells what was measured and on what.
-
-An aim is an object in a file aims.json: {"row", "at_most"}, for all sizes of the row and for instructions
-unless it has "sizes" and "unit". It limits the library's figure itself or, with "peer", its ratio to that
-contender's figure; the peer "best" is the one with the smallest. "not_worse_than" in place of "at_most" names
-a kept result, whose ratio is the limit.
+"""Makes the report of the benchmarks from figures (bench_figures.py) alone: tables, and what is to be
+plotted.
 
 The text comes from the files report.md, in which these lines are replaced:
     {{facts}}  {{aims}}  {{slower}}      tables about all rows
     {{ratios}}                           a plot of all ratios that have an aim
     {{scenario FOLDER}}                  the report.md of that folder, if it has one
     {{rows ROW ...}}                     a table for each row
+    {{others}}                           a table for each row that has not been shown above
     {{plot ROW UNIT}}                    a plot of the row's figures in that unit against the size
 """
-import json
 import pathlib
 import re
 from typing import NamedTuple
 
-OWN = "library"
-JUDGED = "instructions"
-UNITS = {"instructions": "instructions", "ns": "time, ns", "calls": "allocations", "bytes": "bytes"}
+from bench_figures import JUDGED, OWN, UNITS, Unreadable, aims_of, comparison, ratio, verdicts
+
 FIGURE = re.compile(r"[\d,.]+(, equal| to [\d,.]+| \([^)]*\))?$")
 PLACE = re.compile(r"^\{\{(\w+) *([^}]*)\}\}$", re.MULTILINE)
-
-
-class Unreadable(Exception):
-    """A file of figures or a text that makes no sense, and where."""
-
-
-class Figure(NamedTuple):
-    row: str
-    contender: str
-    size: int
-    unit: str
-    value: float
-    low: float
-    high: float
-    per: str
-    peer: str = ""
-    ratio: float = 0
-    ratio_low: float = 0
-    ratio_high: float = 0
-
-    @classmethod
-    def of(cls, line):
-        return cls(**{name: value for name, value in line.items() if name in cls._fields})
-
-
-class Figures:
-    """What was measured at one time."""
-
-    def __init__(self, figures=(), facts=None):
-        self.facts = facts or {}
-        self.all = {(one.row, one.contender, one.size, one.unit): one for one in figures}
-
-    @classmethod
-    def of(cls, files):
-        figures, facts = [], {}
-        for file in files:
-            for number, line in enumerate(pathlib.Path(file).read_text(encoding="utf-8").splitlines(), 1):
-                try:
-                    read = json.loads(line)
-                    if "facts" in read:
-                        facts[read["part"]] = read["facts"]
-                    else:
-                        figures.append(Figure.of(read))
-                except (ValueError, TypeError, KeyError) as problem:
-                    raise Unreadable(f"{file}:{number}: {problem}") from problem
-        return cls(figures, facts)
-
-    def get(self, row, contender, size, unit):
-        return self.all.get((row, contender, size, unit))
-
-    def sizes(self, row, unit=None):
-        return sorted({one.size for one in self.all.values() if one.row == row and unit in (None, one.unit)})
-
-    def units(self, row):
-        found = {one.unit for one in self.all.values() if one.row == row}
-        return [unit for unit in UNITS if unit in found] + sorted(found - UNITS.keys())
-
-    def rows(self):
-        return sorted({one.row for one in self.all.values()})
-
-    def contenders(self, row):
-        """Those of a row, the library first."""
-        found = {one.contender for one in self.all.values() if one.row == row}
-        return sorted(found, key=lambda name: (name != OWN, name.lower()))
-
-    def per(self, row):
-        return next(one.per for one in self.all.values() if one.row == row)
-
-    def best_peer(self, row, size, unit):
-        found = [self.get(row, name, size, unit) for name in self.contenders(row) if name != OWN]
-        return min((one for one in found if one), key=lambda one: one.value, default=None)
-
-    def peer(self, row, name, size, unit):
-        return self.best_peer(row, size, unit) if name == "best" else self.get(row, name, size, unit)
-
-    def ratio(self, row, name, size, unit):
-        return ratio(self.get(row, OWN, size, unit), self.peer(row, name, size, unit))
-
-
-def ratio(own, peer):
-    """The library's figure in terms of the peer's; None when there is none."""
-    if own is None or peer is None:
-        return None
-    if own.peer == peer.contender:
-        return own.ratio
-    return own.value / peer.value if peer.value else None
-
-
-def comparison(own, peer):
-    """What the figures say of the library: figures whose spreads overlap are equal."""
-    if own.peer == peer.contender:
-        return "less" if own.ratio_high < 1 else "more" if own.ratio_low > 1 else "equal"
-    if own.low <= peer.high and peer.low <= own.high:
-        return "equal"
-    return "less" if own.value < peer.value else "more"
-
-
-class Verdict(NamedTuple):
-    """What became of one aim at one size."""
-    row: str
-    size: int
-    unit: str
-    peer: str  # "" when the aim is about the library's figure alone
-    own: Figure
-    other: Figure
-    figure: float  # what the aim limits
-    limit: float
-    reached: str
-
-
-def verdicts(aims, now, kept):
-    """One for every aim and size; an aim whose row was not measured has one without a size."""
-    for aim in aims:
-        unit, peer, row = aim.get("unit", JUDGED), aim.get("peer", ""), aim["row"]
-        for size in aim.get("sizes") or now.sizes(row, unit) or [None]:
-            own = now.get(row, OWN, size, unit)
-            other = now.peer(row, peer, size, unit) if peer else None
-            figure = ratio(own, other) if peer else own and own.value
-            limit = limit_of(aim, size, unit, peer, kept)
-            yield Verdict(row, size, unit, other.contender if other else peer, own, other, figure, limit,
-                          reached(figure, limit))
-
-
-def reached(figure, limit):
-    if figure is None or limit is None:
-        return "not measured"
-    return "yes" if figure <= limit else "**no**"
-
-
-def limit_of(aim, size, unit, peer, kept):
-    if "not_worse_than" not in aim:
-        return aim["at_most"]
-    earlier = kept.get(aim["not_worse_than"])
-    if earlier is None:
-        return None
-    if peer:
-        return earlier.ratio(aim["row"], peer, size, unit)
-    own = earlier.get(aim["row"], OWN, size, unit)
-    return own and own.value
 
 
 def number(value):
@@ -329,41 +180,54 @@ def points(figures, row, name, unit):
     return [(one.size, one.value) for one in found if one]
 
 
-def filled(folder, text, now, kept, aims, plots):
-    """`text` with its places filled. Adds the plots that it shows to `plots`."""
-    def fill(place):
+class Document:
+    """A text whose places are filled with what was measured."""
+
+    def __init__(self, folder, now, kept, aims):
+        self.folder = folder
+        self.now, self.kept, self.aims = now, kept, aims
+        self.plots = []
+        self.shown = set()
+
+    def filled(self, file):
+        return PLACE.sub(self.fill, file.read_text(encoding="utf-8").rstrip("\n"))
+
+    def fill(self, place):
         kind, words = place[1], place[2].split()
         if kind == "facts":
-            return facts_table(now, kept)
+            return facts_table(self.now, self.kept)
         if kind == "aims":
-            return aims_table(aims, now, kept)
+            return aims_table(self.aims, self.now, self.kept)
         if kind == "slower":
-            return slower_list(now)
+            return slower_list(self.now)
+        if kind == "ratios":
+            return self.draw(ratio_dots(self.aims, self.now, self.kept))
+        if kind == "plot":
+            return self.draw(plot_of(*words, self.now, self.kept))
         if kind == "rows":
-            return "\n\n".join(row_table(row, now, kept) for row in words)
+            return self.tables(words)
+        if kind == "others":
+            return self.tables([row for row in self.now.rows() if row not in self.shown])
         if kind == "scenario":
-            file = folder / words[0] / "report.md"
-            return filled(folder, file.read_text(encoding="utf-8").rstrip("\n"), now, kept, aims,
-                          plots) if file.exists() else ""
-        if kind in ("plot", "ratios"):
-            plot = plot_of(*words, now, kept) if kind == "plot" else ratio_dots(aims, now, kept)
-            if not any(plot.series.values()):
-                return f"({plot.name} was not measured.)"
-            plots.append(plot)
-            return f"![{plot.title}: {plot.value}](benchmarks/{plot.name}.svg)"
-        raise Unreadable(f"{folder}: what is {place[0]}?")
+            file = self.folder / words[0] / "report.md"
+            return self.filled(file) if file.exists() else ""
+        raise Unreadable(f"{self.folder}: what is {place[0]}?")
 
-    return PLACE.sub(fill, text)
+    def tables(self, rows):
+        self.shown.update(rows)
+        return "\n\n".join(row_table(row, self.now, self.kept) for row in rows)
+
+    def draw(self, plot):
+        if not any(plot.series.values()):
+            return f"({plot.name} was not measured.)"
+        self.plots.append(plot)
+        return f"![{plot.title}: {plot.value}](benchmarks/{plot.name}.svg)"
 
 
-def write(folder, document, now, kept):
+def write(folder, file, now, kept):
     """Writes the document; the plots that it shows are the result."""
-    folder, plots, aims = pathlib.Path(folder), [], []
-    for file in sorted([*folder.glob("aims.json"), *folder.glob("*/aims.json")]):
-        try:
-            aims += json.loads(file.read_text(encoding="utf-8"))
-        except ValueError as problem:
-            raise Unreadable(f"{file}: {problem}") from problem
-    text = filled(folder, (folder / "report.md").read_text(encoding="utf-8"), now, kept, aims, plots)
-    pathlib.Path(document).write_text(re.sub(r"\n{3,}", "\n\n", text), encoding="utf-8")
-    return plots
+    folder = pathlib.Path(folder)
+    document = Document(folder, now, kept, aims_of(folder))
+    text = document.filled(folder / "report.md")
+    pathlib.Path(file).write_text(re.sub(r"\n{3,}", "\n\n", text).rstrip("\n") + "\n", encoding="utf-8")
+    return document.plots
