@@ -106,8 +106,6 @@ def range_text(ratios):
 
 def row_table(row, now, kept):
     """All figures of a row; for each unit the library's ratio to every peer, too."""
-    if row not in now.rows():
-        return f"**{row}** was not measured."
     units = now.units(row)
     head = ["size", "contender"]
     for unit in units:
@@ -215,11 +213,14 @@ class Document:
 
     def tables(self, rows):
         self.shown.update(rows)
-        return "\n\n".join(row_table(row, self.now, self.kept) for row in rows)
+        measured = [row for row in rows if row in self.now.rows()]
+        missing = [row for row in rows if row not in measured]
+        texts = [row_table(row, self.now, self.kept) for row in measured]
+        return "\n\n".join(texts + ([f"Not measured: {', '.join(missing)}."] if missing else []))
 
     def draw(self, plot):
         if not any(plot.series.values()):
-            return f"({plot.name} was not measured.)"
+            return ""
         self.plots.append(plot)
         return f"![{plot.title}: {plot.value}](benchmarks/{plot.name}.svg)"
 

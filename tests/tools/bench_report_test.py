@@ -43,9 +43,6 @@ class Tables(unittest.TestCase):
         self.assertEqual("| :-- | :-- | --: | --: |",
                          bench_report.table(["a", "b", "c", "d"], lines).split("\n")[1])
 
-    def test_a_missing_row_says_so(self):
-        self.assertEqual("**walk** was not measured.", bench_report.row_table("walk", Figures(), {}))
-
 
 class Documents(unittest.TestCase):
     def setUp(self):
@@ -69,13 +66,19 @@ class Documents(unittest.TestCase):
         (self.folder / "stroll").mkdir()
         (self.folder / "stroll/report.md").write_text("## Stroll\n\n{{rows walk}}\n")
         made, _ = self.write("Top\n\n{{scenario stroll}}\n\n{{scenario swim}}\n\nEnd\n", Figures())
-        self.assertEqual("Top\n\n## Stroll\n\n**walk** was not measured.\n\nEnd\n", made)
+        self.assertEqual("Top\n\n## Stroll\n\nNot measured: walk.\n\nEnd\n", made)
 
     def test_rows_that_no_text_knows_come_last(self):
         now = Figures([figure("library", 2, row=row) for row in ("walk", "run", "swim")])
         made, _ = self.write("{{rows run}}\n\nOthers:\n\n{{others}}\n", now)
         self.assertEqual(["**run**, per step:", "Others:", "**swim**, per step:", "**walk**, per step:"],
                          [line for line in made.split("\n") if line.endswith(":") and line[0] != "|"])
+
+    def test_rows_that_are_missing_are_named_together(self):
+        made, plots = self.write("{{rows swim walk run}}\n\n{{plot run ns}}\n", Figures([figure("library", 2)]))
+        self.assertTrue(made.startswith("**walk**"), made)
+        self.assertTrue(made.endswith("|\n\nNot measured: swim, run.\n"), made)
+        self.assertEqual([], plots)
 
     def test_a_plot_has_the_points_of_every_contender_in_order(self):
         now = Figures([figure("peer", 1, size=20), figure("library", 2, size=20), figure("library", 3)])
