@@ -11,6 +11,7 @@ The text comes from the files report.md, in which these lines are replaced:
 """
 import pathlib
 import re
+import textwrap
 from typing import NamedTuple
 
 from bench_figures import JUDGED, OWN, UNITS, Unreadable, aims_of, comparison, ratio, verdicts
@@ -216,7 +217,10 @@ class Document:
         measured = [row for row in rows if row in self.now.rows()]
         missing = [row for row in rows if row not in measured]
         texts = [row_table(row, self.now, self.kept) for row in measured]
-        return "\n\n".join(texts + ([f"Not measured: {', '.join(missing)}."] if missing else []))
+        if missing:
+            texts.append("\n".join(textwrap.wrap(f"Not measured: {', '.join(missing)}.", 110,
+                                                 break_on_hyphens=False)))
+        return "\n\n".join(texts)
 
     def draw(self, plot):
         if not any(plot.series.values()):

@@ -75,7 +75,8 @@ class Documents(unittest.TestCase):
                          [line for line in made.split("\n") if line.endswith(":") and line[0] != "|"])
 
     def test_rows_that_are_missing_are_named_together(self):
-        made, plots = self.write("{{rows swim walk run}}\n\n{{plot run ns}}\n", Figures([figure("library", 2)]))
+        now = Figures([figure("library", 2)])
+        made, plots = self.write("{{rows swim walk run}}\n\n{{plot run ns}}\n", now)
         self.assertTrue(made.startswith("**walk**"), made)
         self.assertTrue(made.endswith("|\n\nNot measured: swim, run.\n"), made)
         self.assertEqual([], plots)
