@@ -18,7 +18,7 @@ RINGS = {
     "windows": (["windows", "service"], [SERVICE, ("windows", "all"), ("windows-tests", "windows-tests")]),
     "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
     "asan": (["native", "service"], [("asan", "all")]),
-    "lint": (["native", "service", "lint"], []),
+    "lint": (["native", "service", "lint", "benchmarks"], [("benchmarks", "all")]),
 }
 SECONDS_BETWEEN_REPORTS = 20  # where there is no terminal to show it all the time
 BUILT = re.compile(r"\[(\d+)/(\d+)\]")

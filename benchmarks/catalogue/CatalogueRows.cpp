@@ -9,6 +9,7 @@
 namespace {
 
 constexpr std::string_view ornaments = "&.:\"";
+constexpr size_t untranslated = 100;
 
 /* Half of the texts are labels of a word or three, the others sentences. */
 std::string SomeText(Random& random) {
@@ -72,7 +73,9 @@ std::vector<std::string> Questions(const std::vector<Translation>& table, Questi
             if (question == Question::exact) {
                 texts.push_back(text);
             } else if (question == Question::miss) {
-                texts.push_back(text.substr(0, text.size() / 2) + "q" + text.substr(text.size() / 2));
+                // Few texts of a program have no translation, and these come again and again.
+                const std::string& known = table[texts.size() % untranslated].text;
+                texts.push_back(known.substr(0, known.size() / 2) + "q" + known.substr(known.size() / 2));
             } else if (isPlain && texts.size() < table.size()) {
                 texts.push_back(WithOrnament(random, text));
             }

@@ -5,8 +5,9 @@
  *
  * "lookup-exact", "lookup-pointer", "lookup-stripped", "lookup-miss": `size` texts are translated one after
  * the other, in an order without pattern: those of the table; the same, handed over as a pointer; those of
- * the table that hold no ornament (& . : or double quote), with one added; texts that have no translation.
- * Each contender gets its texts in its own encoding. */
+ * the table that hold no ornament (& . : or double quote), with one added; a hundred texts that have no
+ * translation, again and again, half of them with an ornament. Each contender gets its texts in its own
+ * encoding. */
 #pragma once
 
 #include <string>

@@ -1,5 +1,7 @@
-/* gettext of the C library, with a catalogue made by msgfmt. An ornamented text is stripped by hand before,
- * as an application whose catalogue holds plain texts does; the plain text is not tried first. */
+/* gettext of the C library, with a catalogue made by msgfmt. It does not know of ornaments. Here it is used
+ * by an application that does what the library does: it asks for the whole text, and when there is no
+ * translation for the text without its ornaments. "gettext, once" is an application that needs only one of
+ * these. */
 #include <libintl.h>
 
 #include <clocale>
@@ -42,7 +44,26 @@ std::string WithoutOrnaments(const std::string& text) {
     return plain;
 }
 
-template <Question question>
+/* Asks for the text without its ornaments. */
+const char* Stripped(const std::string& text) {
+    return dgettext(domain, WithoutOrnaments(text).c_str());
+}
+
+/* Asks for the whole text, which gettext gives back when it has no translation. */
+const char* Whole(const std::string& text) {
+    return dgettext(domain, text.c_str());
+}
+
+/* Asks for the whole text first. */
+const char* WholeOrStripped(const std::string& text) {
+    const char* const translated = dgettext(domain, text.c_str());
+    if (translated != text.c_str() || text.find_first_of("&.:\"") == std::string::npos) return translated;
+    const std::string plain = WithoutOrnaments(text);
+    const char* const found = dgettext(domain, plain.c_str());
+    return found != plain.c_str() ? found : text.c_str();
+}
+
+template <Question question, const char* (*translated)(const std::string&)>
 class Lookup final : public Work {
 public:
     explicit Lookup(size_t size) {
@@ -54,32 +75,27 @@ public:
     std::string Outcome() override {
         std::string outcome;
         for (const std::string& text : texts)
-            outcome.append(Translated(text)).append(1, '\0');
+            outcome.append(translated(text)).append(1, '\0');
         return outcome;
     }
 
     void Do() override {
         unsigned units = 0;
         for (const std::string& text : texts)
-            units += static_cast<unsigned char>(*Translated(text));
+            units += static_cast<unsigned char>(*translated(text));
         total = total + units;
     }
 
 private:
-    static const char* Translated(const std::string& text) {
-        if constexpr (question == Question::stripped)
-            return dgettext(domain, WithoutOrnaments(text).c_str());
-        else
-            return dgettext(domain, text.c_str());
-    }
-
     std::vector<std::string> texts;
     volatile unsigned total = 0;
 };
 
-const Enter exact(lookupExact, "gettext", MakeWork<Lookup<Question::exact>>);
-const Enter pointer(lookupPointer, "gettext", MakeWork<Lookup<Question::exact>>);
-const Enter stripped(lookupStripped, "gettext", MakeWork<Lookup<Question::stripped>>);
-const Enter miss(lookupMiss, "gettext", MakeWork<Lookup<Question::miss>>);
+const Enter exact(lookupExact, "gettext", MakeWork<Lookup<Question::exact, Whole>>);
+const Enter pointer(lookupPointer, "gettext", MakeWork<Lookup<Question::exact, Whole>>);
+const Enter stripped(lookupStripped, "gettext", MakeWork<Lookup<Question::stripped, WholeOrStripped>>);
+const Enter strippedOnce(lookupStripped, "gettext, once", MakeWork<Lookup<Question::stripped, Stripped>>);
+const Enter miss(lookupMiss, "gettext", MakeWork<Lookup<Question::miss, WholeOrStripped>>);
+const Enter missOnce(lookupMiss, "gettext, once", MakeWork<Lookup<Question::miss, Whole>>);
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -40,17 +41,29 @@ void Count(const Contest& contest) {
     std::printf("items %zu\nper %s\n", contest.items, contest.per.c_str());
 }
 
+/* One contender, as Google Benchmark sees it. */
+class TimedWork final : public benchmark::Fixture {
+public:
+    explicit TimedWork(const Contestant& contestant) : work(*contestant.work) {
+        SetName(std::string(contestant.name).c_str());
+        Unit(benchmark::kNanosecond);
+    }
+
+    void BenchmarkCase(benchmark::State& state) override {
+        for ([[maybe_unused]] auto step : state)
+            work.Do();
+    }
+
+private:
+    Work& work;
+};
+
 void Time(const Contest& contest, std::vector<char*> arguments) {
     auto count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     for (const Contestant& contestant : contest.contestants) {
-        Work& work = *contestant.work;
-        auto* const registered = benchmark::RegisterBenchmark(std::string(contestant.name).c_str(),
-                                                              [&work](benchmark::State& state) {
-                                                                  for ([[maybe_unused]] auto step : state)
-                                                                      work.Do();
-                                                              });
-        registered->Unit(benchmark::kNanosecond);
+        // It belongs to the list that it is put into.
+        benchmark::internal::RegisterBenchmarkInternal(new TimedWork(contestant));
     }
     benchmark::AddCustomContext("items", std::to_string(contest.items));
     benchmark::AddCustomContext("per", contest.per);
