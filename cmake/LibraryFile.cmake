@@ -3,6 +3,10 @@
 set(definitions ${CMAKE_CURRENT_SOURCE_DIR}/frame/Exports.def)
 export_list(exports ${definitions})
 
+# What the files may have at most. The build prints what they have.
+set(windows_limits --most-bytes 57344 --most-imports 48)
+set(device_limits --most-bytes 36864 --most-writable 616)
+
 if(ORVANDE_SHIPS)
   # What is shipped is compiled in one piece: all sources but those of the account, which no DLL exports, one
   # after the other in one file. The compiler then knows every caller, and leaves out whatever none of the
@@ -47,7 +51,7 @@ if(ORVANDE_RING STREQUAL "windows")
   target_resources(orvande_online ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
   set_target_properties(orvande_online PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR} ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
-  dll_image(orvande_online)
+  dll_image(orvande_online ${windows_limits})
 elseif(ORVANDE_RING STREQUAL "device")
   # The device's loader moves an image by its relocations, so its code need not be position-independent.
   set_target_properties(orvande_objects PROPERTIES POSITION_INDEPENDENT_CODE OFF)
@@ -55,7 +59,8 @@ elseif(ORVANDE_RING STREQUAL "device")
   target_link_libraries(orvande_online PRIVATE device_library_start)
   add_device_image(orvande_online OrvandeOnline.dll LibraryStart
     EXPORTS ${definitions}
-    RESOURCES ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc)
+    RESOURCES ${CMAKE_CURRENT_SOURCE_DIR}/resources/OrvandeOnline.rc
+    LIMITS ${device_limits})
 else()
   # The program that loads the library on the simulated handheld supplies the platform, so the library is
   # linked without one. Symbols of the GNU unique kind would keep the library from being unloaded.
