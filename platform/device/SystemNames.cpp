@@ -1,12 +1,27 @@
-/* Functions of the desktop, or of the C++ library, made of those that Windows CE has. */
+/* Functions of the desktop, of the C and C++ libraries and of the compiler, made of what Windows CE has. */
+#include "ImageRuntime.h"
 #include "Platform.h"
 
 #include <chrono>
 
-extern "C" FARPROC WINAPI GetProcAddressA(HMODULE module, LPCSTR name);
+extern "C" {
 
-extern "C" FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
+void* __dso_handle = nullptr;
+
+int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
+    return DestroyAtEnd(object, destroy);
+}
+
+[[noreturn]] void abort() {
+    for (;;)
+        TerminateProcess(GetCurrentProcess(), 3);
+}
+
+FARPROC WINAPI GetProcAddressA(HMODULE module, LPCSTR name);
+
+FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
     return GetProcAddressA(module, name);
+}
 }
 
 /* Starts again from 0 after 49 days. */

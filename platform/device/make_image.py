@@ -4,7 +4,7 @@
     make_image.py ELF IMAGE [--exports DEF] [--resources COFF]
 
 With --exports the image is a DLL that exports the names of the .def file; without, a program. --resources
-takes the resources as windres makes them (-O coff). Prints the sizes of the image's parts.
+takes the resources as windres makes them (-O coff).
 """
 import argparse
 import os
@@ -89,9 +89,6 @@ class Image:
         address = aligned(self.sections[-1].end(), PAGE)
         self.sections.append(Section(name, address, flags, data))
         return address
-
-    def part(self, *names):
-        return sum(s["sh_size"] for s in self.elf.iter_sections() if s.name in names)
 
 
 def moves(image, kind, symbol, place):
@@ -246,21 +243,6 @@ def save(path, contents):
     os.replace(unfinished, path)
 
 
-def report(image, path, file_size):
-    sizes = {
-        "code": image.part(".text"),
-        "read-only data": image.part(".rodata", ".init_array"),
-        "exception tables": image.part(".ARM.extab", ".ARM.exidx"),
-        "writable data": image.part(".data", ".imports", ".bss"),
-    }
-    linked = sizes["read-only data"] + sizes["exception tables"]
-    sizes["import and export tables"] = len(image.constants.data) - linked
-    for section in image.sections:
-        if section.name in (".rsrc", ".reloc"):
-            sizes["resources" if section.name == ".rsrc" else "relocations"] = section.size
-    print(f"{path}: {file_size} bytes; " + ", ".join(f"{size} {name}" for name, size in sizes.items()))
-
-
 def check_writable(image):
     if sum(section.size for section in image.sections if section.flags == WRITABLE) > MOST_WRITABLE:
         fail(f"more than {MOST_WRITABLE} bytes of the image are writable")
@@ -291,7 +273,6 @@ def main():
         for section in image.sections:
             contents += section.data + bytes(-len(section.data) % FILE_ALIGNMENT)
         save(arguments.image, contents)
-        report(image, arguments.image, len(contents))
 
 
 main()

@@ -13,7 +13,7 @@ RUNTIME = {"TerminateProcess", "free", "malloc", "memcpy", "memmove", "memset", 
 
 LIBRARY = {
     "COREDLL.dll": RUNTIME | {
-        "CloseHandle", "CreateDirectoryW", "CreateFileW", "DeleteFileW", "GetFileAttributesW", "GetLastError",
+        "CloseHandle", "CreateFileW", "DeleteFileW", "GetFileAttributesW", "GetLastError",
         "GetModuleFileNameW", "LoadCursorW", "MessageBoxW", "MoveFileW", "RegCloseKey", "RegOpenKeyExW",
         "RegQueryValueExW", "SHGetSpecialFolderPath", "SetCursor", "SetLastError", "WriteFile", "_vsnwprintf",
         "_wfopen", "fclose", "fread", "fseek", "fwrite", "swscanf"},

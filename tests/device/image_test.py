@@ -233,7 +233,7 @@ class Signin(ProgramTest, unittest.TestCase):
 
 class RuntimeSample(RelocationTest, unittest.TestCase):
     name = "RuntimeSample.dll"
-    links = ("tests/device/sample/runtime_sample.elf", "tests/device/sample/runtime_sample_moved.elf")
+    links = ("tests/runtime/runtime_sample.elf", "tests/runtime/runtime_sample_moved.elf")
 
 
 class StandIns(unittest.TestCase):

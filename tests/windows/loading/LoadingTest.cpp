@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "frame/Folders.h"
+#include "helpers/HeapUse.h"
 #include "helpers/MovedFolder.h"
 #include "helpers/OpenHandles.h"
 #include "helpers/ProgramFolder.h"
@@ -89,6 +90,17 @@ TEST_F(Loading, NothingIsLeftAfter300TimesLoadingAndUnloading) {
     // The system may meanwhile close what it has used before; one handle left by each load would be 300.
     EXPECT_GE(before, OpenHandles());
     EXPECT_EQ(nextBefore, NextInternetHandle());
+}
+
+TEST_F(Loading, NothingIsLeftOnTheHeap) {
+    { const ShippedLibrary warm; }
+    const LoadedModule standIn(L"aygshell.dll");
+    { const ShippedLibrary warm; }
+    const size_t before = HeapUse();
+    for (int i = 0; i < 20; ++i) {
+        const ShippedLibrary library;
+    }
+    EXPECT_EQ(before, HeapUse());
 }
 
 TEST_F(Loading, NothingIsLeftAfter300SearchesGoodAndBad) {

@@ -1,4 +1,5 @@
-/* What an image's entry point does around the program: the compiler's start-up code for Windows CE. */
+/* What an image's entry point does around the program: the compiler's start-up code, of which there is none
+ * for Windows CE, and for Windows one that is made for more than a DLL like this. */
 #pragma once
 
 /* Runs the constructors of the objects that live as long as the image. False: one of them threw an exception;
@@ -9,3 +10,7 @@ bool BeginImage() noexcept;
 
 /* Runs the destructors of all that has been constructed, last ones first, and gives the reserve back. */
 void EndImage() noexcept;
+
+/* What compilers call for every constructed object that has a destructor: EndImage will run it. 0, or -1 when
+ * there is no room for it. */
+int DestroyAtEnd(void* object, void (*destroy)(void*)) noexcept;

@@ -1,17 +1,12 @@
 #include "ImageRuntime.h"
 
-#include "Platform.h"
+#include "Exceptions.h"
 
 #include <cstddef>
 
 using Constructor = void (*)();
 extern "C" const Constructor firstConstructor[];   // NOLINT: the linker script's
 extern "C" const Constructor endOfConstructors[];  // NOLINT
-
-// Part of the compiler's runtime, which declares it in no header.
-namespace __gnu_cxx {
-void __freeres();
-}
 
 namespace {
 
@@ -29,18 +24,9 @@ bool ranOut;
 
 }  // namespace
 
-extern "C" {
-
-void* __dso_handle = nullptr;
-
-[[noreturn]] void abort() {
-    for (;;)
-        TerminateProcess(GetCurrentProcess(), 3);
-}
-
-/* Called for every constructed object that has a destructor. When there is no room for one more, its object
- * is never destroyed: nobody looks at the result, and others may still use the object. */
-int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
+/* When there is no room for one more, its object is never destroyed: nobody looks at the result, and others
+ * may still use the object. */
+int DestroyAtEnd(void* object, void (*destroy)(void*)) noexcept {
     if (destructorCount == mostDestructors) {
         ranOut = true;
         return -1;
@@ -48,6 +34,8 @@ int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
     destructors[destructorCount++] = {object, destroy};
     return 0;
 }
+
+extern "C" {
 
 /* The linker's --wrap directs every call of malloc in the image to this function. */
 void* __real_malloc(size_t size);
@@ -59,6 +47,7 @@ void* __wrap_malloc(size_t size) {
 }
 
 bool BeginImage() noexcept {
+    if (!TakeExceptionReserve()) return false;
     try {
         for (const Constructor* constructor = firstConstructor; constructor != endOfConstructors;
              ++constructor) {
@@ -76,5 +65,5 @@ void EndImage() noexcept {
         const Destructor& last = destructors[--destructorCount];
         last.destroy(last.object);
     }
-    __gnu_cxx::__freeres();
+    ReturnExceptionReserve();
 }

@@ -31,3 +31,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE /*instance*/, DWORD reason, LPVOID /*re
     if (reason == DLL_PROCESS_ATTACH) DeleteFileW(TEXT("attach"));
     return areMade ? TRUE : FALSE;
 }
+
+extern "C" int ObjectsAreMade() {
+    return areMade ? 1 : 0;
+}
