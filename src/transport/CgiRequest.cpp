@@ -47,20 +47,20 @@ CgiRequest::~CgiRequest() {
 }
 
 void CgiRequest::Write(const void* data, uint32_t size) {
-    const auto* const bytes = static_cast<const uint8_t*>(data);
-    body.insert(body.end(), bytes, bytes + size);
+    const size_t written = body.size();
+    body.resize(written + size);
+    std::copy_n(static_cast<const uint8_t*>(data), size, body.data() + written);
 }
 
 bool CgiRequest::SendRequest() {
     const WaitCursor waitCursor;
-    // Memory must not run out between the request and its reply.
-    body.reserve(smallestReceiveBuffer);
-    const BOOL sent =
-        HttpSendRequestW(request.Get(), nullptr, 0, body.data(), static_cast<DWORD>(body.size()));
+    const size_t size = body.size();
+    // Before the request, so that memory cannot run out between it and its reply.
+    if (size < smallestReceiveBuffer) body.resize(smallestReceiveBuffer);
+    const BOOL sent = HttpSendRequestW(request.Get(), nullptr, 0, body.data(), static_cast<DWORD>(size));
     mode = reading;
     good = true;
     byteCount = 0;
-    if (body.size() < smallestReceiveBuffer) body.resize(smallestReceiveBuffer);
     readBuffer = body.data();
     readPos = 0;
     readAvail = 0;
