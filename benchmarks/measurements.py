@@ -11,7 +11,8 @@ import subprocess
 
 
 def output_of(*command):
-    return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout.strip()
+    run = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=True)
+    return run.stdout.strip()
 
 
 def version_of(package):
@@ -19,15 +20,23 @@ def version_of(package):
     return output_of("dpkg-query", "-W", "-f", "${Version}\n", package).split("\n")[0]
 
 
+def state_of_library():
+    """Its commit; sources may also have come without a history, or without a git to read it."""
+    try:
+        commit = output_of("git", "rev-parse", "--short=10", "HEAD")
+        changed = output_of("git", "status", "--porcelain", "--", "src", "include", "platform")
+        return commit + (", with changes" if changed else "")
+    except (OSError, subprocess.CalledProcessError):
+        return "not known"
+
+
 def facts(command, **packages):
     """About this run. `packages` are those whose versions matter, by the names under which they are told."""
-    changed = output_of("git", "status", "--porcelain", "--", "src", "include", "platform")
-    commit = output_of("git", "rev-parse", "--short=10", "HEAD")
     processor = re.search(r"^model name\s*: (.*)$", pathlib.Path("/proc/cpuinfo").read_text(encoding="utf-8"),
                           re.MULTILINE)
     release = platform.freedesktop_os_release()["PRETTY_NAME"]
     return {"Date": datetime.date.today().isoformat(),
-            "Library": commit + (", with changes" if changed else ""), "Command": command,
+            "Library": state_of_library(), "Command": command,
             "Processor": f"{processor[1] if processor else platform.machine()}, {os.cpu_count()} cores",
             "System": f"{release}, Linux {platform.release()}",
             **{name: version_of(package) for name, package in packages.items()}}
