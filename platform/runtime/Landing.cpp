@@ -1,6 +1,6 @@
 /* The tables are those that the compiler writes behind every function (.gcc_except_table, .ARM.extab). They
- * begin with the places of calls, in their order, each with an offset into a table of actions; the actions
- * of one call form a chain, and each is the number of a type in the table of types, which lies last and is
+ * begin with the places of calls, in their order, each with an offset into a table of actions; the actions of
+ * one call form a chain, and each is the number of a type in the table of types, which lies last and is
  * counted backwards. */
 #include "Landing.h"
 

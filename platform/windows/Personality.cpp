@@ -1,4 +1,5 @@
-/* What the compiler's unwinder for 32-bit Windows calls for every function that an exception comes through. */
+/* What the compiler's unwinder for 32-bit Windows calls for every function that an exception comes
+ * through. */
 #include "Exceptions.h"
 #include "Landing.h"
 
