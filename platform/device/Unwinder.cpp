@@ -1,6 +1,6 @@
-/* Takes an exception up through the frames of its callers, as the ABI for ARM's exceptions describes them. The
- * compiler's own unwinder also knows floating-point registers, other languages and other processors, and is
- * three times as large.
+/* Takes an exception up through the frames of its callers, as the ABI for ARM's exceptions describes them.
+ * The compiler's own unwinder also knows floating-point registers, other languages and other processors, and
+ * is three times as large.
  *
  * The linker's index (.ARM.exidx) leads from an address to the function's instructions for leaving its frame,
  * which restore the caller's registers, and to its table of landings. */
