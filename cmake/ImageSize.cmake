@@ -1,5 +1,5 @@
-# The size of images, by origin, as often as they are linked.
-# The system's own has the packages that make_image.py needs.
+# The size of images, by origin, as often as they are linked. The system's own has the packages that
+# make_image.py needs.
 find_program(ORVANDE_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
 # print_image_size(TARGET IMAGE MAP [LIMIT ...]): LIMIT as tools/image_size.py takes it; a file above it stops

@@ -5,7 +5,7 @@ export_list(exports ${definitions})
 
 # What the files may have at most. The build prints what they have.
 set(windows_limits --most-bytes 57344 --most-imports 48)
-set(device_limits --most-bytes 36864 --most-writable 616)
+set(device_limits --most-bytes 32768 --most-writable 616)
 
 if(ORVANDE_SHIPS)
   # What is shipped is compiled in one piece: all sources but those of the account, which no DLL exports, one

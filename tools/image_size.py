@@ -47,7 +47,8 @@ class Image:
         self.sections = [struct.unpack_from("<8sIIIIIIHHI", data, table + 40 * i) for i in range(count)]
 
     def parts(self):
-        """Of every section its name, address, size in the file without filling, and whether it is writable."""
+        """Of every section its name, address, size in the file without filling, and whether it is
+        writable."""
         for name, size, address, raw_size, *_, flags in self.sections:
             yield name.rstrip(b"\0").decode(), address, min(size, raw_size), bool(flags & WRITABLE)
 
@@ -127,12 +128,13 @@ def main():
         parser.add_argument(f"--most-{limit}", type=int)
     arguments = parser.parse_args()
     image = Image(arguments.image.read_bytes())
-    print(f"{arguments.image.name}: {len(image.data)} bytes, {image.imported_functions()} imported functions, "
+    name = arguments.image.name
+    print(f"{name}: {len(image.data)} bytes, {image.imported_functions()} imported functions, "
           f"{image.writable()} writable bytes")
-    for name, size in sizes(image, arguments.map.read_text(encoding="utf-8")).most_common():
-        print(f"{size:9} {name}")
+    for part, size in sizes(image, arguments.map.read_text(encoding="utf-8")).most_common():
+        print(f"{size:9} {part}")
     if found := list(excesses(image, arguments)):
-        sys.exit("\n".join(f"{arguments.image.name} has {excess}" for excess in found))
+        sys.exit("\n".join(f"{name} has {excess}" for excess in found))
 
 
 main()

@@ -1,6 +1,6 @@
 /* Throwing and catching: the functions that the compiler calls for `throw` and `catch`. They take the place
- * of the compiler's own runtime, which is three times as large, keeps a reserve of its own for each of its
- * kinds of exceptions, and on Windows semaphores and memory for every thread.
+ * of the compiler's own, which are larger, take a reserve of 19 KB on Windows that is not given back, and
+ * there also semaphores and memory for every thread.
  *
  * An image's exceptions never leave it and no other come in, so there are no foreign ones here, and no copies
  * of pointers to them. */

@@ -1,6 +1,6 @@
 /* The tables are those that the compiler writes behind every function (.gcc_except_table, .ARM.extab). They
- * begin with the places of calls, in their order, each with an offset into a table of actions; the actions
- * of one call form a chain, and each is the number of a type in the table of types, which lies last and is
+ * begin with the places of calls, in their order, each with an offset into a table of actions; the actions of
+ * one call form a chain, and each is the number of a type in the table of types, which lies last and is
  * counted backwards. */
 #include "Landing.h"
 
@@ -68,12 +68,9 @@ int FindClause(const unsigned char* actions, const unsigned char* types, const E
 
 }  // namespace
 
-Landing FindLanding(Exception& exception, _Unwind_Context* frame) {
-    const auto* const table = static_cast<const unsigned char*>(_Unwind_GetLanguageSpecificData(frame));
-    if (table == nullptr) return {};
-    const _Unwind_Ptr start = _Unwind_GetRegionStart(frame);
-    const _Unwind_Ptr call = _Unwind_GetIP(frame) - 1 - start;
-
+Landing FindLanding(Exception& exception, const unsigned char* table, _Unwind_Ptr start,
+                    _Unwind_Ptr returnAddress) {
+    const _Unwind_Ptr call = returnAddress - 1 - start;
     constexpr unsigned omitted = 0xFF;
     Reader reader(table + 1);  // landings count from the function's start, so no other one is given
     const unsigned char* types = nullptr;

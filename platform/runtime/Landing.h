@@ -9,6 +9,7 @@ struct Landing {
     void* object = nullptr;  /* what the `catch` gets */
 };
 
-/* Looks the place of the frame's call up in its function's table. Does not come back when no exception may
- * leave the function there. */
-Landing FindLanding(Exception& exception, _Unwind_Context* frame);
+/* Looks a call up in the table of the function that begins at `start`; the call returns to `returnAddress`.
+ * Does not come back when no exception may leave the function there. */
+Landing FindLanding(Exception& exception, const unsigned char* table, _Unwind_Ptr start,
+                    _Unwind_Ptr returnAddress);

@@ -54,6 +54,13 @@ TEST_F(ImageRuntime, ExceptionDestroysWhatItCrosses) {
     for (const int depth : {0, 1, 1000})
         EXPECT_EQ(depth + 1, library.Find<int(int)>("DestroyedOnTheWay")(depth));
     EXPECT_EQ(1, library.Find<int()>("Rethrown")());
+    EXPECT_EQ(1, library.Find<int()>("Replaced")());
+}
+
+TEST_F(ImageRuntime, DestructorsThrowAndCatchWhileAnExceptionPasses) {
+    const LoadedLibrary library = Load();
+    for (const int depth : {0, 1, 10})
+        EXPECT_EQ(5 * (depth + 1), library.Find<int(int)>("CaughtOnTheWay")(depth));
 }
 
 TEST_F(ImageRuntime, ExceptionsAreThrownWithoutMemory) {

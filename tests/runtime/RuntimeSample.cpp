@@ -76,6 +76,28 @@ void ThrowBelow(int depth, int& count) {
     ThrowBelow(depth - 1, count);
 }
 
+/* Throws and catches by itself when it is destroyed. */
+struct Troubled {
+    explicit Troubled(int& counter) : count(counter) {}
+    Troubled(const Troubled&) = delete;
+    Troubled& operator=(const Troubled&) = delete;
+    ~Troubled() {
+        try {
+            const Counted counted(count);
+            ThrowBelow(2, count);
+        } catch (const Error&) {
+            ++count;
+        }
+    }
+    int& count;
+};
+
+void ThrowThroughTroubled(int depth, int& count) {
+    const Troubled troubled(count);
+    if (depth == 0) throw SpecialError();
+    ThrowThroughTroubled(depth - 1, count);
+}
+
 }  // namespace
 
 extern "C" {
@@ -129,6 +151,40 @@ int Rethrown() {
     } catch (const SpecialError& error) {
         return &error == original ? 1 : 0;
     }
+}
+
+/* What is destroyed and caught on an exception's way through objects whose destructors throw and catch: five
+ * for each. */
+int CaughtOnTheWay(int depth) {
+    int count = 0;
+    try {
+        ThrowThroughTroubled(depth, count);
+    } catch (const SpecialError&) {
+        return count;
+    }
+    return -1;
+}
+
+/* 1 when an exception that is thrown while another is handled takes its place, and that one is destroyed. */
+int Replaced() {
+    int destroyed = 0;
+    struct First {
+        explicit First(int& counter) : count(&counter) {}
+        First(const First& other) = default;
+        First& operator=(const First& other) = default;
+        ~First() { ++*count; }
+        int* count;
+    };
+    try {
+        try {
+            throw First(destroyed);
+        } catch (const First&) {
+            throw SpecialError();
+        }
+    } catch (const Error&) {
+        return destroyed;
+    }
+    return -1;
 }
 
 /* How many exceptions, each thrown while the earlier ones are handled, were caught. */

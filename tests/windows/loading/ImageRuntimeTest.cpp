@@ -19,7 +19,8 @@ protected:
         for (int kind = 1; kind <= 6; ++kind) {
             if (caughtAs(kind) != caught[kind - 1]) return false;
         }
-        return rethrown() == 1 && nested(4) == 4 && destroyedOnTheWay(3) == 4;
+        return rethrown() == 1 && replaced() == 1 && nested(4) == 4 && destroyedOnTheWay(3) == 4 &&
+               caughtOnTheWay(3) == 20;
     }
 
     /* Runs it in eight threads at once, and counts how often it said no. */
@@ -42,7 +43,9 @@ protected:
     const LoadedModule module{L"RuntimeSample.dll"};
     int (*const caughtAs)(int) = module.Find("CaughtAs");
     int (*const destroyedOnTheWay)(int) = module.Find("DestroyedOnTheWay");
+    int (*const caughtOnTheWay)(int) = module.Find("CaughtOnTheWay");
     int (*const rethrown)() = module.Find("Rethrown");
+    int (*const replaced)() = module.Find("Replaced");
     int (*const nested)(int) = module.Find("NestedWithoutMemory");
 };
 
@@ -70,8 +73,17 @@ TEST_F(ImageRuntime, ExceptionDestroysWhatItCrosses) {
         EXPECT_EQ(depth + 1, destroyedOnTheWay(depth));
 }
 
+TEST_F(ImageRuntime, DestructorsThrowAndCatchWhileAnExceptionPasses) {
+    for (const int depth : {0, 1, 10})
+        EXPECT_EQ(5 * (depth + 1), caughtOnTheWay(depth));
+}
+
 TEST_F(ImageRuntime, ExceptionThatIsThrownOnStaysTheSame) {
     EXPECT_EQ(1, rethrown());
+}
+
+TEST_F(ImageRuntime, ExceptionTakesThePlaceOfTheOneThatIsHandled) {
+    EXPECT_EQ(1, replaced());
 }
 
 TEST_F(ImageRuntime, ExceptionsAreThrownWithoutMemory) {
