@@ -1,5 +1,5 @@
-/* A DLL for the device that does in small what C++ asks of an image's runtime. What its static objects do
- * shows in the journal, as attempts to delete files of their names. */
+/* A DLL that does in small what C++ asks of an image's runtime. What its static objects do shows in the
+ * simulated handheld's journal, as attempts to delete files of their names. */
 #include "Platform.h"
 
 #include <exception>

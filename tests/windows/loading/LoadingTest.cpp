@@ -103,6 +103,14 @@ TEST_F(Loading, NothingIsLeftOnTheHeap) {
     EXPECT_EQ(before, HeapUse());
 }
 
+TEST_F(Loading, LittleIsOnTheHeapWhileNothingIsAsked) {
+    const LoadedModule standIn(L"aygshell.dll");
+    { const ShippedLibrary warm; }
+    const size_t before = HeapUse();
+    const ShippedLibrary library;
+    EXPECT_GE(before + 4096, HeapUse());
+}
+
 TEST_F(Loading, NothingIsLeftAfter300SearchesGoodAndBad) {
     ScriptedServer server;
     const WebProxy proxy(server.Port());
