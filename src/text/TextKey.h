@@ -11,42 +11,50 @@
 using UnitWord = size_t;
 inline constexpr size_t unitsPerWord = sizeof(UnitWord) / sizeof(WCHAR);
 
-/* A key to be looked for: the text, and its first units as one number, in whose order they are. Most
- * comparisons are decided by that number, without a look at the texts. Valid as long as the text is. */
-struct TextKeyView {
-    explicit TextKeyView(WideStringView whole) noexcept : head(HeadOf(whole)), text(whole) {}
-    TextKeyView(UnitWord known, WideStringView whole) noexcept : head(known), text(whole) {}
+/* A key to be looked for: a text, and its head, which is its first units as one number. Heads are in the
+ * order of the texts, and decide most comparisons without a look at these. Valid as long as the text is. */
+class TextKeyView {
+public:
+    /* Whether `text` lies at an address from which words can be read. A string's always does. No other text
+     * may be viewed. */
+    static bool CanView(WideStringView text) noexcept {
+        return reinterpret_cast<uintptr_t>(text.data()) % sizeof(UnitWord) == 0;
+    }
 
-    UnitWord head;
-    WideStringView text;
+    explicit TextKeyView(WideStringView whole) noexcept : text(whole), head(HeadOf(whole)) {}
 
-private:
+    [[nodiscard]] WideStringView Text() const noexcept { return text; }
+    [[nodiscard]] UnitWord Head() const noexcept { return head; }
+
+    /* What is missing of a text counts as 0. */
     static UnitWord HeadOf(WideStringView text) noexcept {
         UnitWord head = 0;
-        size_t at = 0;
-        for (const size_t units = std::min(text.size(), unitsPerWord); at < units; ++at)
-            head = head << 16 | text[at];
-        for (; at < unitsPerWord; ++at)
+        for (const WCHAR unit : text.substr(0, unitsPerWord))
+            head = head << 16 | unit;
+        for (size_t missing = text.size(); missing < unitsPerWord; ++missing)
             head <<= 16;
         return head;
     }
+
+private:
+    WideStringView text;
+    UnitWord head;
 };
 
 /* A key that owns its text. */
 class TextKey {
 public:
-    TextKey(WideString whole) : text(std::move(whole)), head(TextKeyView(text).head) {}
+    TextKey(WideString whole) : text(std::move(whole)), head(TextKeyView::HeadOf(text)) {}
     TextKey(const WCHAR* whole) : TextKey(WideString(whole)) {}
-
-    operator TextKeyView() const noexcept { return {head, text}; }
-
-    [[nodiscard]] const WideString& Text() const noexcept { return text; }
 
     bool operator==(const TextKey& other) const noexcept = default;
 
+    [[nodiscard]] const WideString& Text() const noexcept { return text; }
+    [[nodiscard]] UnitWord Head() const noexcept { return head; }
+
     /* Equality has no need of the order of units: memory is compared. */
     [[nodiscard]] bool Is(WideStringView other) const noexcept {
-        return std::equal(text.data(), text.data() + text.size(), other.begin(), other.end());
+        return text.size() == other.size() && std::equal(other.begin(), other.end(), text.data());
     }
 
 private:
@@ -58,34 +66,43 @@ private:
 struct TextKeyOrder {
     using is_transparent = void;
 
-    bool operator()(const TextKeyView& one, const TextKeyView& other) const noexcept {
-        if (one.head != other.head) return one.head < other.head;
-        return IsBeforeBehindHead(one.text, other.text);
+    template <class Key, class OtherKey>
+    bool operator()(const Key& one, const OtherKey& other) const noexcept {
+        if (one.Head() != other.Head()) return one.Head() < other.Head();
+        return IsBeforeBehindHead(one.Text(), other.Text());
     }
 
 private:
     /* For texts with equal heads: whatever they hold of a first word is equal. */
     static bool IsBeforeBehindHead(WideStringView one, WideStringView other) noexcept {
         const size_t common = std::min(one.size(), other.size());
-        for (size_t word = 1; word < common / unitsPerWord; ++word) {
+        const size_t words = common / unitsPerWord;
+        for (size_t word = 1; word < words; ++word) {
             const UnitWord ours = WordAt(one.data() + word * unitsPerWord);
             const UnitWord theirs = WordAt(other.data() + word * unitsPerWord);
             if (ours != theirs) return IsWordBefore(ours, theirs);
         }
-        for (size_t at = common / unitsPerWord * unitsPerWord; at < common; ++at) {
+        for (size_t at = words * unitsPerWord; at < common; ++at) {
             if (one[at] != other[at]) return one[at] < other[at];
         }
         return one.size() < other.size();
     }
 
+    /* The first unit is in the lowest bits. */
     static UnitWord WordAt(const WCHAR* units) noexcept {
         UnitWord word;
-        memcpy(&word, units, sizeof word);
+        memcpy(&word, __builtin_assume_aligned(units, sizeof word), sizeof word);
         return word;
     }
 
-    /* For words that differ: their first unit is in the lowest bits. */
+    /* For words that differ: their lowest unit that does so decides. */
     static bool IsWordBefore(UnitWord one, UnitWord other) noexcept {
+        if constexpr (unitsPerWord == 2) {
+            // Not every processor of 32 bits counts zeros.
+            const auto first = static_cast<WCHAR>(one);
+            const auto otherFirst = static_cast<WCHAR>(other);
+            return first != otherFirst ? first < otherFirst : one < other;
+        }
         const int equalBits = std::countr_zero(one ^ other) & ~15;
         return static_cast<WCHAR>(one >> equalBits) < static_cast<WCHAR>(other >> equalBits);
     }

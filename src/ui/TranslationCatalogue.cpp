@@ -99,17 +99,17 @@ const WideString* TranslationCatalogue::Find(WideStringView text) const {
 
 const WideString& TranslationCatalogue::Translate(const WideString& text) {
     const WideString* const translation = Find(text);
-    return translation ? *translation : Untranslated(text);
+    return translation ? *translation : *untranslated.insert(text).first;
 }
 
 const WideString& TranslationCatalogue::Translate(const WCHAR* text) {
     const WideStringView wide = text ? WideStringView(text, wcslen(text)) : WideStringView();
-    const WideString* const translation = Find(wide);
-    return translation ? *translation : Untranslated(WideString(wide));
+    const WideString* const exactly = TextKeyView::CanView(wide) ? FindExactly(wide) : nullptr;
+    return exactly ? *exactly : TranslateCopy(wide);
 }
 
-const WideString& TranslationCatalogue::Untranslated(const WideString& text) {
-    return *untranslated.insert(text).first;
+const WideString& TranslationCatalogue::TranslateCopy(WideStringView text) {
+    return Translate(WideString(text));
 }
 
 const WideString& TranslationCatalogue::Translate(const char* text) {

@@ -59,14 +59,12 @@ public:
 
 private:
     /* The translation of `text` as it is, or of what `text` is without its ornaments, if it has any; Find
-     * tries one after the other. Null: there is none. */
+     * tries one after the other. Null: there is none. `text` can be viewed as a key. */
     [[nodiscard]] const WideString* FindExactly(WideStringView text) const;
     [[nodiscard]] const WideString* FindWithoutOrnaments(WideStringView text) const;
     [[nodiscard]] const WideString* Find(WideStringView text) const;
 
-    /* Counts `text` as untranslated, and returns it. */
-    const WideString& Untranslated(const WideString& text);
-
+    const WideString& TranslateCopy(WideStringView text);
     [[nodiscard]] WideString ModulePath() const;
     [[nodiscard]] bool IsHarvestDue(const WideString& folder) const;
     [[nodiscard]] bool WriteHarvest(const WideString& folder, const WideString& modulePath) const;
