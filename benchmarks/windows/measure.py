@@ -58,7 +58,7 @@ def measure_searches(rows, server, rounds):
         output = run_program("benchmark-transfers.exe", "search", rounds, LIBRARY, server=server)
         if numbers(output, "check")[0][0] != size:
             raise Failure("a search has not found the maps that the server has")
-        samples = timed(output, ["bare-loop", "library"])
+        samples = timed(output, ["bare-loop", "bare-loop-that-keeps", "library"])
         rows.add_pairs("windows-search", size, samples, "search", "bare-loop")
 
 
@@ -76,14 +76,14 @@ def measure_buffers(rows, server, rounds):
     server.offer(10000)
     output = run_program("benchmark-transfers.exe", "search", rounds, *builds, server=server)
     size = numbers(output, "check")[0][1]
-    for name, samples in timed(output, ["", *builds]).items():
-        if name:
+    for name, samples in timed(output, ["bare", "keeping", *builds]).items():
+        if name in builds:
             rows.add("windows-receive-buffer", "library", builds[name][0], "ns", samples, "search",
                      bytes=size)
     output = run_program("benchmark-transfers.exe", "download", rounds, *builds, server=server)
     calls = numbers(output, "calls")
-    for name, samples in timed(output, ["", *builds]).items():
-        if name:
+    for name, samples in timed(output, ["bare", *builds]).items():
+        if name in builds:
             rows.add("windows-download-chunk", "library", builds[name][1], "ns", samples, "download")
             rows.add("windows-download-chunk", "library", builds[name][1], "callbacks", calls.pop(0),
                      "download")

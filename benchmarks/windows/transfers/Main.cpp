@@ -1,7 +1,8 @@
 /* Searches and downloads over WinINet, by builds of the DLL and by bare loops, in turn.
  *
  *   benchmark-transfers search ROUNDS DLL ...       prints "check RECORDS BYTES", then for each round a line:
- *   benchmark-transfers download ROUNDS DLL ...     the nanoseconds of the bare loop and of each DLL
+ *   benchmark-transfers download ROUNDS DLL ...     the nanoseconds of the bare loop and of each DLL, with
+ *                                                   those of the loop that keeps records between them
  *   benchmark-transfers results DLL                 prints how many maps a search has found, and how many
  *                                                   bytes and blocks of the heap it holds until its close
  *
@@ -14,6 +15,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <list>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -142,12 +144,32 @@ void Measure(long rounds, const std::vector<Contender>& contenders) {
     }
 }
 
+/* What memory alone costs whoever keeps that many records: each in a block of its own, emptied, read out once
+ * and given back. */
+void KeepRecords(size_t count) {
+    std::list<MapShopResult> records;
+    while (records.size() < count)
+        records.emplace_back();
+    MapShopResult record;
+    int32_t total = 0;
+    for (const MapShopResult& kept : records) {
+        record = kept;
+        total += record.number;
+    }
+    Require(total == 0, "an empty record holds a number");
+}
+
 void MeasureSearches(long rounds, const Libraries& libraries) {
     size_t size = 0;
     const size_t count = CheckSearches(libraries, size);
     printf("check %lu %lu\n", Number(count), Number(size));
     std::vector<Contender> contenders;
-    contenders.emplace_back([=] { Require(BareSearch(nullptr, 0) == size, "a reply has not come whole"); });
+    const auto search = [=] { Require(BareSearch(nullptr, 0) == size, "a reply has not come whole"); };
+    contenders.emplace_back(search);
+    contenders.emplace_back([=] {
+        search();
+        KeepRecords(count);
+    });
     for (const auto& library : libraries) {
         contenders.emplace_back(
             [=, &library] { Require(library->Search(nullptr) == count, "a search has lost maps"); });
