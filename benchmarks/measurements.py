@@ -38,7 +38,7 @@ def facts(command, **packages):
     return {"Date": datetime.date.today().isoformat(),
             "Library": state_of_library(), "Command": command,
             "Processor": f"{processor[1] if processor else platform.machine()}, {os.cpu_count()} cores",
-            "System": f"{release}, Linux {platform.release()}",
+            "System": release,
             **{name: version_of(package) for name, package in packages.items()}}
 
 

@@ -144,7 +144,7 @@ def facts(effort):
     found = {"Date": datetime.date.today().isoformat(),
              "Library": commit + (", with changes" if changed else ""),
              "Command": "tools/bench native" + (" --quick" if effort == "quick" else ""),
-             "Processor": processor(), "System": f"{release}, Linux {platform.release()}",
+             "Processor": processor(), "System": release,
              "Compiler": run("g++", "--version").splitlines()[0] + ", -O2"}
     found.update((peer, version_of(package)) for peer, package in PEERS.items())
     found["Boost.URL"] = boost_version()

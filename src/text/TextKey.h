@@ -29,9 +29,10 @@ public:
     /* What is missing of a text counts as 0. */
     static UnitWord HeadOf(WideStringView text) noexcept {
         UnitWord head = 0;
-        for (const WCHAR unit : text.substr(0, unitsPerWord))
-            head = head << 16 | unit;
-        for (size_t missing = text.size(); missing < unitsPerWord; ++missing)
+        size_t at = 0;
+        for (; at < unitsPerWord && at < text.size(); ++at)
+            head = head << 16 | text[at];
+        for (; at < unitsPerWord; ++at)
             head <<= 16;
         return head;
     }
