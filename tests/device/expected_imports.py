@@ -16,7 +16,7 @@ LIBRARY = {
         "CloseHandle", "CreateFileW", "DeleteFileW", "GetFileAttributesW", "GetLastError",
         "GetModuleFileNameW", "LoadCursorW", "MessageBoxW", "MoveFileW", "RegCloseKey", "RegOpenKeyExW",
         "RegQueryValueExW", "SHGetSpecialFolderPath", "SetCursor", "SetLastError", "WriteFile", "_vsnwprintf",
-        "_wfopen", "fclose", "fread", "fseek", "fwrite", "swscanf"},
+        "_wfopen", "fclose", "fread", "fseek", "fwrite", "memcmp", "swscanf"},
     "CELLCORE.dll": NETWORK["CELLCORE.dll"],
     "WININET.dll": NETWORK["WININET.dll"] | {"HttpQueryInfoW"},
     "aygshell.dll": {"#9"},
@@ -39,7 +39,7 @@ SIGNIN = {
         "RegQueryValueExW", "SHGetSpecialFolderPath", "SendDlgItemMessageW", "SendMessageW", "SetCursor",
         "SetFocus", "SetLastError", "SetMenuItemInfoW", "SetWindowLongW", "SetWindowTextW",
         "ShellExecuteEx", "WaitForSingleObject", "WideCharToMultiByte", "_vsnwprintf", "_wfopen", "fclose",
-        "feof", "ferror", "fflush", "fread", "fseek", "fwrite", "puts"},
+        "feof", "ferror", "fflush", "fread", "fseek", "fwrite", "memcmp", "puts"},
     **NETWORK,
     "aygshell.dll": {"#9", "#34", "#56", "#97"},
 }
