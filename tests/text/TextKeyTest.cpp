@@ -8,11 +8,12 @@
 namespace {
 
 /* What every way to ask tells, of texts and of keys. */
-bool IsBefore(WideStringView one, WideStringView other) {
+bool IsBefore(const WideString& one, const WideString& other) {
     const TextKeyOrder order;
     const bool isBefore = order(TextKeyView(one), TextKeyView(other));
-    EXPECT_EQ(isBefore, order(TextKey(WideString(one)), TextKeyView(other)));
-    EXPECT_EQ(isBefore, order(TextKeyView(one), TextKey(WideString(other))));
+    EXPECT_EQ(isBefore, order(TextKey(one), TextKey(other)));
+    EXPECT_EQ(isBefore, order(TextKey(one), TextKeyView(other)));
+    EXPECT_EQ(isBefore, order(TextKeyView(one), TextKey(other)));
     return isBefore;
 }
 
@@ -55,23 +56,29 @@ TEST(TextKey, UnitZeroIsAUnit) {
     EXPECT_TRUE(IsBefore(WideString{'a', 0, 'b'}, WideString{'a', 0, 'c'}));
 }
 
-TEST(TextKey, EveryLengthPositionAndAddressTellsTheSame) {
-    // One more unit than needed, so that texts can begin at any address a unit may have.
+TEST(TextKey, EveryLengthAndPositionTellsTheSame) {
     const WCHAR differing[] = {'a', 'b', 0, 0xFFFF, 0x0161, 0x6101};
-    for (size_t length = 0; length <= 13; ++length) {
-        for (size_t start = 0; start < 4; ++start) {
-            WideString one(start + length, 'a');
-            for (size_t at = 0; at < length; ++at) {
-                for (const WCHAR unit : differing) {
-                    WideString other(length, 'a');
-                    other[at] = unit;
-                    const WideStringView moved = WideStringView(one).substr(start);
-                    ASSERT_EQ(IsBeforeByUnits(moved, other), IsBefore(moved, other)) << length << " " << at;
-                    ASSERT_EQ(IsBeforeByUnits(other, moved), IsBefore(other, moved)) << length << " " << at;
+    for (size_t length = 0; length <= 17; ++length) {
+        const WideString one(length, 'a');
+        for (size_t at = 0; at < length; ++at) {
+            for (const WCHAR unit : differing) {
+                WideString other(length, 'a');
+                other[at] = unit;
+                for (const WideString& text : {other, other.substr(0, at + 1), other + TEXT("a")}) {
+                    ASSERT_EQ(IsBeforeByUnits(one, text), IsBefore(one, text)) << length << " " << at;
+                    ASSERT_EQ(IsBeforeByUnits(text, one), IsBefore(text, one)) << length << " " << at;
                 }
             }
         }
     }
+}
+
+TEST(TextKey, OnlyTextAtAnAddressForWordsCanBeViewed) {
+    const WideString text = TEXT("abcdefgh");
+    for (size_t at = 0; at < text.size(); ++at)
+        EXPECT_EQ(at % unitsPerWord == 0, TextKeyView::CanView(WideStringView(text).substr(at))) << at;
+    EXPECT_TRUE(TextKeyView::CanView(WideString()));
+    EXPECT_TRUE(TextKeyView::CanView(WideStringView()));
 }
 
 TEST(TextKey, EndOfATextIsNoUnitZero) {
@@ -100,6 +107,6 @@ TEST(TextKey, ContainersFindItWithoutAKey) {
     for (const TextKey& key : texts)
         inOrder.push_back(key.Text());
     EXPECT_EQ((std::vector<WideString>{TEXT("Z"), TEXT("a"), TEXT("\x0100")}), inOrder);
-    EXPECT_EQ(texts.end(), texts.find(TextKeyView(TEXT("b"))));
-    EXPECT_EQ(TEXT("a"), texts.find(TextKeyView(TEXT("a")))->Text());
+    EXPECT_EQ(texts.end(), texts.find(TextKeyView(WideString(TEXT("b")))));
+    EXPECT_EQ(TEXT("a"), texts.find(TextKeyView(WideString(TEXT("a"))))->Text());
 }

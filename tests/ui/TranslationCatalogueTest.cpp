@@ -170,6 +170,20 @@ TEST_F(Catalogue, NarrowAndPointerFormsFindTheSameTranslation) {
     EXPECT_EQ(&catalogue.Translate("Open"), &catalogue.Translate(WideString(TEXT("&Open"))));
 }
 
+TEST_F(Catalogue, PointerFormFindsTextAtAnyAddress) {
+    PutLanguage(TEXT("French"), "Open the map\tOuvrir\n");
+    ASSERT_TRUE(SetLanguage(TEXT("French")));
+    for (size_t before = 0; before < 4; ++before) {
+        const WideString found = WideString(before, 'x') + TEXT("Open the map");
+        EXPECT_EQ(TEXT("Ouvrir"), catalogue.Translate(found.c_str() + before));
+        const WideString ornamented = WideString(before, 'x') + TEXT("&Open the map...");
+        EXPECT_EQ(TEXT("Ouvrir"), catalogue.Translate(ornamented.c_str() + before));
+        const WideString missing = WideString(before, 'x') + TEXT("Open the maps");
+        EXPECT_EQ(TEXT("Open the maps"), catalogue.Translate(missing.c_str() + before));
+    }
+    EXPECT_EQ(Texts{TEXT("Open the maps")}, catalogue.UntranslatedTexts());
+}
+
 TEST_F(Catalogue, NullIsAnEmptyText) {
     EXPECT_EQ(TEXT(""), catalogue.Translate(static_cast<const char*>(nullptr)));
     EXPECT_EQ(TEXT(""), catalogue.Translate(static_cast<const WCHAR*>(nullptr)));
