@@ -90,8 +90,8 @@ typedef struct DownloadProgress {
 } DownloadProgress;
 
 /* Called after every read from the network, on the calling thread, with the `context` that was given along
- * with it. Returns 0 to cancel, anything else to go on. On a device no C++ exception, structured exception or
- * longjmp may leave it, because the system there cannot unwind through the library. */
+ * with it. Returns 0 to cancel, anything else to go on. No C++ exception, structured exception or longjmp may
+ * leave it: nothing can unwind through the library. */
 typedef int(LM_CALL* LMProgressCallback)(void* context);
 
 /* Downloads `urlPath` of `host` by HTTP, port 80, into `localFile`. Brings up the device's data connection

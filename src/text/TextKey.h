@@ -45,7 +45,9 @@ private:
 /* A key that owns its text. */
 class TextKey {
 public:
+    // NOLINTNEXTLINE(google-explicit-constructor): every text is a key
     TextKey(WideString whole) : text(std::move(whole)), head(TextKeyView::HeadOf(text)) {}
+    // NOLINTNEXTLINE(google-explicit-constructor)
     TextKey(const WCHAR* whole) : TextKey(WideString(whole)) {}
 
     bool operator==(const TextKey& other) const noexcept = default;
@@ -91,7 +93,7 @@ private:
 
     /* The first unit is in the lowest bits. */
     static UnitWord WordAt(const WCHAR* units) noexcept {
-        UnitWord word;
+        UnitWord word = 0;
         memcpy(&word, __builtin_assume_aligned(units, sizeof word), sizeof word);
         return word;
     }

@@ -57,9 +57,10 @@ uint32_t ByteStream::AppendFetchedUnits(WideString& text, uint32_t most) {
     if (count == 0 || !wideStrings) return 0;
     // The bytes may lie at an odd address, from which a device cannot read units.
     WCHAR units[room];
-    memcpy(units, readBuffer + readPos, 2 * count);
-    readPos += 2 * count;
-    byteCount += 2 * count;
+    const uint32_t size = 2 * count;
+    memcpy(units, readBuffer + readPos, size);
+    readPos += size;
+    byteCount += size;
     text.append(units, count);
     return count;
 }
@@ -71,6 +72,8 @@ bool ByteStream::ReadString(WideString& text) {
     if (!good) return false;
     if (static_cast<uint32_t>(length) > longestString) return false;
 
+    // A string with too little room would take twice as much, beside what it has.
+    if (static_cast<size_t>(length) > text.capacity()) text = WideString();
     text.reserve(static_cast<size_t>(length));
     for (auto missing = static_cast<uint32_t>(length); missing > 0;) {
         missing -= AppendFetchedUnits(text, missing);

@@ -1,6 +1,7 @@
 #include "transport/CgiRequest.h"
 
 #include <algorithm>
+#include <new>
 
 #include "transport/BufferSizes.h"
 #include "transport/NetworkConnection.h"
@@ -48,8 +49,10 @@ CgiRequest::~CgiRequest() {
 
 void CgiRequest::Write(const void* data, uint32_t size) {
     const size_t written = body.size();
+    if (size > body.max_size() - written) throw std::bad_alloc();
     body.resize(written + size);
     std::copy_n(static_cast<const uint8_t*>(data), size, body.data() + written);
+    readBuffer = body.data();
 }
 
 bool CgiRequest::SendRequest() {

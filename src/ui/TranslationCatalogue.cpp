@@ -1,5 +1,7 @@
 #include "ui/TranslationCatalogue.h"
 
+#include <algorithm>
+
 #include "base/Contained.h"
 #include "base/OwnedFile.h"
 #include "frame/Folders.h"
@@ -11,13 +13,6 @@ namespace {
 /* What a text may hold beside its words: the mark of its access key, full stops, a colon, double quotes. */
 bool IsOrnament(WCHAR unit) {
     return unit == TEXT('&') || unit == TEXT('.') || unit == TEXT(':') || unit == TEXT('"');
-}
-
-bool HasOrnament(WideStringView text) {
-    for (const WCHAR unit : text) {
-        if (IsOrnament(unit)) return true;
-    }
-    return false;
 }
 
 WideString WithoutOrnaments(WideStringView text) {
@@ -89,7 +84,7 @@ const WideString* TranslationCatalogue::FindExactly(WideStringView text) const {
 }
 
 const WideString* TranslationCatalogue::FindWithoutOrnaments(WideStringView text) const {
-    return HasOrnament(text) ? FindExactly(WithoutOrnaments(text)) : nullptr;
+    return std::ranges::any_of(text, IsOrnament) ? FindExactly(WithoutOrnaments(text)) : nullptr;
 }
 
 const WideString* TranslationCatalogue::Find(WideStringView text) const {

@@ -1,5 +1,7 @@
 #include "ui/TranslationFile.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr WCHAR byteOrderMark = 0xFEFF;

@@ -22,7 +22,8 @@ WideString UnescapeTranslationText(WideStringView text);
  * record; a TAB without a key is passed over, and what follows it is read as a record; an empty value is no
  * record. Whether something is empty is decided before CR is dropped: a value of only a CR is a record with
  * an empty text. After a byte order mark the file is read as UTF-16LE, otherwise each byte is one unit of the
- * same number. Throws std::bad_alloc. */
+ * same number. What a failed read does not bring is left out, and reading goes on while bytes come. Throws
+ * std::bad_alloc. */
 void ReadTranslations(FILE* file, TranslationTable& table);
 
 /* Writes the byte order mark and then, for each text, a record with the value "XXXX": UTF-16LE, TAB and LF of

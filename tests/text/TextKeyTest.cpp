@@ -37,6 +37,11 @@ TEST(TextKey, UnitsAreNumbersAndNoBytes) {
     EXPECT_TRUE(IsBefore(TEXT("aa\x01FFzzzz"), TEXT("aa\x0200zzzz")));
 }
 
+TEST(TextKey, HighByteOfTheFirstUnitThatDiffersDecidesBehindTheHead) {
+    EXPECT_TRUE(IsBefore(TEXT("aaaa\x0161zzz"), TEXT("aaaa\x0261yyy")));
+    EXPECT_TRUE(IsBefore(TEXT("aaaa\x0161zzzzzzzz"), TEXT("aaaa\x0261yyyyyyyy")));
+}
+
 TEST(TextKey, CaseAndSurrogatesAreNotLookedAt) {
     EXPECT_TRUE(IsBefore(TEXT("UserID"), TEXT("userid")));
     EXPECT_TRUE(IsBefore(TEXT("\xD83D\xDE00"), TEXT("\xFFFD")))

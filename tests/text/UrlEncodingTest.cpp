@@ -185,3 +185,7 @@ TEST(UrlDecode, OtherUnitsStayAsTheyAre) {
         TEXT("a&=#\t") + Unit(0) + Unit(0xE9) + Unit(0x20AC) + Unit(0x0125) + Unit(0x012B);
     EXPECT_EQ(text, UrlDecode(text));
 }
+
+TEST(UrlEncode, LongTextIsEncodedWhole) {
+    EXPECT_EQ(WideString(1000, 'a') + TEXT("%e9"), UrlEncode(WideString(1000, 'a') + WideString(1, 0xE9)));
+}

@@ -1,6 +1,7 @@
 /* The readers take what a stream has fetched ahead without asking it. Nothing of that may show: a reply reads
  * as it does from a stream that fetches nothing ahead. */
 #include "support/MemoryStream.h"
+#include "transport/BufferSizes.h"
 #include "transport/CgiFixture.h"
 
 namespace {
@@ -114,4 +115,37 @@ TEST_F(FetchedAhead, ReadOfNoBytesFailsThoughBytesAreThere) {
     EXPECT_EQ('b', one);
     EXPECT_FALSE(request.good);
     EXPECT_EQ(2u, request.byteCount);
+}
+
+TEST_F(FetchedAhead, NothingShowsWithABufferAsLargeAsALongBody) {
+    const std::string bytes = Message(1, true, 1000);
+    Answer(bytes);
+    CgiRequest request(host, path, false, false);
+    const std::string body(20 * receiveBufferSize, 'x');
+    request.WriteBytes(body.data(), static_cast<uint32_t>(body.size()));
+    request.SendRequest();
+    EXPECT_EQ(ReadPlainly(bytes, 1, true), ReadAll(request, 1));
+}
+
+TEST_F(FetchedAhead, SendingAgainForgetsWhatWasNotRead) {
+    Answer("abcd");
+    CgiRequest request(host, path, false, false);
+    WithCode(request).SendRequest();
+    char one = 0;
+    EXPECT_TRUE(request.ReadBytes(&one, 1));
+    request.SendRequest();
+    EXPECT_TRUE(request.ReadBytes(&one, 1));
+    EXPECT_EQ('a', one);
+}
+
+TEST_F(FetchedAhead, WritingAfterAReplyHasBegunKeepsWhatWasFetched) {
+    Answer("abcd");
+    CgiRequest request(host, path, false, false);
+    WithCode(request).SendRequest();
+    char one = 0;
+    EXPECT_TRUE(request.ReadBytes(&one, 1));
+    const std::string more(1000, 'x');
+    request.WriteBytes(more.data(), 1000);
+    EXPECT_TRUE(request.ReadBytes(&one, 1));
+    EXPECT_EQ('b', one);
 }

@@ -163,6 +163,16 @@ TEST_F(CatalogueOnDevice, ReadThatFailsEndsTheFile) {
     EXPECT_EQ(TEXT(""), catalogue.CurrentLanguage());
 }
 
+TEST_F(CatalogueOnDevice, ReadThatFailsOnceLosesNothingThatCanStillBeRead) {
+    SetLanguageSetting(TEXT("French"));
+    device.PutFile(u"\\Program Files\\App\\OrvandeOnline.French.txt", "Open\tOuvrir\nClose\tFermer\n");
+    device.FailCall("fread", 9, ERROR_READ_FAULT);
+    TranslationCatalogue catalogue;
+    EXPECT_TRUE(catalogue.InitTranslation(device.LibraryInstance()));
+    EXPECT_EQ(TEXT("Ouvrir"), catalogue.Translate("Open"));
+    EXPECT_EQ(TEXT("Fermer"), catalogue.Translate("Close"));
+}
+
 TEST_F(CatalogueOnDevice, NothingIsThrownWhenMemoryRunsOutAtTheEnd) {
     device.MakeFolder(u"\\My Documents\\ZRTranslation");
     for (size_t n = 1;; ++n) {

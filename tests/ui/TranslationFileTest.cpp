@@ -229,3 +229,18 @@ TEST_F(TranslationFile, TextWithATabReadsBackFromTheHarvest) {
 TEST_F(TranslationFile, EmptyTextIsALineWithoutAKey) {
     EXPECT_EQ("\xFF\xFE" + BytesOf(TEXT("\tXXXX\r\n")), Written({TEXT("")}));
 }
+
+TEST_F(TranslationFile, SeveralTabsBeforeAKeyArePassedOver) {
+    EXPECT_EQ((TranslationTable{{TEXT("a"), TEXT("b")}}), Read("\t\ta\tb\n"));
+}
+
+TEST_F(TranslationFile, RecordsOfAnyLengthAreReadWhole) {
+    for (size_t length = 250; length < 260; ++length) {
+        const WideString key(length, 'k');
+        const WideString value(2 * length, 'v');
+        const TranslationTable expected{{key, value}, {TEXT("a"), TEXT("b")}};
+        EXPECT_EQ(expected, ReadWide(key + TEXT("\t") + value + TEXT("\r\na\tb\n"))) << length;
+        EXPECT_EQ(expected, Read(std::string(length, 'k') + "\t" + std::string(2 * length, 'v') + "\na\tb"))
+            << length;
+    }
+}
