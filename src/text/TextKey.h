@@ -55,9 +55,11 @@ public:
     [[nodiscard]] const WideString& Text() const noexcept { return text; }
     [[nodiscard]] UnitWord Head() const noexcept { return head; }
 
-    /* Equality has no need of the order of units: memory is compared. */
+    /* Equality has no need of the order of units: memory is compared. `other` points to units, even when it
+     * has none. */
     [[nodiscard]] bool Is(WideStringView other) const noexcept {
-        return text.size() == other.size() && std::equal(other.begin(), other.end(), text.data());
+        return text.size() == other.size() &&
+               memcmp(text.data(), other.data(), other.size() * sizeof(WCHAR)) == 0;
     }
 
 private:

@@ -98,7 +98,8 @@ const WideString& TranslationCatalogue::Translate(const WideString& text) {
 }
 
 const WideString& TranslationCatalogue::Translate(const WCHAR* text) {
-    const WideStringView wide = text ? WideStringView(text, wcslen(text)) : WideStringView();
+    if (text == nullptr) return Translate(WideString());
+    const WideStringView wide(text, wcslen(text));
     const WideString* const exactly = TextKeyView::CanView(wide) ? FindExactly(wide) : nullptr;
     return exactly ? *exactly : TranslateCopy(wide);
 }

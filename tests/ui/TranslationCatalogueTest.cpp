@@ -170,6 +170,15 @@ TEST_F(Catalogue, NarrowAndPointerFormsFindTheSameTranslation) {
     EXPECT_EQ(&catalogue.Translate("Open"), &catalogue.Translate(WideString(TEXT("&Open"))));
 }
 
+TEST_F(Catalogue, EmptyTextMayHaveATranslation) {
+    PutLanguage(TEXT("French"), "\"\tRien\n");
+    ASSERT_TRUE(SetLanguage(TEXT("French")));
+    EXPECT_EQ(TEXT("Rien"), catalogue.Translate(static_cast<const WCHAR*>(nullptr)));
+    EXPECT_EQ(TEXT("Rien"), catalogue.Translate(TEXT("")));
+    EXPECT_EQ(TEXT("Rien"), catalogue.Translate(WideString()));
+    EXPECT_EQ(TEXT("Rien"), catalogue.Translate(TEXT("...")));
+}
+
 TEST_F(Catalogue, PointerFormFindsTextAtAnyAddress) {
     PutLanguage(TEXT("French"), "Open the map\tOuvrir\n");
     ASSERT_TRUE(SetLanguage(TEXT("French")));
