@@ -5,8 +5,17 @@ set(boost_url_archive ${boost_url_folder}/usr/lib/x86_64-linux-gnu/libboost_url.
 if(NOT EXISTS ${boost_url_archive})
   file(MAKE_DIRECTORY ${boost_url_folder})
   foreach(package libboost1.81-dev libboost-url1.81-dev)
-    execute_process(COMMAND apt-get -qq download ${package}
-      WORKING_DIRECTORY ${boost_url_folder} ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
+    set(download ${CMAKE_COMMAND} -E chdir ${boost_url_folder} apt-get -qq download ${package})
+    execute_process(COMMAND ${download} ERROR_QUIET RESULT_VARIABLE failure)
+    if(failure)
+      # The list of packages may be missing, or older than the packages.
+      execute_process(COMMAND sh -c
+        "if [ $(id -u) = 0 ]; then apt-get -qq update; else sudo -n apt-get -qq update; fi")
+      execute_process(COMMAND ${download} RESULT_VARIABLE failure)
+    endif()
+    if(failure)
+      message(FATAL_ERROR "Debian's package ${package} cannot be fetched (apt-get download ${package}).")
+    endif()
     file(GLOB archive ${boost_url_folder}/${package}_*.deb)
     execute_process(COMMAND dpkg -x ${archive} ${boost_url_folder} COMMAND_ERROR_IS_FATAL ANY)
   endforeach()
