@@ -22,7 +22,7 @@ RINGS = {
     "lint": (["native", "windows", "device", "service", "lint", "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
-              ("benchmarks-device", "device_benchmark"),
+              ("benchmarks-device", "all"),
               ("benchmarks-loader", "device_benchmark_runner")]),
 }
 SECONDS_BETWEEN_REPORTS = 20  # where there is no terminal to show it all the time
