@@ -70,8 +70,8 @@ TEST(Placeholders, OnlyTheSameTypeIsRead) {
         for (const auto& read : kinds) {
             for (const WCHAR* const one : given) {
                 for (const WCHAR* const other : read)
-                    EXPECT_EQ(&given == &read, ReadsArgumentsOf(Percent(one).c_str(),
-                                                                (TEXT("x") + Percent(other)).c_str()));
+                    EXPECT_EQ(&given == &read,
+                              ReadsArgumentsOf(Percent(one).c_str(), (TEXT("x") + Percent(other)).c_str()));
             }
         }
     }
