@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view style = R"(
 table { border-collapse: collapse; table-layout: fixed; width: 100%; }
 th, td { border: 1px solid #bbb; padding: 0.3em 0.6em; text-align: start; vertical-align: top; }
-.size { text-align: right; font-variant-numeric: tabular-nums; }
-th.size { width: 5em; }
+.size { text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
+th.size { width: 7em; }
 th.name, th.path, th.area { width: 19%; }
 @media (max-width: 64em) {
   table, tbody, tr, td { display: block; }

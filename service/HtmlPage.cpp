@@ -2,13 +2,11 @@
 
 namespace {
 
-// The empty icon keeps browsers from asking for one.
 constexpr std::string_view beforeTitle = R"(<!DOCTYPE html>
 <html lang="en">
 <head>
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
-<link rel="icon" href="data:,">
 <title>)";
 
 constexpr std::string_view beforeStyle = R"(</title>
