@@ -7,6 +7,7 @@
 #include "Device.h"
 #include "LMAccount.h"
 #include "resources/ResourceIds.h"
+#include "support/Causes.h"
 #include "support/MapShopReply.h"
 
 class CompanionTest : public DeviceTest {

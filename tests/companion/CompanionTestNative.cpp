@@ -12,6 +12,7 @@ void CompanionTest::SetUp() {
     device.SetLibraryPath(u"\\Program Files\\App\\OrvandeAccount.dll");
     managedConnection = nullptr;
     Restart();
+    SetLastError(staleError);
 }
 
 void CompanionTest::TearDown() {
