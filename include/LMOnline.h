@@ -27,6 +27,7 @@
 #include <wchar.h>
 #endif
 
+/* The platform's C calling convention. */
 #ifdef _WIN32
 #define LM_CALL __cdecl
 #else
