@@ -30,6 +30,8 @@ BOOL CreateAccountDialog::OnInitDialog(WPARAM /*wParam*/, LPARAM /*lParam*/) {
     SetItemText(PASSWORD_FIELD, account.password);
     SetItemText(NAME_FIELD, name);
     SetItemText(EMAIL_FIELD, email);
+    if (account.fieldLimit > 0)
+        LimitItemTexts({USER_ID_FIELD, PASSWORD_FIELD, RETYPE_FIELD}, account.fieldLimit);
     SendDlgItemMessageW(window, WANTS_UPDATES_BOX, BM_SETCHECK, wantsUpdates ? BST_CHECKED : BST_UNCHECKED,
                         0);
     return TRUE;
@@ -94,7 +96,7 @@ CreateAccountDialog::Exchange CreateAccountDialog::AskService(const Installation
 void CreateAccountDialog::TakeAnswer(int32_t code) {
     switch (code) {
         case created:
-            SaveAccountSettings(account);
+            account.savingError = SaveAccountSettings(account) ? 0 : GetLastError();
             return Dialog::OnOK();
         case nameTaken:
             return Tell(
