@@ -55,6 +55,17 @@ TEST_F(PowerOff, AtAnyCallIsMadeGoodByTheNextDownload) {
     }
 }
 
+TEST_F(PowerOff, FindsEachPieceOnTheDisk) {
+    const std::vector<std::string> calls = CallsOfOneDownload();
+    size_t writes = 0;
+    for (size_t i = 0; i < calls.size(); ++i) {
+        if (calls[i] != "WriteFile") continue;
+        ++writes;
+        EXPECT_EQ("FlushFileBuffers", calls.at(i + 1));
+    }
+    EXPECT_EQ(6u, writes) << "the description, and five pieces";
+}
+
 TEST_F(PowerOff, WhatWasNotFlushedMayBeLost) {
     const std::vector<std::string> calls = CallsOfOneDownload();
     for (size_t n = 0; n < calls.size(); ++n) {
