@@ -13,15 +13,18 @@ extern const struct Library linked;
 const struct Library linked = {LMAccountLoad, LMAccountSave, LMAccountSignIn, LMAccountShowSignIn,
                                LMAccountShowCreate};
 
-extern LMInt32 Enter(void* window, LMChar* text);
-LMInt32 Enter(void* window, LMChar* text) {
-    LMAccountRecord record = {sizeof(LMAccountRecord), 1, 0, {0}, {0}, {0}};
-    LMInt32 done = LMAccountLoad(&record) + LMAccountSignIn(&record);
-    done += LMAccountShowSignIn(&record, window) + LMAccountShowCreate(&record, window);
-    text[0] = record.userId[LM_ACCOUNT_TEXT - 1];
-    text[1] = record.password[LM_ACCOUNT_TEXT - 1];
-    text[2] = record.productName[LM_ACCOUNT_TEXT - 1];
-    return done + LMAccountSave(&record) + record.size + record.productCode + record.savePassword;
+extern LMInt32 SignIn(void* window, LMChar* units);
+LMInt32 SignIn(void* window, LMChar* units) {
+    LMAccountRecord account = {sizeof account, 1, 0, {0}, {0}, {'O', 'r', 0}};
+    LMInt32 done = LMAccountLoad(&account);
+    if (LMAccountSignIn(&account) || LMAccountShowSignIn(&account, window)) return 1;
+    account.size = sizeof(LMAccountRecord);
+    account.productCode = account.savePassword + 1;
+    units[0] = account.userId[LM_ACCOUNT_TEXT - 1];
+    units[1] = account.password[255];
+    units[2] = account.productName[255];
+    done += LMAccountShowCreate(&account, NULL);
+    return done + LMAccountSave(&account);
 }
 
 extern int Explain(unsigned long error);
