@@ -5,55 +5,35 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "HtmlPage.h"
+
 namespace {
 
-constexpr std::string_view head = R"(<!DOCTYPE html>
-<html lang="en">
-<head>
-<meta charset="utf-8">
-<title>Orvande map shop</title>
-<style>
-body { font-family: sans-serif; margin: 2em; }
-table { border-collapse: collapse; }
-th, td { border: 1px solid #bbb; padding: 0.3em 0.6em; text-align: left; vertical-align: top; }
-td.number { text-align: right; white-space: nowrap; }
-</style>
-</head>
-<body>
-<h1>Orvande map shop</h1>
+// A screen that is too narrow for the table shows each of its rows as a block, and says what was in the head.
+constexpr std::string_view style = R"(
+table { border-collapse: collapse; table-layout: fixed; width: 100%; }
+th, td { border: 1px solid #bbb; padding: 0.3em 0.6em; text-align: start; vertical-align: top; }
+.size { text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
+th.size { width: 7em; }
+th.name, th.path, th.area { width: 19%; }
+@media (max-width: 64em) {
+  table, tbody, tr, td { display: block; }
+  thead { display: none; }
+  tr { border-top: 1px solid #bbb; padding: 0.5em 0; }
+  td { border: 0; padding: 0; }
+  .name { font-weight: bold; }
+  .size { text-align: start; }
+  .size::after { content: " KB"; }
+  .area::before { content: "South, west, north, east: "; }
+}
 )";
 
 constexpr std::string_view tableHead =
-    "<table>\n<tr><th>Map</th><th>Size (KB)</th><th>Path</th><th>Area (south, west, north, east)</th>"
-    "<th>Description</th></tr>\n";
+    "<table>\n<thead><tr><th class=\"name\">Map</th><th class=\"size\">Size (KB)</th>"
+    "<th class=\"path\">Path</th><th class=\"area\">South, west, north, east</th><th>Description</th></tr>"
+    "</thead>\n<tbody>\n";
 
-constexpr std::string_view foot = "</table>\n</body>\n</html>\n";
-
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char letter : text) {
-        switch (letter) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            case '\'':
-                escaped += "&#39;";
-                break;
-            default:
-                escaped += letter;
-        }
-    }
-    return escaped;
-}
+constexpr std::string_view tableFoot = "</tbody>\n</table>\n";
 
 std::string Degrees(int32_t units) {
     std::array<char, 16> text{};
@@ -62,11 +42,19 @@ std::string Degrees(int32_t units) {
     return text.data();
 }
 
-std::string Row(const MapRecord& map) {
-    return "<tr><td>" + Escaped(map.name) + "</td><td class=\"number\">" + std::to_string(map.kilobytes) +
-           "</td><td>" + Escaped(map.path) + "</td><td class=\"number\">" + Degrees(map.box.south) + ", " +
-           Degrees(map.box.west) + ", " + Degrees(map.box.north) + ", " + Degrees(map.box.east) +
-           "</td><td>" + Escaped(map.description) + "</td></tr>\n";
+std::string Path(const std::string& path, bool isLink) {
+    const std::string text = EscapedHtml(path);
+    return isLink ? "<a href=\"" + text + "\" download>" + text + "</a>" : text;
+}
+
+/* A name in a script that runs from right to left stands at its place beside the others all the same; a
+ * description is a paragraph, and begins on the side of its script. */
+std::string Row(const MapRecord& map, bool hasFile) {
+    return "<tr><td class=\"name\"><bdi>" + EscapedHtml(map.name) + "</bdi></td><td class=\"size\">" +
+           std::to_string(map.kilobytes) + "</td><td class=\"path\">" + Path(map.path, hasFile) +
+           "</td><td class=\"area\">" + Degrees(map.box.south) + ", " + Degrees(map.box.west) + ", " +
+           Degrees(map.box.north) + ", " + Degrees(map.box.east) + "</td><td dir=\"auto\">" +
+           EscapedHtml(map.description) + "</td></tr>\n";
 }
 
 std::string Summary(size_t shown, int32_t total) {
@@ -78,12 +66,13 @@ std::string Summary(size_t shown, int32_t total) {
 
 }  // namespace
 
-std::string CataloguePage(std::span<const MapRecord> maps, int32_t total) {
-    std::string page(head);
-    page += Summary(maps.size(), total);
-    page += tableHead;
+std::string CataloguePage(std::span<const MapRecord> maps, int32_t total,
+                          const std::function<bool(const std::string& path)>& hasFile) {
+    std::string body("<h1>Orvande map shop</h1>\n");
+    body += Summary(maps.size(), total);
+    body += tableHead;
     for (const MapRecord& map : maps)
-        page += Row(map);
-    page += foot;
-    return page;
+        body += Row(map, hasFile(map.path));
+    body += tableFoot;
+    return HtmlPage("Orvande map shop", style, body);
 }

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <optional>
+#include <regex>
 #include <stdexcept>
 
 #include "AccountHandler.h"
@@ -13,6 +14,7 @@
 #include "ForgotPage.h"
 #include "Log.h"
 #include "MapDownload.h"
+#include "MapFolder.h"
 #include "MapStoreHandler.h"
 #include "SecretBytes.h"
 
@@ -104,15 +106,28 @@ void AddPage(httplib::Server& server, const char* path, const httplib::Server::H
     RefuseBodies(server, path, 405, "GET, HEAD");
 }
 
+/* Whether a GET of the path gets a map. */
+bool HasFile(const std::filesystem::path& mapFolder, const std::string& path) {
+    static const std::regex expected(mapPath);
+    std::smatch match;
+    if (!std::regex_match(path, match, expected)) return false;
+    try {
+        return MapReader::Open(mapFolder, match[1]) != nullptr;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
 void AddPages(httplib::Server& server, const MapCatalogue& catalogue,
               const std::filesystem::path& mapFolder) {
-    AddPage(server, pagePath, [&catalogue](const httplib::Request&, httplib::Response& response) {
+    AddPage(server, pagePath, [&catalogue, mapFolder](const httplib::Request&, httplib::Response& response) {
+        const auto hasFile = [&mapFolder](const std::string& path) { return HasFile(mapFolder, path); };
         response.status = 200;
-        response.set_content(CataloguePage(catalogue.First(mostListedMaps), catalogue.Count()),
+        response.set_content(CataloguePage(catalogue.First(mostListedMaps), catalogue.Count(), hasFile),
                              "text/html; charset=utf-8");
     });
     AddPage(server, forgotPath, [](const httplib::Request&, httplib::Response& response) {
-        response.set_content(forgotPage, "text/html; charset=utf-8");
+        response.set_content(ForgotPage(), "text/html; charset=utf-8");
     });
     AddPage(server, mapPath, [mapFolder](const httplib::Request& request, httplib::Response& response) {
         ReplyWithMap(mapFolder, request.matches[1], request, response);

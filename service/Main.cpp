@@ -14,6 +14,7 @@
 
 #include "AccountStore.h"
 #include "HttpServer.h"
+#include "LMOnlineVersion.h"
 #include "Log.h"
 #include "MadeUpMaps.h"
 #include "MapCatalogue.h"
@@ -78,6 +79,11 @@ int Run(std::span<const char* const> arguments) {
     const Options options = ParseOptions(arguments);
     if (options.help) {
         std::fputs(usage, stdout);
+        return 0;
+    }
+    if (options.version) {
+        std::printf("orvande-service %d.%d.%d\n", LM_ONLINE_VERSION_MAJOR, LM_ONLINE_VERSION_MINOR,
+                    LM_ONLINE_VERSION_PATCH);
         return 0;
     }
     const MapCatalogue catalogue(options.dataFolder,

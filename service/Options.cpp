@@ -20,6 +20,7 @@ const char* const usage =
     "                      regions of the world\n"
     "  --certificate FILE  serve HTTPS with this certificate chain (PEM) ...\n"
     "  --private-key FILE  ... and its private key (PEM)\n"
+    "  --version           say which version this is\n"
     "  --help              say this\n";
 
 namespace {
@@ -66,10 +67,9 @@ Options ParseOptions(std::span<const char* const> arguments) {
     bool hasPort = false;
     for (size_t index = 0; index < arguments.size(); index += 2) {
         const std::string option = arguments[index];
-        if (option == "--help") {
-            options.help = true;
-            return options;
-        }
+        options.help = option == "--help";
+        options.version = option == "--version";
+        if (options.help || options.version) return options;
         const std::string value = index + 1 < arguments.size() ? arguments[index + 1] : "";
         Take(options, option, value);
         hasPort = hasPort || option == "--port";

@@ -15,7 +15,8 @@ class OptionError : public std::runtime_error {
 };
 
 struct Options {
-    bool help = false;  // the rest may be missing then
+    bool help = false;     // the rest may be missing then
+    bool version = false;  // likewise
     HttpServerOptions server;
     std::filesystem::path dataFolder;
     std::optional<int32_t> madeUpMaps;  // none: the regions of the world

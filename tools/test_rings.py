@@ -17,9 +17,10 @@ RINGS = {
     "native": (["native", "service"], [("native", "all")]),
     "windows": (["windows", "service"], [SERVICE, ("windows", "all"), ("windows-tests", "windows-tests")]),
     "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
+    "pages": (["native", "service", "browser"], [SERVICE]),
     "asan": (["native", "service"], [("asan", "all")]),
     # What measures is compiled, and never run here.
-    "lint": (["native", "windows", "device", "service", "lint", "benchmarks"],
+    "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
               ("benchmarks-device", "all"),

@@ -1,6 +1,7 @@
 /* A console program that uses the online library as an application would. */
 #include "Commands.h"
 #include "Console.h"
+#include "LMOnlineVersion.h"
 
 namespace {
 
@@ -29,10 +30,21 @@ std::wstring Lines(const std::wstring& title, std::wstring (*argumentsOf)(const 
 std::wstring Usage() {
     std::wstring usage =
         Lines(L"Usage: ", [](const Command& command) { return std::wstring(command.arguments); });
+    usage += L"\n       mapshop --version";
     for (const Command* command : commands)
         usage += L"\n" + command->help();
     return usage + L"\n\n" + options + L"\n\n" +
            Lines(L"Examples: ", [](const Command& command) { return command.example(); }) + L"\n" + exitCodes;
+}
+
+std::wstring Version() {
+    std::string version = "mapshop";
+    char separator = ' ';
+    for (const int part : {LM_ONLINE_VERSION_MAJOR, LM_ONLINE_VERSION_MINOR, LM_ONLINE_VERSION_PATCH}) {
+        version += separator + std::to_string(part);
+        separator = '.';
+    }
+    return {version.begin(), version.end()};
 }
 
 ExitCode Run(const std::vector<std::wstring>& arguments) {
@@ -43,6 +55,10 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
     for (const std::wstring& argument : arguments) {
         if (argument != L"--help" && argument != L"-h") continue;
         PrintLine(Usage());
+        return exitDone;
+    }
+    if (arguments[0] == L"--version") {
+        PrintLine(Version());
         return exitDone;
     }
     for (const Command* command : commands) {

@@ -142,8 +142,8 @@ def base_relocations(places):
 def slots_by_library(image):
     libraries = {}
     for name, address in image.symbols.items():
-        library, mark, function = name.partition("!")
-        if mark:
+        library, _, function = name.partition("!")
+        if function:
             libraries.setdefault(library, []).append((address, function))
     return {library: sorted(slots) for library, slots in sorted(libraries.items())}
 

@@ -6,6 +6,7 @@
 LIST has the lines "ordinal<TAB>name" of what LIBRARY exports; with # it is imported by ordinal, else by name.
 Each function becomes a piece of code that callers reach by its name, and a slot, which the device's loader
 fills with the function's address. A slot's symbol says what belongs there: LIBRARY!name or LIBRARY!#ordinal;
+behind a library's slots comes the 0 that ends them, LIBRARY!, which every function of the library keeps.
 make_image.py makes the import table of the slots that are left when the linker has dropped what nobody calls.
 """
 import re
@@ -26,9 +27,17 @@ MACRO = """\
     bx ip
 1:  .word "\\slot"
     .size \\function, . - \\function
+    .reloc 0, R_ARM_NONE, "\\library!"
     .popsection
-    .pushsection .imports.\\library\\().\\function, "aw", %progbits
+    .pushsection .imports.\\library\\().0.\\function, "aw", %progbits
 "\\slot":
+    .word 0
+    .popsection
+    .endm
+
+    .macro end_of_imports library
+    .pushsection .imports.\\library\\().1, "aw", %progbits
+"\\library!":
     .word 0
     .popsection
     .endm
@@ -58,6 +67,8 @@ def main():
             if name not in named:  # some names are listed under two ordinals
                 lines.append(line)
             named.add(name)
+        library = library_list.partition("=")[0].rstrip("#")
+        lines.append(f"    end_of_imports {library}\n")
     with open(output, "w", encoding="ascii") as file:
         file.writelines(lines)
 

@@ -16,33 +16,43 @@ WideString SettingsPath() {
     return folder.empty() ? folder : folder + TEXT("\\settings.ini");
 }
 
-void Load(Account& account) {
+/* Whether there is a file that can be opened. */
+bool Load(Account& account) {
     FormDictionary settings;
-    settings.LoadFromFile(SettingsPath());
+    const bool isThere = settings.LoadFromFile(SettingsPath());
     account.userId = settings.GetString(userIdKey);
-    if (!settings.HasValue(passwordKey)) return;
+    if (!settings.HasValue(passwordKey)) return isThere;
     PackedPassword packed{};
     const int32_t count =
         settings.GetHexBytes(passwordKey, packed.data(), static_cast<int32_t>(packed.size()));
     account.password = UnpackPassword(packed, static_cast<size_t>(count));
+    return isThere;
 }
 
-void Save(const Account& account) {
+bool Save(const Account& account) {
     FormDictionary settings;
     settings.SetString(userIdKey, account.userId);
     if (account.savePassword) {
         const PackedPassword packed = PackPassword(account.password);
         settings.SetHexBytes(passwordKey, packed.data(), static_cast<int32_t>(packed.size()));
     }
-    settings.SaveToFile(SettingsPath());
+    return settings.SaveToFile(SettingsPath());
+}
+
+/* The result of `operation`; false, too, when memory runs out. */
+template <class Operation>
+bool ContainedWithError(Operation operation) noexcept {
+    bool result = false;
+    if (!RunContained([&] { result = operation(); })) SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return result;
 }
 
 }  // namespace
 
-void LoadAccountSettings(Account& account) noexcept {
-    RunContained([&] { Load(account); });
+bool LoadAccountSettings(Account& account) noexcept {
+    return ContainedWithError([&] { return Load(account); });
 }
 
-void SaveAccountSettings(const Account& account) noexcept {
-    RunContained([&] { Save(account); });
+bool SaveAccountSettings(const Account& account) noexcept {
+    return ContainedWithError([&] { return Save(account); });
 }

@@ -3,6 +3,7 @@
 #include "account/AccountProgram.h"
 #include "account/AccountSettings.h"
 #include "base/Contained.h"
+#include "base/LastError.h"
 #include "settings/Settings.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
@@ -30,6 +31,8 @@ BOOL CreateAccountDialog::OnInitDialog(WPARAM /*wParam*/, LPARAM /*lParam*/) {
     SetItemText(PASSWORD_FIELD, account.password);
     SetItemText(NAME_FIELD, name);
     SetItemText(EMAIL_FIELD, email);
+    if (account.fieldLimit > 0)
+        LimitItemTexts({USER_ID_FIELD, PASSWORD_FIELD, RETYPE_FIELD}, account.fieldLimit);
     SendDlgItemMessageW(window, WANTS_UPDATES_BOX, BM_SETCHECK, wantsUpdates ? BST_CHECKED : BST_UNCHECKED,
                         0);
     return TRUE;
@@ -94,7 +97,7 @@ CreateAccountDialog::Exchange CreateAccountDialog::AskService(const Installation
 void CreateAccountDialog::TakeAnswer(int32_t code) {
     switch (code) {
         case created:
-            SaveAccountSettings(account);
+            account.savingError = SaveAccountSettings(account) ? ERROR_SUCCESS : ErrorOfFailedCall();
             return Dialog::OnOK();
         case nameTaken:
             return Tell(

@@ -44,6 +44,7 @@ PackedPassword PackPassword(WideStringView password) {
 
 WideString UnpackPassword(const PackedPassword& packed, size_t count) {
     WideString password;
+    password.reserve(packed.size());
     for (size_t i = 0; i < std::min(count, packed.size()); ++i) {
         const WCHAR unit = UnitOf(packed[i] ^ scramblingKey[i]);
         if (unit != 0) password.push_back(unit);

@@ -4,6 +4,7 @@
 #include "account/CreateAccountDialog.h"
 #include "account/SignIn.h"
 #include "base/Contained.h"
+#include "base/LastError.h"
 #include "frame/OpenWithShell.h"
 #include "transport/OnlineConfiguration.h"
 
@@ -22,6 +23,7 @@ BOOL SignInDialog::OnInitDialog(WPARAM /*wParam*/, LPARAM /*lParam*/) {
     const bool isKnown = !account.userId.empty();
     SetItemText(USER_ID_FIELD, account.userId);
     if (isKnown) SetItemText(PASSWORD_FIELD, account.password);
+    if (account.fieldLimit > 0) LimitItemTexts({USER_ID_FIELD, PASSWORD_FIELD}, account.fieldLimit);
     SetFocus(GetDlgItem(window, isKnown ? PASSWORD_FIELD : USER_ID_FIELD));
     return FALSE;
 }
@@ -33,7 +35,7 @@ void SignInDialog::OnOK() {
         account.password.clear();
         return;
     }
-    SaveAccountSettings(account);
+    account.savingError = SaveAccountSettings(account) ? ERROR_SUCCESS : ErrorOfFailedCall();
     Dialog::OnOK();
 }
 

@@ -36,6 +36,7 @@ int Dialog::DoModal(HWND parent) {
     if (result != notShown) return result;
     const DWORD error = GetLastError();
     ShowInternalError(parent, FormatString(TEXT("Dialog %d failed: err=0x%x"), templateId, error));
+    SetLastError(error);
     return notShown;
 }
 
@@ -154,6 +155,11 @@ WideString Dialog::GetItemText(int id) const {
     GetDlgItemTextW(window, id, text.data(), static_cast<int>(text.size()));
     text.resize(WideString::traits_type::length(text.c_str()));
     return text;
+}
+
+void Dialog::LimitItemTexts(std::initializer_list<int> ids, int units) const {
+    for (const int id : ids)
+        SendDlgItemMessageW(window, id, EM_LIMITTEXT, static_cast<WPARAM>(units), 0);
 }
 
 void Dialog::SetMenuBarButtonText(int command, const WideString& text) {

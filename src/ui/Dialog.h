@@ -6,6 +6,8 @@
 #include "text/WideString.h"
 #include "ui/Window.h"
 
+#include <initializer_list>
+
 class Dialog : public Window {
 public:
     /* `id` is the number of the template; only its low 16 bits name the resource. With 0 there is nothing to
@@ -33,14 +35,17 @@ public:
 
     /* Shows the dialog until it is ended, and returns what it was ended with. IDCANCEL at once when
      * `templateId` is 0. -1 when the dialog cannot be shown or an operation threw: a box, owned by `parent`,
-     * tells the number of the template and the system's error code. When the menu bar cannot be made, a box
-     * of its own says so before that one. Both boxes are in English. Throws std::bad_alloc when there is no
-     * memory for the text of the last box. */
+     * tells the number of the template and the system's error code, which the last error keeps. When the menu
+     * bar cannot be made, a box of its own says so before that one. Both boxes are in English. Throws
+     * std::bad_alloc when there is no memory for the text of the last box. */
     int DoModal(HWND parent);
 
     /* The text of a control. If there is no such control nothing is set, and the text got is empty. */
     void SetItemText(int id, const WideString& text);
     [[nodiscard]] WideString GetItemText(int id) const;
+
+    /* The controls let the user type no more than `units` code units. */
+    void LimitItemTexts(std::initializer_list<int> ids, int units) const;
 
     /* Sets the text of the menu bar's button for `command`, untranslated. Does nothing without a menu bar. */
     void SetMenuBarButtonText(int command, const WideString& text);

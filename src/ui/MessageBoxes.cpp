@@ -1,6 +1,7 @@
 #include "ui/MessageBoxes.h"
 
 #include "text/FormatString.h"
+#include "text/Placeholders.h"
 #include "ui/TranslationCatalogue.h"
 
 void SetMessageBoxCaption(const WideString& caption) {
@@ -25,5 +26,8 @@ int ShowTranslatedMessageFormat(HWND owner, UINT flags, const WCHAR* format, ...
 
 int ShowTranslatedMessageFormatV(HWND owner, UINT flags, const WideString& format, va_list arguments) {
     const WideString& translated = translationCatalogue.Translate(format);
-    return ShowPlainMessage(owner, flags, FormatStringV(translated.c_str(), arguments));
+    // A language file may be careless or hostile; what it may not do is end the program.
+    const bool isSafe = ReadsArgumentsOf(format.c_str(), translated.c_str());
+    const WideString& shown = isSafe ? translated : format;
+    return ShowPlainMessage(owner, flags, FormatStringV(shown.c_str(), arguments));
 }

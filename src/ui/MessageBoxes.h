@@ -16,7 +16,8 @@ int ShowTranslatedMessage(HWND owner, UINT flags, const WideString& text);
 /* Shows `text` as it is, because it is translated already or made of data. */
 int ShowPlainMessage(HWND owner, UINT flags, const WideString& text);
 
-/* Shows the translation of the English `format`, filled in afterwards: a translation keeps the placeholders,
- * their order and their kinds. Formats and the longest text are those of FormatString. */
+/* Shows the translation of the English `format`, filled in afterwards. A translation that would not read the
+ * same arguments, or a beginning of them (ReadsArgumentsOf), is not shown: the English text is. Formats and
+ * the longest text are those of FormatString. */
 int ShowTranslatedMessageFormat(HWND owner, UINT flags, const WCHAR* format, ...);
 int ShowTranslatedMessageFormatV(HWND owner, UINT flags, const WideString& format, va_list arguments);

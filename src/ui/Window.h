@@ -3,6 +3,8 @@
  * only passed on. */
 #pragma once
 
+#include <memory>
+
 #include "ui/WindowBinding.h"
 
 /* A handler does not keep its message: every message then goes on to the procedure that the window had
@@ -42,6 +44,10 @@ public:
      * told, and the process ends with exit code 1. */
     static LRESULT CALLBACK wndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+    /* Takes over a record of this object that could not be taken from its window, which may therefore still
+     * lead there. It is freed with the object, after the window; one that was kept before, at once. */
+    void KeepRecord(WindowHookRecord* record) { keptRecord.reset(record); }
+
     /* Null until the window is bound, and again after WM_DESTROY. */
     HWND window = nullptr;
 
@@ -52,4 +58,6 @@ protected:
 
 private:
     void CallHandler(UINT message, WPARAM wParam, LPARAM lParam);
+
+    std::unique_ptr<WindowHookRecord> keptRecord;
 };

@@ -1,7 +1,8 @@
 #include "ui/WindowBinding.h"
 
-#include <memory>
 #include <new>
+
+#include "ui/Window.h"
 
 namespace {
 
@@ -11,16 +12,26 @@ WNDPROC ProcOf(HWND window) {
     return reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
 }
 
-void SetProc(HWND window, WNDPROC proc) {
-    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(proc));
+/* False when the window keeps the procedure that it has: every window has one before. */
+bool SetProc(HWND window, WNDPROC proc) {
+    return SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(proc)) != 0;
 }
 
 WindowHookRecord* ChainOf(HWND window) {
     return reinterpret_cast<WindowHookRecord*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
-void SetChain(HWND window, WindowHookRecord* head) {
+/* False when the window keeps the chain that it has. */
+bool SetChain(HWND window, WindowHookRecord* head) {
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(head));
+    return ChainOf(window) == head;
+}
+
+/* The window goes on to know the record, which therefore lives as long as the object, and is none of ours any
+ * more. */
+void Disown(WindowHookRecord* record) {
+    record->key = nullptr;
+    if (record->object != nullptr) record->object->KeepRecord(record);
 }
 
 /* A record and the one in front of it, which is null at the head of the chain. */
@@ -48,11 +59,28 @@ bool WindowBindingTable::AttachWindow(HWND window, Window* object) const {
     const WNDPROC current = ProcOf(window);
     if (current == nullptr || current == key) return false;
 
-    auto* const record = new (std::nothrow) WindowHookRecord{key, current, object, ChainOf(window)};
-    if (record != nullptr) SetProc(window, key);
-    SetChain(window, record);
-    // The window's user data owns the record.
-    return true;  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+    WindowHookRecord* const chain = ChainOf(window);
+    auto* const record = new (std::nothrow) WindowHookRecord{key, current, object, chain};
+    if (record == nullptr) {
+        SetChain(window, nullptr);
+        return true;
+    }
+    return Install(window, record);
+}
+
+bool WindowBindingTable::Install(HWND window, WindowHookRecord* record) const {
+    // The record first: a window that had the procedure alone would end the process with its next message.
+    if (!SetChain(window, record)) {
+        delete record;
+        return false;
+    }
+    if (SetProc(window, key)) return true;
+    if (SetChain(window, record->next)) {
+        delete record;
+    } else {
+        Disown(record);
+    }
+    return false;
 }
 
 bool WindowBindingTable::DetachWindow(HWND window) const {
@@ -62,14 +90,17 @@ bool WindowBindingTable::DetachWindow(HWND window) const {
     // procedure calls ours, and goes on to do so.
     if (front != nullptr && front->previousProc != key) return false;
 
-    const std::unique_ptr<WindowHookRecord> removed(record);
     if (front != nullptr) {
-        front->next = removed->next;
-        front->previousProc = removed->previousProc;
+        front->next = record->next;
+        front->previousProc = record->previousProc;
     } else {
-        SetProc(window, removed->previousProc);
-        SetChain(window, removed->next);
+        if (!SetProc(window, record->previousProc)) return false;
+        if (!SetChain(window, record->next)) {
+            Disown(record);
+            return true;
+        }
     }
+    delete record;
     return true;
 }
 
@@ -79,9 +110,11 @@ Window* WindowBindingTable::FindWindowObject(HWND window) const {
 }
 
 LRESULT WindowBindingTable::CallPreviousProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const {
-    const WindowHookRecord* const record = FindRecord(window, key).record;
+    WindowHookRecord* const record = FindRecord(window, key).record;
     if (record == nullptr) return 0;
     const WNDPROC previousProc = record->previousProc;
-    if (message == WM_DESTROY) DetachWindow(window);
+    // One that cannot be unbound goes on to pass the window's last messages on.
+    if (message == WM_DESTROY && !DetachWindow(window) && record->object != nullptr)
+        record->object->KeepRecord(record);
     return CallWindowProcW(previousProc, window, message, wParam, lParam);
 }

@@ -22,15 +22,16 @@ public:
     explicit constexpr WindowBindingTable(WNDPROC keyProc) noexcept : key(keyProc) {}
 
     /* Binds `object` to `window`. True: a record was made and the key procedure installed. False: there was a
-     * record already, whose object `object` replaces (which must be a Dialog if the old one is); or nothing
-     * was done, because the key procedure was installed without a record, or there is no such window. When
-     * there is no memory for a record, the window's user data is cleared, no procedure is installed, and the
-     * result is true all the same. */
+     * record already, whose object `object` replaces (which must be a Dialog if the old one is); or the
+     * window is not bound, because the key procedure was installed without a record, there is no such window,
+     * or it does not take the record or the procedure. When there is no memory for a record, the window's
+     * user data is cleared, no procedure is installed, and the result is true all the same. */
     bool AttachWindow(HWND window, Window* object) const;
 
     /* Unbinds `window` and gives it the procedure back that it had before. False: there is no record, or it
-     * lies behind one whose procedure was not installed directly on top of the key procedure; nothing is
-     * changed then. */
+     * lies behind one whose procedure was not installed directly on top of the key procedure, or the window
+     * does not take the procedure; nothing is changed then. A record that the window goes on to hold is kept
+     * by its object (Window::KeepRecord). */
     bool DetachWindow(HWND window) const;
 
     /* The object bound to `window`, or null. */
@@ -41,6 +42,8 @@ public:
     LRESULT CallPreviousProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const;
 
 private:
+    bool Install(HWND window, WindowHookRecord* record) const;
+
     WNDPROC key;
 };
 

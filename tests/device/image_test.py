@@ -60,6 +60,12 @@ class ImageTest(RelocationTest):
     libraries."""
     expected_imports = {}
 
+    def test_its_version_tells_its_name(self):
+        strings = {key: value for info in self.image.FileInfo[0] if info.Key == b"StringFileInfo"
+                   for table in info.StringTable for key, value in table.entries.items()}
+        self.assertEqual(self.name.encode(), strings[b"OriginalFilename"])
+        self.assertRegex(strings[b"FileVersion"], rb"^\d+\.\d+\.\d+$")
+
     def imports(self):
         return {entry.dll.decode().lower(): entry.imports for entry in self.image.DIRECTORY_ENTRY_IMPORT}
 
@@ -195,12 +201,6 @@ class Library(ImageTest, unittest.TestCase):
             self.assertIn(text.encode("utf-16-le"), self.resources()[DIALOG, number])
         self.assertIn("Sign in".encode("utf-16-le"), self.resources()[STRING, texts_from_2000])
         self.assertEqual((107, 2), struct.unpack_from("<HH", self.resources()[RCDATA, 107]))
-
-    def test_its_version_tells_its_name(self):
-        strings = {key: value for info in self.image.FileInfo[0] if info.Key == b"StringFileInfo"
-                   for table in info.StringTable for key, value in table.entries.items()}
-        self.assertEqual(b"OrvandeOnline.dll", strings[b"OriginalFilename"])
-        self.assertRegex(strings[b"FileVersion"], rb"^\d+\.\d+\.\d+$")
 
     def test_the_second_reader_finds_as_many_resources(self):
         self.assertIn(f"Total Number of Resources: {len(self.resources())}\n",

@@ -50,6 +50,12 @@ TEST(Options, HelpNeedsNothingElse) {
     EXPECT_TRUE(Parsed({"--port", "1", "--help"}).help);
 }
 
+TEST(Options, VersionNeedsNothingElse) {
+    EXPECT_TRUE(Parsed({"--version"}).version);
+    EXPECT_TRUE(Parsed({"--port", "1", "--version"}).version);
+    EXPECT_FALSE(Parsed({"--help"}).version);
+}
+
 TEST(Options, LimitsOfNumbersAreTaken) {
     EXPECT_EQ(Parsed({"--port", "65535", "--data", "d"}).server.port, 65535);
     EXPECT_EQ(Parsed({"--port", "1", "--data", "d", "--made-up", "0"}).madeUpMaps, 0);

@@ -147,9 +147,9 @@ TEST_F(ServiceHttp, PageListsTheCatalogue) {
     EXPECT_EQ(page.status, 200);
     EXPECT_THAT(page.headers, HasSubstr("Content-Type: text/html; charset=utf-8\r\n"));
     EXPECT_THAT(page.body, StartsWith("<!DOCTYPE html>"));
-    EXPECT_THAT(page.body, HasSubstr("<td>Portugal</td>"));
-    EXPECT_THAT(page.body, HasSubstr("<td>\xC3\x8Ele-de-France</td>"));
-    EXPECT_THAT(page.body, HasSubstr("<td>C\xC3\xB4te d&#39;Ivoire</td>"));
+    EXPECT_THAT(page.body, HasSubstr("<bdi>Portugal</bdi>"));
+    EXPECT_THAT(page.body, HasSubstr("<bdi>\xC3\x8Ele-de-France</bdi>"));
+    EXPECT_THAT(page.body, HasSubstr("<bdi>C\xC3\xB4te d&#39;Ivoire</bdi>"));
     EXPECT_THAT(page.body, EndsWith("</html>\n"));
 }
 

@@ -5,6 +5,7 @@
 
 #include "Database.h"
 #include "HttpConnection.h"
+#include "LMOnlineVersion.h"
 #include "ServiceProcess.h"
 #include "TemporaryFolder.h"
 
@@ -29,6 +30,15 @@ TEST_F(ServiceProgram, HelpIsPrintedAndNothingElseDone) {
     ServiceProcess service({"--help"});
     EXPECT_EQ(service.WaitForEnd(), 0);
     EXPECT_THAT(service.Output(), StartsWith("Usage: orvande-service --port N --data DIR"));
+    EXPECT_EQ(service.Errors(), "");
+}
+
+TEST_F(ServiceProgram, VersionIsThatOfTheHeader) {
+    ServiceProcess service({"--version"});
+    EXPECT_EQ(service.WaitForEnd(), 0);
+    EXPECT_EQ(service.Output(), "orvande-service " + std::to_string(LM_ONLINE_VERSION_MAJOR) + "." +
+                                    std::to_string(LM_ONLINE_VERSION_MINOR) + "." +
+                                    std::to_string(LM_ONLINE_VERSION_PATCH) + "\n");
     EXPECT_EQ(service.Errors(), "");
 }
 

@@ -70,6 +70,36 @@ TEST_F(DialogFailure, OnDestroyThatThrowsLeavesTheResultAndNoBinding) {
     EXPECT_EQ(nullptr, dialog.window);
 }
 
+TEST_F(DialogFailure, WindowThatDoesNotTakeABindingEndsItWithMinusOne) {
+    for (const Failing failing : {Failing::Once, Failing::FromThereOn}) {
+        for (const size_t call : {1u, 2u}) {
+            FormDialog dialog;
+            device.FailCall("SetWindowLongPtrW", call, ERROR_NOT_ENOUGH_MEMORY, failing);
+            ExpectMessage();
+            EXPECT_EQ(-1, dialog.DoModal(nullptr)) << call;
+            EXPECT_EQ(nullptr, dialog.window);
+            device.StopFailing();
+        }
+    }
+    EXPECT_EQ(1u + 1u + 1u + 2u, device.FailedCalls());
+}
+
+TEST_F(DialogFailure, WindowThatDoesNotGiveABindingUpPassesItsLastMessagesOn) {
+    for (const Failing failing : {Failing::Once, Failing::FromThereOn}) {
+        for (const size_t call : {3u, 4u}) {
+            FormDialog dialog;
+            device.FailCall("SetWindowLongPtrW", call, ERROR_NOT_ENOUGH_MEMORY, failing);
+            device.UseDialog(Cancel);
+            EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr)) << call;
+            EXPECT_EQ(nullptr, dialog.window);
+            device.StopFailing();
+            device.UseDialog(Cancel);
+            EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr)) << "shown again";
+        }
+    }
+    EXPECT_TRUE(device.MessageBoxes().empty());
+}
+
 TEST_F(DialogFailure, DialogThatThrowsInADialogEndsOnlyItself) {
     FormDialog outer;
     FormDialog inner;

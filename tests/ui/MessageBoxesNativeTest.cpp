@@ -84,6 +84,24 @@ TEST_F(MessageBoxes, FormatIsTranslatedBeforeItIsFilledIn) {
     EXPECT_EQ(UINT{MB_ICONHAND}, Shown().flags);
 }
 
+TEST_F(MessageBoxes, TranslationThatReadsFewerArgumentsIsShown) {
+    Load("Error %d in %s\tErreur %x !\n");
+    device.AnswerMessageBox(IDOK);
+    ShowTranslatedMessageFormat(owner, MB_OK, TEXT("Error %d in %s"), 31, TEXT("a.map"));
+    EXPECT_EQ(u"Erreur 1f !", Shown().text);
+}
+
+TEST_F(MessageBoxes, EnglishTextIsShownForATranslationThatReadsOtherArguments) {
+    for (const std::string_view hostile :
+         {"%s", "%S", "%hs", "%ls", "%ws", "%n", "%hn", "%*.*d", "%.1000000d", "%2147483647d", "%d %d %d %d",
+          "Erreur %d dans %s"}) {
+        Load("Error %d\t" + std::string(hostile) + "\n");
+        device.AnswerMessageBox(IDOK);
+        EXPECT_EQ(IDOK, ShowTranslatedMessageFormat(owner, MB_OK, TEXT("Error %d"), 0x41414141));
+        EXPECT_EQ(u"Error 1094795585", Shown().text) << hostile;
+    }
+}
+
 TEST_F(MessageBoxes, CatalogueIsAskedForTheFormatNeverForTheMessage) {
     Load("Error 3\tnever this\n");
     device.AnswerMessageBox(IDOK);

@@ -1,6 +1,7 @@
 /* What the console program mapshop says. */
 #include <gmock/gmock.h>
 
+#include "LMOnlineVersion.h"
 #include "helpers/LocalFiles.h"
 #include "helpers/ProgramFolder.h"
 #include "programs/mapshop/MapshopProgramTest.h"
@@ -35,6 +36,16 @@ TEST_F(Mapshop, HelpShowsHowItIsCalled) {
         EXPECT_THAT(outcome.output, StartsWith("Usage: mapshop search [SOUTH WEST NORTH EAST]...\n"));
         EXPECT_EQ("", outcome.errors);
     }
+}
+
+TEST_F(Mapshop, VersionIsThatOfTheHeader) {
+    const ChildOutcome outcome = Run(L"--version");
+    EXPECT_EQ(0U, outcome.exitCode);
+    EXPECT_EQ("mapshop " + std::to_string(LM_ONLINE_VERSION_MAJOR) + "." +
+                  std::to_string(LM_ONLINE_VERSION_MINOR) + "." + std::to_string(LM_ONLINE_VERSION_PATCH) +
+                  "\n",
+              outcome.output);
+    EXPECT_EQ("", outcome.errors);
 }
 
 TEST_F(Mapshop, WrongArgumentsAreNamed) {

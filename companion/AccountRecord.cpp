@@ -1,0 +1,56 @@
+#include "AccountRecord.h"
+
+#include <algorithm>
+#include <iterator>
+
+static_assert(sizeof(LMChar) == sizeof(WCHAR), "one code unit");
+
+namespace {
+
+using TextField = LMChar[LM_ACCOUNT_TEXT];
+
+bool IsTerminated(const TextField& field) {
+    return std::find(std::begin(field), std::end(field), 0) != std::end(field);
+}
+
+WideStringView TextIn(const TextField& field) {
+    return field;
+}
+
+bool Fits(const WideString& text) {
+    return text.size() < LM_ACCOUNT_TEXT;
+}
+
+void Put(const WideString& text, TextField& field) {
+    SecureZeroMemory(field, sizeof field);
+    std::copy(text.begin(), text.end(), field);
+}
+
+}  // namespace
+
+SecretAccount::~SecretAccount() {
+    // Emptied text may still be there, up to the capacity.
+    password.resize(password.capacity());
+    SecureZeroMemory(password.data(), password.size() * sizeof(WCHAR));
+}
+
+bool IsAccountRecord(const LMAccountRecord* record) {
+    return record != nullptr && record->size == LMInt32{sizeof *record} && IsTerminated(record->userId) &&
+           IsTerminated(record->password) && IsTerminated(record->productName);
+}
+
+void ReadAccountRecord(const LMAccountRecord& record, Account& account) {
+    account.userId = TextIn(record.userId);
+    account.password = TextIn(record.password);
+    account.savePassword = record.savePassword != 0;
+    account.productCode = record.productCode;
+    account.productName = TextIn(record.productName);
+}
+
+bool WriteAccountRecord(const Account& account, LMAccountRecord& record) {
+    if (!Fits(account.userId) || !Fits(account.password)) return false;
+    Put(account.userId, record.userId);
+    Put(account.password, record.password);
+    record.savePassword = account.savePassword ? 1 : 0;
+    return true;
+}

@@ -1,0 +1,75 @@
+#include "text/Placeholders.h"
+
+namespace {
+
+constexpr int mostDigits = 3;
+
+/* What a placeholder reads. */
+struct Argument {
+    WideStringView size;  // the letters before the last one
+    WCHAR type = 0;       // one letter for all that read the same type; 0 for what is never read
+};
+
+bool IsOneOf(WCHAR unit, const WCHAR* units) {
+    return unit != 0 && WideStringView(units).find(unit) != WideStringView::npos;
+}
+
+/* Steps over the digits of a number; false when there are too many. */
+bool SkipNumber(const WCHAR*& at) {
+    const WCHAR* const begin = at;
+    while (IsOneOf(*at, TEXT("0123456789")))
+        ++at;
+    return at - begin <= mostDigits;
+}
+
+WideStringView SkipSize(const WCHAR*& at) {
+    for (const WideStringView size : {TEXT("I64"), TEXT("I32"), TEXT("h"), TEXT("l"), TEXT("w"), TEXT("L")}) {
+        if (WideStringView(at).substr(0, size.size()) != size) continue;
+        at += size.size();
+        return size;
+    }
+    return {};
+}
+
+WCHAR TypeOf(WCHAR letter) {
+    if (IsOneOf(letter, TEXT("diuxXo"))) return 'd';
+    if (IsOneOf(letter, TEXT("eEfgG"))) return 'f';
+    return IsOneOf(letter, TEXT("sScCp")) ? letter : WCHAR{0};
+}
+
+/* Reads a placeholder behind its percent sign. */
+Argument ReadPlaceholder(const WCHAR*& at) {
+    while (IsOneOf(*at, TEXT("-+ #0")))
+        ++at;
+    if (!SkipNumber(at)) return {};
+    if (*at == '.' && !SkipNumber(++at)) return {};
+    const WideStringView size = SkipSize(at);
+    const WCHAR type = TypeOf(*at);
+    if (type != 0) ++at;
+    return {size, type};
+}
+
+/* Moves `at` behind the next placeholder that reads an argument; false when there is none. */
+bool FindArgument(const WCHAR*& at, Argument& argument) {
+    for (; *at != 0; ++at) {
+        if (*at != '%') continue;
+        ++at;
+        if (*at == '%') continue;
+        argument = ReadPlaceholder(at);
+        return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool ReadsArgumentsOf(const WCHAR* original, const WCHAR* format) {
+    if (WideStringView(original) == WideStringView(format)) return true;
+    Argument given;
+    Argument read;
+    while (FindArgument(format, read)) {
+        if (read.type == 0 || !FindArgument(original, given)) return false;
+        if (given.type != read.type || given.size != read.size) return false;
+    }
+    return true;
+}
