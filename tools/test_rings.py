@@ -20,7 +20,7 @@ RINGS = {
     "pages": (["native", "service", "browser"], [SERVICE]),
     "asan": (["native", "service"], [("asan", "all")]),
     # What measures is compiled, and never run here.
-    "lint": (["native", "windows", "device", "service", "lint", "benchmarks"],
+    "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
               ("benchmarks-device", "all"),

@@ -43,7 +43,8 @@ bool WebConnection::OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secur
                         INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_RESYNCHRONIZE |
                         INTERNET_FLAG_PRAGMA_NOCACHE | (secureRequest ? INTERNET_FLAG_SECURE : 0);
     request.Reset(HttpOpenRequestW(connection.Get(), verb, path, nullptr, nullptr, nullptr, flags, 0));
-    return (request && HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0)) || failure.NoteFailedCall();
+    if (!request) failure.NoteFailedCall();
+    return HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0) || failure.NoteFailedCall();
 }
 
 DWORD WebConnection::GetStatus() const {

@@ -61,7 +61,7 @@ bool IsAccepted(WebConnection& connection) {
     return connection.failure.cause == ERROR_SUCCESS;
 }
 
-bool ReceiveInto(HANDLE file, WebConnection& connection, DownloadProgress& progress) {
+bool ReceiveInto(HANDLE file, WebConnection& connection) {
     BYTE chunk[chunkSize];
     for (;;) {
         DWORD received = 0;
@@ -72,7 +72,7 @@ bool ReceiveInto(HANDLE file, WebConnection& connection, DownloadProgress& progr
         DWORD written = 0;
         if (!WriteFile(file, chunk, received, &written, nullptr)) return connection.failure.NoteFailedCall();
         if (written < received) return connection.failure.Note(ERROR_DISK_FULL);
-        progress.bytesReceived += written;
+        if (connection.progress != nullptr) connection.progress->bytesReceived += written;
     }
 }
 
@@ -82,13 +82,14 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
                         (connection.secure ? INTERNET_FLAG_SECURE : 0);
     connection.request.Reset(
         HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
+    if (!connection.request) connection.failure.NoteFailedCall();
     // In unsigned arithmetic, which wraps: signed numbers could overflow for an offset near the end of 64
     // bits.
     const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
                                            static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
     const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);
-    return (connection.request && HttpSendRequestW(connection.request.Get(), header.c_str(),
-                                                   static_cast<DWORD>(header.size()), nullptr, 0)) ||
+    return HttpSendRequestW(connection.request.Get(), header.c_str(), static_cast<DWORD>(header.size()),
+                            nullptr, 0) ||
            connection.failure.NoteFailedCall();
 }
 
@@ -122,16 +123,16 @@ bool DownloadWebFile(WebConnection& connection, const WCHAR* urlPath, const Wide
         connection.request.Reset();
         return false;
     }
-    DownloadProgress ownProgress;
-    DownloadProgress& progress = connection.progress != nullptr ? *connection.progress : ownProgress;
-    progress = {0, connection.GetContentLength()};
+    DownloadProgress* const progress = connection.progress;
+    if (progress != nullptr) *progress = {0, connection.GetContentLength()};
 
-    const bool complete = ReceiveInto(file.Get(), connection, progress);
+    const bool complete = ReceiveInto(file.Get(), connection);
     file.Close();
     connection.request.Reset();
     if (!complete) return false;
     if (!file.MoveTo(localFile)) connection.failure.NoteFailedCall();
-    if (progress.bytesReceived < progress.totalBytes) connection.failure.Note(LM_ERROR_REPLY_ENDED);
+    if (progress != nullptr && progress->bytesReceived < progress->totalBytes)
+        connection.failure.Note(LM_ERROR_REPLY_ENDED);
     return true;
 }
 
