@@ -31,7 +31,6 @@ function(install_dll target name definitions)
       DEPENDS ${target}
       COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> ${symbols})
     add_custom_target(${target}_symbols ALL DEPENDS ${symbols})
-    device_import_library(${name} ${definitions})
     add_dependencies(installed ${target}_symbols device_import_${name})
     install(TARGETS device_import_${name} DESTINATION ${CMAKE_INSTALL_LIBDIR})
   else()

@@ -6,6 +6,7 @@
 #include "account/SignInDialog.h"
 #include "account/SignInExchange.h"
 #include "base/Contained.h"
+#include "base/LastError.h"
 
 namespace {
 
@@ -21,10 +22,9 @@ constexpr Outcome FailedWith(DWORD error) {
     return {0, error};
 }
 
-/* The outcome when the library has failed and the system may have said why. */
-Outcome FailedWithLastErrorOr(DWORD error) {
-    const DWORD told = GetLastError();
-    return FailedWith(told != 0 ? told : error);
+/* The outcome when the system has just said why. */
+Outcome Failed() {
+    return FailedWith(ErrorOfFailedCall());
 }
 
 /* Runs the operation for a record that is as it should be. */
@@ -33,13 +33,12 @@ LMInt32 RunFor(const LMAccountRecord* record, Operation operation) noexcept {
     const Outcome outcome = Contained(FailedWith(ERROR_NOT_ENOUGH_MEMORY), [&] {
         return IsAccountRecord(record) ? operation() : FailedWith(LM_ERROR_BAD_ARGUMENT);
     });
-    SetLastError(outcome.error);
-    return outcome.result;
+    return LeaveError(outcome.error, outcome.result);
 }
 
 Outcome LoadInto(LMAccountRecord& record) {
     SecretAccount account;
-    if (!LoadAccountSettings(account)) return FailedWithLastErrorOr(ERROR_FILE_NOT_FOUND);
+    if (!LoadAccountSettings(account)) return Failed();
     account.savePassword = !account.password.empty();
     return WriteAccountRecord(account, record) ? succeeded : FailedWith(ERROR_MORE_DATA);
 }
@@ -47,13 +46,11 @@ Outcome LoadInto(LMAccountRecord& record) {
 Outcome SaveFrom(const LMAccountRecord& record) {
     SecretAccount account;
     ReadAccountRecord(record, account);
-    return SaveAccountSettings(account) ? succeeded : FailedWithLastErrorOr(ERROR_WRITE_FAULT);
+    return SaveAccountSettings(account) ? succeeded : Failed();
 }
 
 DWORD ErrorOf(const SignInAnswer& answer) {
-    if (answer.failure != 0) return answer.failure;
-    if (answer.status != 0)
-        return LM_ERROR_SERVICE_STATUS | LM_ERROR_STATUS(static_cast<DWORD>(answer.status));
+    if (answer.cause != ERROR_SUCCESS) return answer.cause;
     return LM_ERROR_ACCOUNT_STATE | LM_ERROR_STATUS(static_cast<DWORD>(answer.state));
 }
 
@@ -73,7 +70,7 @@ Outcome ShowFor(LMAccountRecord& record, void* owner) {
     account.fieldLimit = LM_ACCOUNT_TEXT - 1;
     AccountDialog dialog(account);
     const int ending = dialog.DoModal(static_cast<HWND>(owner));
-    if (ending != IDOK && ending != IDCANCEL) return FailedWithLastErrorOr(ERROR_NOT_ENOUGH_MEMORY);
+    if (ending != IDOK && ending != IDCANCEL) return Failed();
     if (!WriteAccountRecord(account, record)) return FailedWith(ERROR_MORE_DATA);
     return ending == IDOK ? Outcome{1, account.savingError} : FailedWith(LM_ERROR_CANCELLED);
 }

@@ -27,6 +27,7 @@
 #include <wchar.h>
 #endif
 
+/* The platform's C calling convention. */
 #ifdef _WIN32
 #define LM_CALL __cdecl
 #else
@@ -71,7 +72,7 @@ extern "C" {
 /* The callback returned 0. */
 #define LM_ERROR_CANCELLED 0x20000002U
 /* The reply ended before all of it had come: a search's in the middle of its results, a part's before its
- * `length`, a download's before the length that the server had announced. */
+ * `length`, a download's with a progress record before the length that the server had announced. */
 #define LM_ERROR_REPLY_ENDED 0x20000003U
 /* The web server refused: an HTTP status of 300 or more, which stands in the low 24 bits (404: 0x21000194). A
  * search has this when the reply is none of the service, but such a refusal. */
@@ -150,7 +151,8 @@ typedef int(LM_CALL* LMProgressCallback)(void* context);
  *   1   the reply came to its end, whatever length had been announced, and the file was moved into place.
  *       That is also the result when the move fails: an older `localFile` that is read-only or open elsewhere
  *       stays as it was then, and the ".TMP" file is left. Only the last error tells: the move's own code, or
- *       LM_ERROR_REPLY_ENDED when the reply was shorter than announced, and otherwise 0.
+ *       LM_ERROR_REPLY_ENDED when the reply was shorter than announced (looked at only with a progress
+ *       record), and otherwise 0.
  *   0   no connection, not sent, or an HTTP status of 300 or more: an older `localFile` stays as it was.
  *       Broken off, cancelled, or not written for lack of space: the ".TMP" file and an older `localFile` are
  *       gone. Also for a NULL host, path or file, which touches nothing. */

@@ -11,5 +11,5 @@ struct Account {
     int32_t productCode = 0;   /* the application's number with the service, set by the application */
     WideString productName;    /* the application's name, and that of its key below "SOFTWARE\"; set by it */
     int32_t fieldLimit = 0;    /* code units of user ID and password that the dialogs take; 0: any number */
-    uint32_t savingError = 0;  /* the system's code if signing in could not save the account, else 0 */
+    DWORD savingError = 0;     /* the system's code if signing in could not save the account, else 0 */
 };

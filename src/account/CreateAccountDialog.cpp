@@ -3,6 +3,7 @@
 #include "account/AccountProgram.h"
 #include "account/AccountSettings.h"
 #include "base/Contained.h"
+#include "base/LastError.h"
 #include "settings/Settings.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
@@ -96,7 +97,7 @@ CreateAccountDialog::Exchange CreateAccountDialog::AskService(const Installation
 void CreateAccountDialog::TakeAnswer(int32_t code) {
     switch (code) {
         case created:
-            account.savingError = SaveAccountSettings(account) ? 0 : GetLastError();
+            account.savingError = SaveAccountSettings(account) ? ERROR_SUCCESS : ErrorOfFailedCall();
             return Dialog::OnOK();
         case nameTaken:
             return Tell(

@@ -4,6 +4,7 @@
 #include "account/CreateAccountDialog.h"
 #include "account/SignIn.h"
 #include "base/Contained.h"
+#include "base/LastError.h"
 #include "frame/OpenWithShell.h"
 #include "transport/OnlineConfiguration.h"
 
@@ -34,7 +35,7 @@ void SignInDialog::OnOK() {
         account.password.clear();
         return;
     }
-    account.savingError = SaveAccountSettings(account) ? 0 : GetLastError();
+    account.savingError = SaveAccountSettings(account) ? ERROR_SUCCESS : ErrorOfFailedCall();
     Dialog::OnOK();
 }
 

@@ -1,6 +1,5 @@
 #include "account/SignInExchange.h"
 
-#include "LMOnline.h"
 #include "account/AccountProgram.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
@@ -17,11 +16,8 @@ SignInAnswer AskToSignIn(const Account& account) {
     request.WriteString(account.password);
     request.WriteInt32(account.productCode);
     SignInAnswer answer;
-    if (!request.SendRequest()) {
-        answer.failure = GetLastError();
-    } else if (!request.ReadInt32(answer.status) ||
-               (answer.status == 0 && !request.ReadInt32(answer.state))) {
-        answer.failure = LM_ERROR_REPLY_ENDED;
-    }
+    if (request.SendRequest() && request.ReadInt32(answer.status) && answer.status == 0)
+        request.ReadInt32(answer.state);
+    answer.cause = request.GetCause(answer.status);
     return answer;
 }

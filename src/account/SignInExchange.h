@@ -5,9 +5,9 @@
 
 /* What the service has answered. */
 struct SignInAnswer {
-    int32_t status = -1;  /* also when none has come */
-    int32_t state = -1;   /* the account's, after status 0; also when none has come */
-    uint32_t failure = 0; /* why status or state have not come, as in LMOnline.h; 0 when they have */
+    int32_t status = -1; /* also when none has come */
+    int32_t state = -1;  /* the account's, after status 0; also when none has come */
+    DWORD cause = 0;     /* as LMOnline.h tells it; 0 when status 0 and a state have come */
 
     [[nodiscard]] bool IsAccepted() const { return status == 0 && state == 0; }
 };

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "base/Contained.h"
+#include "base/LastError.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
 #include "transport/Protocol.h"
@@ -20,19 +21,19 @@ bool MapShopSearch::AreItems(const void* items, int32_t count) {
     return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / mapItemSize;
 }
 
-void MapShopSearch::Run(const void* items, int32_t count) {
+DWORD MapShopSearch::Run(const void* items, int32_t count) {
     CgiRequest request(serviceHost, TEXT("cgi-bin/mapstore.cgi"), true, false);
     request.WriteInt32(mapSearchCode);
     request.WriteInt32(count);
     if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * mapItemSize);
-    if (request.SendRequest()) ReadReply(request);
+    return request.GetCause(request.SendRequest() ? ReadReply(request) : 0);
 }
 
-void MapShopSearch::ReadReply(ByteStream& reply) {
+int32_t MapShopSearch::ReadReply(ByteStream& reply) {
     // A status that cannot be read must not look like success.
     int32_t status = -1;
     reply.ReadInt32(status);
-    if (status != 0) return;
+    if (status != 0) return status;
 
     int32_t entryCount = 0;
     reply.ReadInt32(entryCount);
@@ -45,6 +46,7 @@ void MapShopSearch::ReadReply(ByteStream& reply) {
         if (type == mapEntryType) ReadMap(reply);
     }
     reply.ReadInt32(finalValue);
+    return status;
 }
 
 void MapShopSearch::ReadMap(ByteStream& reply) {
@@ -66,24 +68,30 @@ bool MapShopSearch::GetNext(MapShopResult& record) {
     return true;
 }
 
-/* What LMOnline.h declares: arguments are checked, exceptions are stopped. */
+/* What LMOnline.h declares: arguments are checked, exceptions are stopped, and the cause of a failure is left
+ * at the end, when nothing can change it any more. */
 
 MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
     auto* const search = new (std::nothrow) MapShopSearch;
-    if (search == nullptr) return nullptr;
-    // When memory runs out on the way, the results already read are kept.
-    if (MapShopSearch::AreItems(items, count)) RunContained([&] { search->Run(items, count); });
-    return search;
+    DWORD cause = ERROR_NOT_ENOUGH_MEMORY;
+    if (search != nullptr && !MapShopSearch::AreItems(items, count)) {
+        cause = LM_ERROR_BAD_ARGUMENT;
+    } else if (search != nullptr) {
+        // When memory runs out on the way, the results already read are kept.
+        cause = Contained(cause, [&] { return search->Run(items, count); });
+    }
+    return LeaveError(cause, search);
 }
 
 int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record) {
-    if (search == nullptr || record == nullptr) return 0;
-    return search->GetNext(*record) ? 1 : 0;
+    if (search == nullptr || record == nullptr) return LeaveError(LM_ERROR_BAD_ARGUMENT, 0);
+    const int32_t isThere = search->GetNext(*record) ? 1 : 0;
+    return LeaveError(isThere != 0 ? ERROR_SUCCESS : ERROR_NO_MORE_ITEMS, isThere);
 }
 
 int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
-    if (search == nullptr) return 0;
+    if (search == nullptr) return LeaveError(LM_ERROR_BAD_ARGUMENT, 0);
     const int32_t finalValue = search->FinalValue();
     delete search;
-    return finalValue;
+    return LeaveError(ERROR_SUCCESS, finalValue);
 }

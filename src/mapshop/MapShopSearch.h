@@ -16,9 +16,10 @@ public:
     static bool AreItems(const void* items, int32_t count);
 
     /* Asks the service and reads its whole reply; blocks until then. An exchange that fails leaves the search
-     * without results; of a reply that breaks off, the results that arrived whole are kept. Throws
-     * std::bad_alloc when memory runs out; the results before that are kept. */
-    void Run(const void* items, int32_t count);
+     * without results; of a reply that breaks off, the results that arrived whole are kept. Returns why not
+     * all was read, as LMOnline.h tells it; 0 when all was. Throws std::bad_alloc when memory runs out; the
+     * results before that are kept. */
+    DWORD Run(const void* items, int32_t count);
 
     /* Copies the next result into `record`: true. After the last one: false, and `record` stays as it was. */
     bool GetNext(MapShopResult& record);
@@ -27,7 +28,8 @@ public:
     [[nodiscard]] int32_t FinalValue() const { return finalValue; }
 
 private:
-    void ReadReply(ByteStream& reply);
+    /* Returns the status with which the reply begins. */
+    int32_t ReadReply(ByteStream& reply);
     void ReadMap(ByteStream& reply);
 
     std::list<MapShopResult> results;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <new>
 
+#include "LMOnline.h"
 #include "transport/BufferSizes.h"
+#include "transport/HttpStatus.h"
 #include "transport/NetworkConnection.h"
 
 namespace {
@@ -30,13 +32,16 @@ CgiRequest::CgiRequest(const WCHAR* host, const WCHAR* path, bool useConnectionM
         holdsManagedConnection = true;
     }
     session.Reset(InternetOpenW(TEXT("ZR_CgiClient-SP"), INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, 0));
+    if (!session) failure.NoteFailedCall();
     const INTERNET_PORT port = secure ? INTERNET_DEFAULT_HTTPS_PORT : INTERNET_DEFAULT_HTTP_PORT;
     connection.Reset(
         InternetConnectW(session.Get(), host, port, nullptr, nullptr, INTERNET_SERVICE_HTTP, 0, 0));
+    if (!connection) failure.NoteFailedCall();
     const DWORD flags =
         INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_PRAGMA_NOCACHE | (secure ? INTERNET_FLAG_SECURE : 0);
     request.Reset(
         HttpOpenRequestW(connection.Get(), TEXT("POST"), path, nullptr, nullptr, nullptr, flags, 0));
+    if (!request) failure.NoteFailedCall();
     mode = writing;
 }
 
@@ -60,14 +65,15 @@ bool CgiRequest::SendRequest() {
     const size_t size = body.size();
     // Before the request, so that memory cannot run out between it and its reply.
     if (size < smallestReceiveBuffer) body.resize(smallestReceiveBuffer);
-    const BOOL sent = HttpSendRequestW(request.Get(), nullptr, 0, body.data(), static_cast<DWORD>(size));
+    isSent = HttpSendRequestW(request.Get(), nullptr, 0, body.data(), static_cast<DWORD>(size)) != FALSE;
+    if (!isSent) failure.NoteFailedCall();
     mode = reading;
     good = true;
     byteCount = 0;
     readBuffer = body.data();
     readPos = 0;
     readAvail = 0;
-    return sent != FALSE;
+    return isSent;
 }
 
 bool CgiRequest::Read(void* data, uint32_t size) {
@@ -86,9 +92,20 @@ bool CgiRequest::Read(void* data, uint32_t size) {
 
 bool CgiRequest::FillBuffer() {
     DWORD received = 0;
-    // Whether the call succeeded does not matter: bytes that came before it failed belong to the reply.
-    InternetReadFile(request.Get(), body.data(), static_cast<DWORD>(body.size()), &received);
+    // Bytes that came before the call failed belong to the reply.
+    if (!InternetReadFile(request.Get(), body.data(), static_cast<DWORD>(body.size()), &received))
+        readFailure.NoteFailedCall();
     readPos = 0;
     readAvail = received;
-    return received > 0;
+    if (received > 0) return true;
+    readFailure.Note(LM_ERROR_REPLY_ENDED);
+    return failure.Note(readFailure.cause);
+}
+
+DWORD CgiRequest::GetCause(int32_t status) const {
+    if (!isSent || (failure.cause == ERROR_SUCCESS && status == 0)) return failure.cause;
+    const DWORD refusal = GetRefusal(request.Get());
+    if (LM_ERROR_KIND(refusal) == LM_ERROR_HTTP_STATUS) return refusal;
+    if (failure.cause != ERROR_SUCCESS) return failure.cause;
+    return LM_ERROR_SERVICE_STATUS | LM_ERROR_STATUS(static_cast<DWORD>(status));
 }

@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include "base/LastError.h"
 #include "transport/InternetHandle.h"
 
 class CgiRequest final : public ByteStream {
@@ -30,6 +31,12 @@ public:
      * of `data` stays as it was); false when there were none, and for a size of 0. */
     bool Read(void* data, uint32_t size) override;
 
+    /* Why the service has not done what it was asked, as LMOnline.h tells it; 0 when it has. `status` is what
+     * it has answered, of which 0 is success; a status that did not come, or only in part, does not count.
+     * The HTTP status is asked for unless all has gone well or nothing was sent: a reply that is a refusal
+     * may look like anything. */
+    [[nodiscard]] DWORD GetCause(int32_t status) const;
+
 private:
     bool FillBuffer();
 
@@ -38,4 +45,7 @@ private:
     InternetHandle connection;
     bool holdsManagedConnection = false;
     std::vector<uint8_t> body; /* the request's body, then the receive buffer */
+    bool isSent = false;
+    FirstFailure readFailure; /* of a read from the network; it may have brought bytes all the same */
+    FirstFailure failure;     /* why it was not sent, or why a read of the reply did not find all its bytes */
 };

@@ -1,5 +1,6 @@
 #include "transport/WebConnection.h"
 
+#include "transport/HttpStatus.h"
 #include "transport/NetworkConnection.h"
 #include "ui/MessageBoxes.h"
 
@@ -19,18 +20,21 @@ bool WebConnection::AcceptsRoaming() const {
 }
 
 bool WebConnection::Connect() {
-    if (state != notConnected) return state == connected;
+    if (state == failed) return false;
+    failure = {};
+    if (state == connected) return true;
     state = failed;
     if (useConnectionManager) {
-        if (!AcceptsRoaming()) return false;
+        if (!AcceptsRoaming()) return failure.Note(ERROR_CANCELLED);
         EstablishNetworkConnection();
         holdsManagedConnection = true;
     }
     const INTERNET_PORT port = secure ? INTERNET_DEFAULT_HTTPS_PORT : INTERNET_DEFAULT_HTTP_PORT;
     connection.Reset(InternetConnectW(sharedSession.Get(), host.c_str(), port, nullptr, nullptr,
                                       INTERNET_SERVICE_HTTP, 0, 0));
-    if (connection) state = connected;
-    return state == connected;
+    if (!connection) return failure.NoteFailedCall();
+    state = connected;
+    return true;
 }
 
 bool WebConnection::OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secureRequest) {
@@ -39,14 +43,12 @@ bool WebConnection::OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secur
                         INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_RESYNCHRONIZE |
                         INTERNET_FLAG_PRAGMA_NOCACHE | (secureRequest ? INTERNET_FLAG_SECURE : 0);
     request.Reset(HttpOpenRequestW(connection.Get(), verb, path, nullptr, nullptr, nullptr, flags, 0));
-    return HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0) != FALSE;
+    if (!request) failure.NoteFailedCall();
+    return HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0) || failure.NoteFailedCall();
 }
 
 DWORD WebConnection::GetStatus() const {
-    DWORD status = 1000;
-    DWORD size = sizeof status;
-    HttpQueryInfoW(request.Get(), HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status, &size, nullptr);
-    return status;
+    return GetHttpStatus(request.Get());
 }
 
 int64_t WebConnection::GetContentLength() const {

@@ -4,6 +4,7 @@
 #include "text/WideString.h"
 
 #include "LMOnline.h"
+#include "base/LastError.h"
 #include "transport/InternetHandle.h"
 
 /* Whether the user has agreed to go on while the phone is roaming; false at load. Who has is not asked
@@ -37,7 +38,7 @@ public:
      * by HTTPS. */
     bool OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secureRequest);
 
-    /* The HTTP status of the reply; 1000 when there is none. */
+    /* The HTTP status of the reply; 1000, and a last error, when there is none. */
     [[nodiscard]] DWORD GetStatus() const;
 
     /* The Content-Length of the reply in bytes; -1 when it has none or it is no number. */
@@ -60,6 +61,10 @@ public:
     bool holdsManagedConnection = false; /* Connect has asked for a data connection */
     WideString host;
     bool useConnectionManager;
+
+    /* Why the last request did not bring all that was asked, as LMOnline.h tells it; none when it did. A user
+     * who refuses to roam makes it ERROR_CANCELLED. */
+    FirstFailure failure;
 
 private:
     [[nodiscard]] bool AcceptsRoaming() const;

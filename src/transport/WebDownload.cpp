@@ -5,14 +5,15 @@
 
 #include "LMOnline.h"
 #include "base/Contained.h"
+#include "base/LastError.h"
 #include "base/Owned.h"
 #include "text/FormatString.h"
 #include "transport/BufferSizes.h"
+#include "transport/HttpStatus.h"
 
 namespace {
 
 constexpr DWORD chunkSize = downloadChunkSize;
-constexpr DWORD firstRefusal = 300;
 
 struct SystemFileKind {
     using Handle = HANDLE;
@@ -41,10 +42,10 @@ public:
     [[nodiscard]] bool IsThere() const { return isMine; }
     void Close() { file.Reset(); }
 
-    /* A move that fails leaves the file where it is. */
-    void MoveTo(const WideString& target) {
+    /* Whether it was moved. A move that fails leaves the file where it is. */
+    bool MoveTo(const WideString& target) {
         isMine = false;
-        MoveFileW(path.c_str(), target.c_str());
+        return MoveFileW(path.c_str(), target.c_str()) != FALSE;
     }
 
 private:
@@ -53,15 +54,24 @@ private:
     bool isMine;
 };
 
-bool ReceiveInto(HANDLE file, const WebConnection& connection) {
+/* The three below are false when they fail, and note why. */
+
+bool IsAccepted(WebConnection& connection) {
+    connection.failure.Note(GetRefusal(connection.request.Get()));
+    return connection.failure.cause == ERROR_SUCCESS;
+}
+
+bool ReceiveInto(HANDLE file, WebConnection& connection) {
     BYTE chunk[chunkSize];
     for (;;) {
         DWORD received = 0;
-        if (!InternetReadFile(connection.request.Get(), chunk, chunkSize, &received)) return false;
-        if (!connection.MayGoOn()) return false;
+        if (!InternetReadFile(connection.request.Get(), chunk, chunkSize, &received))
+            return connection.failure.NoteFailedCall();
+        if (!connection.MayGoOn()) return connection.failure.Note(LM_ERROR_CANCELLED);
         if (received == 0) return true;
         DWORD written = 0;
-        if (!WriteFile(file, chunk, received, &written, nullptr) || written < received) return false;
+        if (!WriteFile(file, chunk, received, &written, nullptr)) return connection.failure.NoteFailedCall();
+        if (written < received) return connection.failure.Note(ERROR_DISK_FULL);
         if (connection.progress != nullptr) connection.progress->bytesReceived += written;
     }
 }
@@ -72,21 +82,25 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
                         (connection.secure ? INTERNET_FLAG_SECURE : 0);
     connection.request.Reset(
         HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
+    if (!connection.request) connection.failure.NoteFailedCall();
     // In unsigned arithmetic, which wraps: signed numbers could overflow for an offset near the end of 64
     // bits.
     const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
                                            static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
     const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);
     return HttpSendRequestW(connection.request.Get(), header.c_str(), static_cast<DWORD>(header.size()),
-                            nullptr, 0) != FALSE;
+                            nullptr, 0) ||
+           connection.failure.NoteFailedCall();
 }
 
-bool ReceiveInto(BYTE* buffer, DWORD length, const WebConnection& connection) {
+bool ReceiveInto(BYTE* buffer, DWORD length, WebConnection& connection) {
     while (length > 0) {
         DWORD received = 0;
         const DWORD wanted = std::min(length, chunkSize);
-        if (!InternetReadFile(connection.request.Get(), buffer, wanted, &received)) return false;
-        if (received == 0 || !connection.MayGoOn()) return false;
+        if (!InternetReadFile(connection.request.Get(), buffer, wanted, &received))
+            return connection.failure.NoteFailedCall();
+        if (received == 0) return connection.failure.Note(LM_ERROR_REPLY_ENDED);
+        if (!connection.MayGoOn()) return connection.failure.Note(LM_ERROR_CANCELLED);
         buffer += received;
         length -= received;
     }
@@ -98,23 +112,28 @@ bool ReceiveInto(BYTE* buffer, DWORD length, const WebConnection& connection) {
 bool DownloadWebFile(WebConnection& connection, const WCHAR* urlPath, const WideString& localFile) {
     connection.request.Reset();
     if (!connection.OpenAndSend(urlPath, TEXT("GET"), connection.secure)) return false;
-    if (connection.GetStatus() >= firstRefusal) return false;
+    if (!IsAccepted(connection)) return false;
 
     WideString temporaryPath = localFile + TEXT(".TMP");
     // The old file goes first: the device may not have room for both.
     DeleteFileW(localFile.c_str());
     TemporaryFile file(std::move(temporaryPath));
     if (!file.IsThere()) {
+        connection.failure.NoteFailedCall();
         connection.request.Reset();
         return false;
     }
-    if (connection.progress != nullptr) *connection.progress = {0, connection.GetContentLength()};
+    DownloadProgress* const progress = connection.progress;
+    if (progress != nullptr) *progress = {0, connection.GetContentLength()};
 
     const bool complete = ReceiveInto(file.Get(), connection);
     file.Close();
     connection.request.Reset();
-    if (complete) file.MoveTo(localFile);
-    return complete;
+    if (!complete) return false;
+    if (!file.MoveTo(localFile)) connection.failure.NoteFailedCall();
+    if (progress != nullptr && progress->bytesReceived < progress->totalBytes)
+        connection.failure.Note(LM_ERROR_REPLY_ENDED);
+    return true;
 }
 
 int32_t ReadWebFileRange(WebConnection& connection, const WCHAR* urlPath, int64_t offset, int32_t length,
@@ -122,24 +141,44 @@ int32_t ReadWebFileRange(WebConnection& connection, const WCHAR* urlPath, int64_
     connection.request.Reset();
     if (!connection.Connect()) return -1;
     if (!OpenAndSendRange(connection, urlPath, offset, length)) return -1;
-    if (connection.GetStatus() >= firstRefusal) return -1;
+    if (!IsAccepted(connection)) return -1;
 
+    if (length < 0) connection.failure.Note(LM_ERROR_BAD_ARGUMENT);
     const bool complete =
         length > 0 && ReceiveInto(static_cast<BYTE*>(buffer), static_cast<DWORD>(length), connection);
     connection.request.Reset();
     return complete ? length : 0;
 }
 
-/* What LMOnline.h declares: arguments are checked, exceptions are stopped. */
+/* What LMOnline.h declares: arguments are checked, exceptions are stopped, and the cause of a failure is left
+ * at the end, when nothing can change it any more. */
+
+namespace {
+
+/* What `transfer` gives for a connection to `host`; `failed` when memory runs out. */
+template <class Operation>
+int32_t Transfer(const LMChar* host, LMProgressCallback callback, void* context, int32_t failed,
+                 Operation transfer) {
+    DWORD cause = ERROR_NOT_ENOUGH_MEMORY;
+    const int32_t result = Contained(failed, [&] {
+        WebConnection connection(host, true, false);
+        connection.progressCallback = callback;
+        connection.callbackContext = context;
+        const int32_t given = transfer(connection);
+        cause = connection.failure.cause;
+        return given;
+    });
+    return LeaveError(cause, result);
+}
+
+}  // namespace
 
 int32_t LM_CALL LMDownloadWebFileProgress(const LMChar* host, const LMChar* urlPath, const LMChar* localFile,
                                           LMProgressCallback callback, void* context,
                                           DownloadProgress* progress) {
-    if (host == nullptr || urlPath == nullptr || localFile == nullptr) return 0;
-    return Contained(0, [&] {
-        WebConnection connection(host, true, false);
-        connection.progressCallback = callback;
-        connection.callbackContext = context;
+    if (host == nullptr || urlPath == nullptr || localFile == nullptr)
+        return LeaveError(LM_ERROR_BAD_ARGUMENT, 0);
+    return Transfer(host, callback, context, 0, [&](WebConnection& connection) {
         connection.progress = progress;
         return DownloadWebFile(connection, urlPath, localFile) ? 1 : 0;
     });
@@ -152,11 +191,9 @@ int32_t LM_CALL x77fc64c7(const LMChar* host, const LMChar* urlPath, const LMCha
 
 int32_t LM_CALL xfa704a3f(const LMChar* host, const LMChar* urlPath, int64_t offset, int32_t length,
                           void* buffer, LMProgressCallback callback, void* context) {
-    if (host == nullptr || urlPath == nullptr || buffer == nullptr) return -1;
-    return Contained(-1, [&] {
-        WebConnection connection(host, true, false);
-        connection.progressCallback = callback;
-        connection.callbackContext = context;
+    if (host == nullptr || urlPath == nullptr || buffer == nullptr)
+        return LeaveError(LM_ERROR_BAD_ARGUMENT, -1);
+    return Transfer(host, callback, context, -1, [&](WebConnection& connection) {
         return ReadWebFileRange(connection, urlPath, offset, length, buffer);
     });
 }

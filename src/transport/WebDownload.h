@@ -1,5 +1,6 @@
 /* The two ways to fetch a file over a WebConnection. Both ask the connection's `progressCallback` after every
- * read from the network. */
+ * read from the network, and leave in its `failure` why they did not do all that they were asked: that may be
+ * more than their results tell. */
 #pragma once
 
 #include "transport/WebConnection.h"

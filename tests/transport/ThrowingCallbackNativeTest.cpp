@@ -8,5 +8,6 @@ TEST_F(Download, CallbackThatThrowsIsStoppedAtTheExport) {
     Answer(Content(5000));
     atCallback = []() -> int32_t { throw 5; };
     EXPECT_EQ(0, Fetch());
+    EXPECT_EQ(8u, GetLastError()) << "as when memory runs out";
     ExpectNeitherFile();
 }

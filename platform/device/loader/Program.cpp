@@ -13,6 +13,7 @@
 #include "ImageResources.h"
 #include "Imports.h"
 #include "LoadedImage.h"
+#include "ProgramFunctions.h"
 #include "machine/Allocations.h"
 #include "machine/Violations.h"
 
@@ -24,11 +25,27 @@ using Entry = int WINAPI(HINSTANCE instance, HINSTANCE previous, LPWSTR commandL
 jmp_buf* endOfProgram = nullptr;
 DWORD exitCode = 0;
 
+constexpr WCHAR libraryPath[] = TEXT("\\Program Files\\App\\OrvandeOnline.dll");
+
+/* The library that the program is bound to, if it is; loaded before it starts and unloaded after its end. */
+HMODULE boundLibrary = nullptr;
+
+void* FindProgramImport(std::string_view library, std::string_view function) {
+    if (library != "ORVANDEONLINE") return FindImport(library, function);
+    if (boundLibrary == nullptr) boundLibrary = LoadImageAtPath(libraryPath);
+    return FindExport(boundLibrary, std::string(function).c_str());
+}
+
+void Unbind() {
+    if (boundLibrary != nullptr) FreeImage(boundLibrary);
+    boundLibrary = nullptr;
+}
+
 /* Null, and a violation, when the file is no program. */
 std::unique_ptr<MappedImage> Map(const std::string& file) {
     const simulator::OwnWork ownWork;
     try {
-        auto program = std::make_unique<MappedImage>(file, NextBase(), FindImport);
+        auto program = std::make_unique<MappedImage>(file, NextBase(), FindProgramImport);
         Device& device = Device::Current();
         device.SetResources(device.ProgramInstance(), ResourcesOf(*program));
         return program;
@@ -64,6 +81,7 @@ ProgramResult RunProgram(const std::string& file, std::u16string_view commandLin
     if (program == nullptr) return {notStarted, {}, {}};
     Console::Current().Clear();
     Call(*program, CopyOf(commandLine).data());
+    Unbind();
     CheckHeap(blocks);
     const simulator::OwnWork ownWork;
     return {exitCode, Console::Current().Output(), Console::Current().Errors()};

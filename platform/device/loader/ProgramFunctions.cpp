@@ -63,6 +63,18 @@ int PutLine(const char* text) {
     return std::fprintf(StandardStream(1), "%s\n", text);
 }
 
+int PutByte(int byte) {
+    return std::fputc(byte, StandardStream(1));
+}
+
+int PrintFormatted(const char* format, ...) {
+    va_list values;
+    va_start(values, format);
+    const int length = std::vfprintf(StandardStream(1), format, values);
+    va_end(values);
+    return length;
+}
+
 double NumberAt(const WCHAR* text, WCHAR** end) {
     std::string narrow;
     for (const WCHAR* unit = text; *unit > 0 && *unit < 0x7F; ++unit)
@@ -82,12 +94,14 @@ DWORD WINAPI GetTickCount() {
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR text, int length, LPSTR bytes, int size,
                                LPCSTR substitute, LPBOOL wasSubstituted) {
     simulator::Call call("WideCharToMultiByte");
-    if (codePage != CP_UTF8 || flags != 0 || length < 0 || substitute != nullptr ||
+    if (codePage != CP_UTF8 || flags != 0 || length < -1 || substitute != nullptr ||
         wasSubstituted != nullptr) {
         call.Violates("this conversion is not simulated");
         return 0;
     }
-    const std::string converted = simulator::ToUtf8({text, static_cast<size_t>(length)});
+    // -1: up to the terminator, and with it.
+    const size_t units = length < 0 ? std::char_traits<WCHAR>::length(text) + 1 : static_cast<size_t>(length);
+    const std::string converted = simulator::ToUtf8({text, units});
     const auto count = static_cast<int>(converted.size());
     if (size == 0) return count;
     if (size < count) {

@@ -11,6 +11,8 @@ void* WINAPI FindExport(HMODULE module, const char* name);
 
 FILE* StandardStream(int number);
 int PutLine(const char* text);
+int PutByte(int byte);
+int PrintFormatted(const char* format, ...);
 
 /* Decimal numbers only. */
 double NumberAt(const WCHAR* text, WCHAR** end);

@@ -4,7 +4,8 @@
     make_import_table.py OUTPUT EXPORTS IMAGE ...
 
 A line for each function: IMPORT(LIBRARY, "name", name), or IMPORT(LIBRARY, "#ordinal", name) for what is
-imported by ordinal; its name stands in EXPORTS, the folder with the lists of what the device exports.
+imported by ordinal; its name stands in EXPORTS, the folder with the lists of what the device exports. What is
+imported from a library without a list is left out: another image has it.
 """
 import csv
 import pathlib
@@ -21,6 +22,8 @@ def name_of(exports, library, ordinal):
 def imports(exports, image):
     for entry in image.DIRECTORY_ENTRY_IMPORT:
         library = entry.dll.decode().removesuffix(".dll")
+        if not (exports / f"{library.lower()}.tsv").exists():
+            continue
         for function in entry.imports:
             name = function.name.decode() if function.name else name_of(exports, library, function.ordinal)
             called = function.name.decode() if function.name else f"#{function.ordinal}"

@@ -16,7 +16,10 @@
  *   _wfopen("\Temp\none", "rb") = null
  *   fclose(file 1) = 0
  *   CreateFileW("\Temp\file", 0x40000000, 0, null, 2, 0x00000080, null) = file 2
+ *   ReadFile(file 2, 4096) = TRUE, 4096
  *   WriteFile(file 2, 4096) = TRUE, 4096
+ *   SetFilePointer(file 2, -10, 2) = 90
+ *   FlushFileBuffers(file 2) = TRUE
  *   CloseHandle(file 2) = TRUE
  *   DeleteFileW("\Temp\file") = FALSE, error 2
  *   MoveFileW("\Temp\one", "\Temp\other") = TRUE

@@ -70,6 +70,7 @@ ssize_t ReadBytes(void* cookie, char* buffer, size_t size) {
 /* Whether all of them were written: a full device takes only the first of them. */
 bool Store(const StandardFile& file, const char* bytes, size_t size) {
     const size_t room = Storage::Current().Claim(size);
+    if (room < size) SetLastError(ERROR_DISK_FULL);
     return write(file.descriptor, bytes, room) == static_cast<ssize_t>(size);
 }
 

@@ -140,6 +140,45 @@ BOOL WINAPI WriteFile(HANDLE handle, LPCVOID data, DWORD size, LPDWORD written, 
     return call.True(std::to_string(*written));
 }
 
+BOOL WINAPI ReadFile(HANDLE handle, LPVOID data, DWORD size, LPDWORD received, LPOVERLAPPED overlapped) {
+    Call call("ReadFile");
+    call.Arguments({Handles::Current().NameOf(handle), std::to_string(size)});
+    *received = 0;
+    const auto* const file = Handles::Current().Find<SystemFile>(handle, call);
+    if (file == nullptr || overlapped != nullptr) return call.False(ERROR_INVALID_HANDLE);
+    if (call.MustFail()) return call.False(call.OrderedError());
+    if ((file->access & GENERIC_READ) == 0) return call.False(ERROR_ACCESS_DENIED);
+    const ssize_t count = read(file->descriptor, data, size);
+    *received = count > 0 ? static_cast<DWORD>(count) : 0;
+    return call.True(std::to_string(*received));
+}
+
+DWORD WINAPI SetFilePointer(HANDLE handle, LONG low, LONG* high, DWORD origin) {
+    Call call("SetFilePointer");
+    const int64_t distance =
+        high != nullptr ? int64_t{*high} * (int64_t{1} << 32) + static_cast<DWORD>(low) : int64_t{low};
+    call.Arguments({Handles::Current().NameOf(handle), std::to_string(distance), std::to_string(origin)});
+    const auto fails = [&](DWORD error) { return call.Fails(INVALID_SET_FILE_POINTER, "none", error); };
+    const auto* const file = Handles::Current().Find<SystemFile>(handle, call);
+    if (file == nullptr) return fails(ERROR_INVALID_HANDLE);
+    if (call.MustFail()) return fails(call.OrderedError());
+    // FILE_BEGIN, FILE_CURRENT and FILE_END are what the host calls SEEK_SET and so on.
+    const int64_t place = lseek64(file->descriptor, distance, static_cast<int>(origin));
+    if (place < 0) return fails(ERROR_NEGATIVE_SEEK);
+    if (high != nullptr) *high = static_cast<LONG>(place >> 32);
+    SetLastError(NO_ERROR);
+    return call.Returns(static_cast<DWORD>(place), std::to_string(place));
+}
+
+BOOL WINAPI FlushFileBuffers(HANDLE handle) {
+    Call call("FlushFileBuffers");
+    call.Arguments({Handles::Current().NameOf(handle)});
+    const auto* const file = Handles::Current().Find<SystemFile>(handle, call);
+    if (file == nullptr) return call.False(ERROR_INVALID_HANDLE);
+    if (call.MustFail()) return call.False(call.OrderedError());
+    return (file->access & GENERIC_WRITE) != 0 ? call.True() : call.False(ERROR_ACCESS_DENIED);
+}
+
 BOOL WINAPI DeleteFileW(LPCWSTR path) {
     Call call("DeleteFileW");
     call.Arguments({Quoted(path)});

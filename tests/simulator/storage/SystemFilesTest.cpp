@@ -18,6 +18,12 @@ protected:
         WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
         return written;
     }
+    static std::string ReadFrom(HANDLE file, DWORD size) {
+        std::string bytes(size, '?');
+        DWORD count = 99;
+        if (!ReadFile(file, bytes.data(), size, &count, nullptr)) return "not read";
+        return bytes.substr(0, count);
+    }
 };
 
 }  // namespace
@@ -109,6 +115,57 @@ TEST_F(SystemFiles, FileForReadingIsNotWritten) {
     CloseHandle(file);
 }
 
+TEST_F(SystemFiles, FileIsReadFromThePlaceThatWasSought) {
+    device.PutFile(path, "abcdef");
+    const HANDLE file = OpenForReading();
+    LONG high = 0;
+    EXPECT_EQ(6u, SetFilePointer(file, 0, nullptr, FILE_END));
+    EXPECT_EQ("", ReadFrom(file, 9)) << "the end";
+    EXPECT_EQ(2u, SetFilePointer(file, 2, &high, FILE_BEGIN));
+    EXPECT_EQ("cd", ReadFrom(file, 2));
+    EXPECT_EQ(3u, SetFilePointer(file, -1, nullptr, FILE_CURRENT));
+    EXPECT_EQ("def", ReadFrom(file, 9));
+    EXPECT_EQ(INVALID_SET_FILE_POINTER, SetFilePointer(file, -7, nullptr, FILE_END));
+    EXPECT_EQ(DWORD{ERROR_NEGATIVE_SEEK}, GetLastError());
+    CloseHandle(file);
+    EXPECT_EQ("SetFilePointer(file 1, 2, 0) = 2", device.Calls({"SetFilePointer"})[1]);
+    EXPECT_EQ("ReadFile(file 1, 9) = TRUE, 0", device.Calls({"ReadFile"})[0]);
+}
+
+TEST_F(SystemFiles, PlacesBeyond4GigabytesHaveTwoHalves) {
+    const HANDLE file = Create();
+    LONG high = 1;
+    EXPECT_EQ(0xFFFFFFFEu, SetFilePointer(file, -2, &high, FILE_BEGIN));
+    EXPECT_EQ(1, high);
+    high = 0;
+    EXPECT_EQ(1u, SetFilePointer(file, 3, &high, FILE_CURRENT));
+    EXPECT_EQ(2, high);
+    CloseHandle(file);
+}
+
+TEST_F(SystemFiles, PlaceWhoseLowHalfLooksLikeAFailureIsNone) {
+    const HANDLE file = Create();
+    SetLastError(ERROR_GEN_FAILURE);
+    LONG high = 1;
+    EXPECT_EQ(INVALID_SET_FILE_POINTER, SetFilePointer(file, -1, &high, FILE_BEGIN));
+    EXPECT_EQ(1, high);
+    EXPECT_EQ(DWORD{NO_ERROR}, GetLastError());
+    CloseHandle(file);
+}
+
+TEST_F(SystemFiles, FileForWritingIsNotReadAndOneForReadingNotFlushed) {
+    const HANDLE writing = Create();
+    EXPECT_EQ("not read", ReadFrom(writing, 1));
+    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
+    EXPECT_TRUE(FlushFileBuffers(writing));
+    CloseHandle(writing);
+    const HANDLE reading = OpenForReading();
+    EXPECT_FALSE(FlushFileBuffers(reading));
+    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
+    CloseHandle(reading);
+    EXPECT_EQ("FlushFileBuffers(file 1) = TRUE", device.Calls({"FlushFileBuffers"})[0]);
+}
+
 TEST_F(SystemFiles, FileThatIsClosedTwiceIsAViolation) {
     const HANDLE file = Create();
     EXPECT_TRUE(CloseHandle(file));
@@ -125,12 +182,17 @@ TEST_F(SystemFiles, FileLeftOpenIsAViolation) {
 
 TEST_F(SystemFiles, EachCallCanBeMadeToFail) {
     device.PutFile(path, "x");
-    for (const char* function : {"CreateFileW", "WriteFile", "CloseHandle", "DeleteFileW", "MoveFileW"})
+    for (const char* function : {"CreateFileW", "ReadFile", "WriteFile", "SetFilePointer", "FlushFileBuffers",
+                                 "CloseHandle", "DeleteFileW", "MoveFileW"})
         device.FailCall(function, 1, ERROR_GEN_FAILURE);
     EXPECT_EQ(INVALID_HANDLE_VALUE, Create());
     EXPECT_EQ(DWORD{ERROR_GEN_FAILURE}, GetLastError());
     const HANDLE file = Create();
     EXPECT_EQ(0u, Write(file, "y"));
+    EXPECT_EQ("not read", ReadFrom(file, 1));
+    EXPECT_EQ(INVALID_SET_FILE_POINTER, SetFilePointer(file, 0, nullptr, FILE_BEGIN));
+    EXPECT_EQ(DWORD{ERROR_GEN_FAILURE}, GetLastError());
+    EXPECT_FALSE(FlushFileBuffers(file));
     EXPECT_FALSE(CloseHandle(file)) << "it is closed all the same";
     EXPECT_FALSE(DeleteFileW(path));
     EXPECT_FALSE(MoveFileW(path, u"\\Temp\\other"));

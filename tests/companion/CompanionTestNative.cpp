@@ -1,0 +1,29 @@
+#include "companion/CompanionTest.h"
+
+#include "frame/LibraryEntry.h"
+#include "frame/ResourceModule.h"
+#include "transport/NetworkConnection.h"
+#include "ui/MessageBoxes.h"
+#include "ui/TranslationCatalogue.h"
+
+void CompanionTest::SetUp() {
+    DeviceTest::SetUp();
+    device.SetResources(device.LibraryInstance(), ReadResourceFile(ORVANDE_TEST_RESOURCES));
+    device.SetLibraryPath(u"\\Program Files\\App\\OrvandeAccount.dll");
+    managedConnection = nullptr;
+    Restart();
+    SetLastError(staleError);
+}
+
+void CompanionTest::TearDown() {
+    SetMessageBoxCaption({});
+    translationCatalogue.SetLanguage(TEXT("English"), {});
+    translationCatalogue.WriteUntranslatedFile({}, {});
+    ownModule = nullptr;
+    managedConnection = nullptr;
+    DeviceTest::TearDown();
+}
+
+void CompanionTest::Restart() {
+    AttachLibrary(device.LibraryInstance(), DLL_PROCESS_ATTACH, nullptr);
+}
