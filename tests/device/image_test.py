@@ -244,6 +244,17 @@ class RuntimeSample(RelocationTest, unittest.TestCase):
     links = ("tests/runtime/runtime_sample.elf", "tests/runtime/runtime_sample_moved.elf")
 
 
+class Resume(RelocationTest, unittest.TestCase):
+    name = "resume.exe"
+    links = ("examples/resume.elf", "examples/resume_moved.elf")
+
+    def test_it_is_bound_to_the_functions_that_it_calls(self):
+        imports = {entry.dll.decode(): {function.name.decode() for function in entry.imports}
+                   for entry in self.image.DIRECTORY_ENTRY_IMPORT}
+        self.assertEqual({"COREDLL.dll", "OrvandeOnline.dll"}, set(imports))
+        self.assertEqual({"LMDownloadWebFileProgress", "xfa704a3f"}, imports["OrvandeOnline.dll"])
+
+
 class StandIns(unittest.TestCase):
     def test_their_ordinals_are_the_devices(self):
         definitions = (SOURCE / "platform/windows/aygshell.def").read_text(encoding="ascii")
