@@ -1,5 +1,5 @@
 /* Downloads that go on: what comes again after each way to break off, and what is kept. */
-#include "resume/ResumeFixture.h"
+#include "examples/resume/ResumeFixture.h"
 
 #include <new>
 
