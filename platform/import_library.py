@@ -50,16 +50,11 @@ def object_file(machine, sections, symbols):
         if len(field) > 8:
             field = struct.pack("<II", 0, 4 + len(strings))
             strings += name.encode() + b"\0"
-        value = flags_of(sections, name) if kind == SECTION else 0
+        value = DATA if kind == SECTION else 0
         table += struct.pack("<8sIhHBB", field, value, section, 0, kind, 0)
     header = struct.pack("<HHIIIHH", machine.number, len(sections), 0, position + len(contents), len(symbols),
                          0, 0x0100)
     return header + headers + contents + table + struct.pack("<I", 4 + len(strings)) + strings
-
-
-def flags_of(sections, name):
-    """The value of a section's symbol: the flags of the section, wherever that one is."""
-    return next((flags for other, flags, *_ in sections if other == name), DATA)
 
 
 def descriptor(machine, library, null_thunk):

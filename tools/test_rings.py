@@ -18,6 +18,8 @@ RINGS = {
     "windows": (["windows", "service"], [SERVICE, ("windows", "all"), ("windows-tests", "windows-tests")]),
     "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
+    "packages": (["native", "windows", "device", "service", "sign"],
+                 [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
     # What measures is compiled, and never run here.
     "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],
