@@ -117,10 +117,12 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
 std::wstring Help() {
     return LR"(
 download fetches PATH, as the search lists it, into FILE, and shows how far it is. It grows as FILE.TMP. An
-older FILE is deleted when the host begins to send the new one. With --resume it comes in pieces, grows as
-FILE.part, which stays when the download breaks off, and takes the place of an older FILE at its end; the same
-command goes on where it broke off. A host that sends no parts sends it whole.)" +
-           std::wstring(DownloadHelp());
+older FILE is deleted when the host begins to send the new one.)" +
+           std::wstring(DownloadHelp()) +
+           LR"(
+With --resume it comes in pieces and grows as FILE.part, which stays when the download breaks off or is
+cancelled; the same command then goes on with it. An older FILE stays until all of the new one is there. A
+host that knows no parts, or does not say how long the file is, sends it whole.)";
 }
 
 std::wstring Example() {
