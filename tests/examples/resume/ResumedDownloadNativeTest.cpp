@@ -73,6 +73,14 @@ TEST_F(Resume, LastPieceThatNeverReachedTheDiskComesAgain) {
     ExpectWhole();
 }
 
+TEST_F(Resume, PartThatIsLongerThanTheFileBeginsAnew) {
+    BreakOffAfter(3);
+    device.PutFile(part, content + "x");
+    EXPECT_EQ(resumeDone, Run());
+    EXPECT_EQ(0, takenOver);
+    ExpectWhole();
+}
+
 TEST_F(Resume, CancelledAtEachReadKeepsWhatHasCome) {
     EXPECT_EQ(resumeCancelled, Run(Cancel));
     ExpectOlder();
