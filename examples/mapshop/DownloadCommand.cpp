@@ -2,6 +2,7 @@
 
 #include "Commands.h"
 #include "Console.h"
+#include "FailureText.h"
 #include "Interruption.h"
 #include "LocalFile.h"
 #include "NumberText.h"
@@ -47,46 +48,45 @@ ExitCode Fail(const Files& files, const std::wstring& what, ExitCode code) {
     return code;
 }
 
-ExitCode ReportFailure(const Transfer& transfer, const WebArguments& arguments, const Files& files) {
-    if (transfer.interruption.Wanted()) return Fail(files, L"Cancelled; nothing was kept.", exitCancelled);
-    if (transfer.progress.bytesReceived == notBegun) {
-        return Fail(files,
-                    L"Nothing was downloaded: " + arguments.host + L" cannot be reached, or refused " +
-                        arguments.operands[0] + L".",
-                    exitNoAnswer);
-    }
-    return Fail(files,
-                L"The download broke off after " + BytesText(transfer.progress.bytesReceived) +
-                    L", and nothing was kept: the connection was lost, or there is no room for the file.",
-                exitNoAnswer);
+ExitCode ReportFailure(const Transfer& transfer, DWORD cause, const Asked& asked, const Files& files) {
+    const int64_t received = transfer.progress.bytesReceived;
+    const std::wstring lead = received == notBegun
+                                  ? files.target + L" was not downloaded"
+                                  : L"The download of " + files.target + L" broke off after " +
+                                        BytesText(received) + L", and nothing was kept";
+    return Fail(files, FailureSentence(lead, cause, asked),
+                transfer.interruption.Wanted() ? exitCancelled : exitNoAnswer);
 }
 
-/* The library calls every reply that ends complete, so its length is looked at here. */
-ExitCode ReportReceived(const DownloadProgress& progress, const Files& files) {
-    if (IsThere(files.temporary)) {
-        PrintError(L"The download is complete, but " + files.target + L" could not be replaced: it is in " +
-                   files.temporary + L".");
-        return exitNotWritten;
-    }
-    if (progress.bytesReceived < progress.totalBytes) {
+/* The library calls every reply that ends complete; the cause tells of what is not as it should be. */
+ExitCode ReportReceived(const DownloadProgress& progress, DWORD cause, const Files& files) {
+    if (cause == LM_ERROR_REPLY_ENDED) {
         DeleteFileW(files.target.c_str());
-        return Fail(files,
-                    L"The download ended after " + BytesText(progress.bytesReceived) + L" of " +
-                        GroupedDigits(progress.totalBytes) + L", and nothing was kept.",
-                    exitNoAnswer);
+        const std::wstring lead = L"The download of " + files.target + L" ended after " +
+                                  BytesText(progress.bytesReceived) + L" of " +
+                                  GroupedDigits(progress.totalBytes) + L", and nothing was kept";
+        return Fail(files, FailureSentence(lead, cause), exitNoAnswer);
+    }
+    if (cause != ERROR_SUCCESS) {
+        PrintError(FailureSentence(L"The download is in " + files.temporary + L", because " + files.target +
+                                       L" could not be replaced",
+                                   cause));
+        return exitNotWritten;
     }
     PrintLine(BytesText(progress.bytesReceived) + L" saved as " + files.target + L".");
     return exitDone;
 }
 
-ExitCode Download(decltype(&LMDownloadWebFileProgress) download, const WebArguments& arguments,
+ExitCode Download(LMDownloadWebFileProgressFunction download, const WebArguments& arguments,
                   const Files& files) {
     const ProgressStyle usual = ErrorsAreOnConsole() ? ProgressStyle::bar : ProgressStyle::lines;
     Transfer transfer(arguments.progress.value_or(usual));
     const int32_t result = download(arguments.host.c_str(), arguments.operands[0].c_str(),
                                     files.target.c_str(), OnRead, &transfer, &transfer.progress);
+    const DWORD cause = GetLastError();
     transfer.display.Finish(transfer.progress);
-    return result == 0 ? ReportFailure(transfer, arguments, files) : ReportReceived(transfer.progress, files);
+    if (result != 0) return ReportReceived(transfer.progress, cause, files);
+    return ReportFailure(transfer, cause, {arguments.host, arguments.operands[0]}, files);
 }
 
 ExitCode Run(const std::vector<std::wstring>& arguments) {
@@ -96,7 +96,7 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
         return exitUsage;
     }
     OnlineLibrary library;
-    const decltype(&LMDownloadWebFileProgress) download = library.Find("LMDownloadWebFileProgress");
+    const LMDownloadWebFileProgressFunction download = library.Find("LMDownloadWebFileProgress");
     if (!library.Problem().empty()) {
         PrintError(library.Problem());
         return exitLibraryFailed;

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "NumberText.h"
+#include "FailureText.h"
 
 namespace {
 
@@ -27,26 +27,9 @@ private:
     DWORD error;
 };
 
-std::wstring Reason(DWORD error) {
-    switch (error) {
-        case ERROR_PATH_NOT_FOUND:
-            return L"its folder does not exist, or its name is too long";
-        case ERROR_INVALID_NAME:
-            return L"no file can have that name";
-        case ERROR_ACCESS_DENIED:
-            return L"access to it is denied";
-        case ERROR_SHARING_VIOLATION:
-            return L"another program has it open";
-        case ERROR_DISK_FULL:
-            return L"there is no room for it";
-        default:
-            return L"Windows error " + DecimalText(error);
-    }
-}
-
 /* A sentence for an error; empty for ERROR_SUCCESS. */
 std::wstring Problem(const std::wstring& path, DWORD error) {
-    return error == ERROR_SUCCESS ? L"" : path + L" cannot be written: " + Reason(error) + L".";
+    return error == ERROR_SUCCESS ? L"" : FailureSentence(path + L" cannot be written", error);
 }
 
 std::wstring WhyNotOverwritten(const std::wstring& path, DWORD attributes) {

@@ -10,7 +10,7 @@
 /* OrvandeOnline.dll from the program's own folder; unloaded when the object is destroyed. */
 class OnlineLibrary {
 public:
-    /* Becomes a pointer to whatever function is asked for. */
+    /* Becomes a pointer of any type: LMOnline.h has those of the functions. */
     struct Address {
         FARPROC address;
 

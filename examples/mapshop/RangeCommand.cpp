@@ -5,6 +5,7 @@
 
 #include "Commands.h"
 #include "Console.h"
+#include "FailureText.h"
 #include "HexDump.h"
 #include "Interruption.h"
 #include "LocalFile.h"
@@ -43,21 +44,14 @@ int LM_CALL OnRead(void* context) noexcept {
 }
 
 /* Reports why the library did not give all the bytes wanted. */
-ExitCode ReportFailure(int32_t result, bool wasInterrupted, const WebArguments& arguments,
-                       const Range& range) {
-    if (wasInterrupted) {
-        PrintError(L"Cancelled; nothing was kept.");
-        return exitCancelled;
+ExitCode ReportFailure(DWORD cause, bool wasInterrupted, const WebArguments& arguments, const Range& range) {
+    std::wstring lead = arguments.operands[0] + L" was not read";
+    if (cause == LM_ERROR_REPLY_ENDED) {
+        lead = arguments.operands[0] + L" has no " + BytesText(range.length) + L" from byte " +
+               DecimalText(range.offset) + L" on, or the connection was lost";
     }
-    const std::wstring& path = arguments.operands[0];
-    if (result < 0) {
-        PrintError(L"Nothing was read: " + arguments.host + L" cannot be reached, or refused " + path +
-                   L" or this part of it.");
-    } else {
-        PrintError(L"The reply broke off: " + path + L" has no " + BytesText(range.length) + L" from byte " +
-                   DecimalText(range.offset) + L" on, or the connection was lost.");
-    }
-    return exitNoAnswer;
+    PrintError(FailureSentence(lead, cause, {arguments.host, arguments.operands[0]}));
+    return wasInterrupted ? exitCancelled : exitNoAnswer;
 }
 
 void PrintDump(int64_t offset, std::span<const uint8_t> bytes) {
@@ -86,17 +80,18 @@ ExitCode Deliver(const WebArguments& arguments, const Range& range, std::span<co
     return exitDone;
 }
 
-ExitCode Read(decltype(&xfa704a3f) readRange, const WebArguments& arguments, const Range& range) {
+ExitCode Read(LMReadWebFileRangeFunction readRange, const WebArguments& arguments, const Range& range) {
     const auto size = static_cast<size_t>(range.length);
     const std::unique_ptr<uint8_t[]> bytes(new (std::nothrow) uint8_t[size]);
     if (bytes == nullptr) {
-        PrintError(L"There is not enough memory for " + BytesText(range.length) + L".");
+        PrintError(FailureSentence(BytesText(range.length) + L" cannot be read", ERROR_NOT_ENOUGH_MEMORY));
         return exitNoAnswer;
     }
     Interruption interruption;
     const int32_t result = readRange(arguments.host.c_str(), arguments.operands[0].c_str(), range.offset,
                                      range.length, bytes.get(), OnRead, &interruption);
-    if (result != range.length) return ReportFailure(result, interruption.Wanted(), arguments, range);
+    const DWORD cause = GetLastError();
+    if (result != range.length) return ReportFailure(cause, interruption.Wanted(), arguments, range);
     return Deliver(arguments, range, {bytes.get(), size});
 }
 
@@ -110,7 +105,7 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
         return exitUsage;
     }
     OnlineLibrary library;
-    const decltype(&xfa704a3f) readRange = library.Find("xfa704a3f");
+    const LMReadWebFileRangeFunction readRange = library.Find("xfa704a3f");
     if (!library.Problem().empty()) {
         PrintError(library.Problem());
         return exitLibraryFailed;

@@ -2,6 +2,7 @@
 
 #include "Commands.h"
 #include "Console.h"
+#include "FailureText.h"
 #include "GeoBox.h"
 #include "NumberText.h"
 #include "OnlineLibrary.h"
@@ -16,25 +17,25 @@ std::wstring Counted(int64_t count, const std::wstring& noun) {
 struct Results {
     std::vector<MapShopResult> maps;
     int32_t catalogueSize = 0;  // the number that ends the service's answer
-    bool made = false;          // false: no memory for the search
+    DWORD cause = 0;            // why these are not all; 0 when they are
 };
 
 /* The library's part in a search. */
 struct ShopFunctions {
-    decltype(&LMMapShopSearch) search;
-    decltype(&LMMapShopGetNext) getNext;
-    decltype(&LMMapShopClose) close;
+    LMMapShopSearchFunction search;
+    LMMapShopGetNextFunction getNext;
+    LMMapShopCloseFunction close;
 };
 
 Results Search(const ShopFunctions& shop, const std::vector<GeoBox>& boxes) {
     Results results;
     MapShopSearch* const search = shop.search(boxes.data(), static_cast<int32_t>(boxes.size()));
-    if (search == nullptr) return results;
+    results.cause = GetLastError();
+    // Without memory for a search there is none; the two take that for an empty one.
     MapShopResult map;
     while (shop.getNext(search, &map) != 0)
         results.maps.push_back(map);
     results.catalogueSize = shop.close(search);
-    results.made = true;
     return results;
 }
 
@@ -49,6 +50,14 @@ void PrintTable(const std::vector<MapShopResult>& maps) {
     table.FitLastColumn(LineWidth(Output::standard), leastDescription);
     for (const std::wstring& line : table.Lines())
         PrintLine(line);
+}
+
+/* Reports why there are no results, or why these are not all. */
+ExitCode ReportFailure(const Results& results) {
+    const std::wstring lead =
+        results.maps.empty() ? L"The search brought nothing" : L"These are not all maps";
+    PrintError(FailureSentence(lead, results.cause, {MAPSHOP_DEFAULT_HOST, L"the map shop"}));
+    return exitNoAnswer;
 }
 
 /* Searches for the boxes of the arguments (see ParseBoxes; none: everything). */
@@ -66,15 +75,8 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
         return exitLibraryFailed;
     }
     const Results results = Search(shop, parsed.boxes);
-    if (!results.made) {
-        PrintError(L"There is not enough memory for a search.");
-        return exitNoAnswer;
-    }
-    if (results.maps.empty() && results.catalogueSize == 0) {
-        PrintError(L"No maps: the service cannot be reached, refused the search, or has none.");
-        return exitNoAnswer;
-    }
     if (!results.maps.empty()) PrintTable(results.maps);
+    if (results.cause != ERROR_SUCCESS) return ReportFailure(results);
     const std::wstring found = results.maps.empty() ? L"No maps" : Counted(std::ssize(results.maps), L"map");
     PrintLine((results.maps.empty() ? L"" : L"\n") + found + L" found; " +
               Counted(results.catalogueSize, L"map") + L" in the catalogue.");
@@ -85,7 +87,8 @@ std::wstring Help() {
     return LR"(
 search lists the maps of the map shop that meet any of the boxes, or all maps when no box is given. The edges
 of a box are decimal numbers in degrees: south and north from -90 to 90, west and east from -180 to 180. A box
-whose west is greater than its east crosses the 180th meridian.)";
+whose west is greater than its east crosses the 180th meridian. Of an answer that breaks off, what came is
+listed; the exit code is 1 then.)";
 }
 
 std::wstring Example() {

@@ -70,8 +70,11 @@ TEST_F(MapshopProgram, HostThatIsNotThereIsToldWithItsExitCode) {
     const ProgramResult result = Run(u"download /f \\Temp\\f --host nowhere.example");
     EXPECT_EQ(1u, result.exitCode);
     EXPECT_EQ("", result.output);
-    EXPECT_EQ("mapshop: Nothing was downloaded: nowhere.example cannot be reached, or refused /f.\n",
-              result.errors);
+    EXPECT_EQ(
+        "mapshop: \\Temp\\f was not downloaded: the host nowhere.example is not known; check its name and "
+        "the "
+        "connection (12007).\n",
+        result.errors);
     EXPECT_FALSE(device.Exists(u"\\Temp\\f"));
 }
 

@@ -96,7 +96,8 @@ TEST_F(MapshopDownload, WrongArgumentsAreNamed) {
 
 TEST_F(MapshopDownload, TargetThatCannotBeWrittenIsNamedBeforeAnythingIsSent) {
     ExpectRefusal(4, L"download /a none\\a.map",
-                  "none\\a.map.TMP cannot be written: its folder does not exist, or its name is too long.");
+                  "none\\a.map.TMP cannot be written: its folder does not exist, or its name is too long; "
+                  "name another file (3).");
     ASSERT_TRUE(CreateDirectoryW(PathOf(L"folder").c_str(), nullptr));
     ExpectRefusal(4, L"download /a folder", "folder is a folder.");
     ASSERT_TRUE(CreateDirectoryW(PathOf(L"b.map.TMP").c_str(), nullptr));
@@ -117,7 +118,8 @@ TEST_F(MapshopDownload, TargetThatIsOpenElsewhereStays) {
     PutFile(path, "older");
     const HANDLE open =
         CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    ExpectRefusal(4, L"download /a a.map", "a.map cannot be written: another program has it open.");
+    ExpectRefusal(4, L"download /a a.map",
+                  "a.map cannot be written: another program has it open; close it there (32).");
     CloseHandle(open);
     EXPECT_EQ("older", ContentOf(path));
 }

@@ -9,6 +9,8 @@
 #include "programs/mapshop/MapshopProgramTest.h"
 
 using testing::AnyOf;
+using testing::EndsWith;
+using testing::StartsWith;
 
 namespace {
 
@@ -43,9 +45,11 @@ using MapshopUnreached = MapshopProgramTest;
 TEST_F(MapshopDownload, RefusedPathLeavesTheOlderFile) {
     PutFile(PathOf(L"a.map"), "older");
     server.Answer(ConnectionScript{notFound});
-    ExpectFailure(1,
-                  "Nothing was downloaded: online.orvande.example cannot be reached, or refused /maps/a.map.",
-                  Run(L"download /maps/a.map a.map"));
+    ExpectFailure(
+        1,
+        "a.map was not downloaded: online.orvande.example does not have /maps/a.map; check the name "
+        "(HTTP 404).",
+        Run(L"download /maps/a.map a.map"));
     EXPECT_EQ("older", ContentOf(PathOf(L"a.map")));
     EXPECT_EQ(std::vector<std::wstring>{L"a.map"}, folder.Names());
 }
@@ -55,8 +59,10 @@ TEST_F(MapshopDownload, CutShortOfItsLengthKeepsNothing) {
     const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
     EXPECT_EQ(1U, outcome.exitCode);
     EXPECT_EQ("", outcome.output);
-    EXPECT_EQ("mapshop: The download ended after 5,000 bytes of 10,000, and nothing was kept.",
-              LastLineOf(outcome.errors));
+    EXPECT_EQ(
+        "mapshop: The download of a.map ended after 5,000 bytes of 10,000, and nothing was kept: the reply "
+        "ended early; try again (0x20000003).",
+        LastLineOf(outcome.errors));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
 
@@ -66,8 +72,8 @@ TEST_F(MapshopDownload, CutOverAnOlderFileSaysThatItIsGone) {
     const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
     EXPECT_EQ(1U, outcome.exitCode);
     EXPECT_EQ(
-        "mapshop: The download ended after 5,000 bytes of 10,000, and nothing was kept. The older a.map is "
-        "gone.",
+        "mapshop: The download of a.map ended after 5,000 bytes of 10,000, and nothing was kept: the reply "
+        "ended early; try again (0x20000003). The older a.map is gone.",
         LastLineOf(outcome.errors));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
@@ -83,10 +89,11 @@ TEST_F(MapshopDownload, LostConnectionKeepsNothing) {
     EXPECT_EQ("", outcome.output);
     EXPECT_THAT(
         outcome.errors,
-        AnyOf("mapshop: The download broke off after 0 bytes, and nothing was kept: the connection was "
-              "lost, or there is no room for the file.\n",
+        AnyOf("mapshop: The download of a.map broke off after 0 bytes, and nothing was kept: the connection "
+              "to online.orvande.example was lost; try again (10054).\n",
               "0%  0 of 10,000 bytes\n"
-              "mapshop: The download ended after 0 bytes of 10,000, and nothing was kept.\n"));
+              "mapshop: The download of a.map ended after 0 bytes of 10,000, and nothing was kept: the reply "
+              "ended early; try again (0x20000003).\n"));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
 
@@ -100,8 +107,10 @@ TEST_F(MapshopDownload, TargetThatIsMadeMeanwhileStaysAndTheDownloadIsNamed) {
     const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
     EXPECT_EQ(4U, outcome.exitCode);
     EXPECT_EQ("", outcome.output);
-    EXPECT_EQ("mapshop: The download is complete, but a.map could not be replaced: it is in a.map.TMP.",
-              LastLineOf(outcome.errors));
+    EXPECT_EQ(
+        "mapshop: The download is in a.map.TMP, because a.map could not be replaced: a file of that name is "
+        "there; delete or rename one of the two (183).",
+        LastLineOf(outcome.errors));
     EXPECT_EQ("made meanwhile", ContentOf(PathOf(L"a.map")));
     EXPECT_EQ(Content(100), ContentOf(PathOf(L"a.map.TMP")));
 }
@@ -109,13 +118,25 @@ TEST_F(MapshopDownload, TargetThatIsMadeMeanwhileStaysAndTheDownloadIsNamed) {
 TEST_F(MapshopUnreached, HostIsNamed) {
     const ClosedPort closed;
     const WebProxy nobody(closed.Number());
-    ExpectFailure(1, "Nothing was downloaded: maps.example cannot be reached, or refused /maps/a.map.",
+    const std::string reason =
+        "maps.example cannot be reached; check the connection, or try again later (12029).";
+    ExpectFailure(1, "a.map was not downloaded: " + reason,
                   Run(L"download /maps/a.map a.map --host maps.example"));
-    ExpectFailure(1,
-                  "Nothing was read: maps.example cannot be reached, or refused /maps/a.map or this part of "
-                  "it.",
+    ExpectFailure(1, "/maps/a.map was not read: " + reason,
                   Run(L"range /maps/a.map 0 20 part --host maps.example"));
+    ExpectFailure(
+        1,
+        "The search brought nothing: online.orvande.example cannot be reached; check the connection, "
+        "or try again later (12029).",
+        Run(L"search"));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
+}
+
+TEST_F(MapshopUnreached, HostThatIsNotKnownIsNamed) {
+    ExpectFailure(1,
+                  "a.map was not downloaded: the host maps.invalid is not known; check its name and the "
+                  "connection (12007).",
+                  Run(L"download /maps/a.map a.map --host maps.invalid"));
 }
 
 TEST_F(MapshopInterrupted, DownloadIsCancelledAndKeepsNothing) {
@@ -135,6 +156,8 @@ TEST_F(MapshopInterrupted, DownloadIsCancelledAndKeepsNothing) {
     const ChildOutcome outcome = Run(L"download /maps/a.map a.map");
     EXPECT_EQ(5U, outcome.exitCode);
     EXPECT_EQ("", outcome.output);
-    EXPECT_EQ("mapshop: Cancelled; nothing was kept.", LastLineOf(outcome.errors));
+    EXPECT_THAT(LastLineOf(outcome.errors), StartsWith("mapshop: The download of a.map broke off after "));
+    EXPECT_THAT(LastLineOf(outcome.errors),
+                EndsWith(" bytes, and nothing was kept: it was cancelled (0x20000002)."));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }

@@ -51,8 +51,8 @@ TEST_F(MapshopRange, RefusedPathLeavesTheOlderFile) {
     server.Answer(ConnectionScript{notFound});
     ExpectFailure(
         1,
-        "Nothing was read: online.orvande.example cannot be reached, or refused /maps/a.map or this "
-        "part of it.",
+        "/maps/a.map was not read: online.orvande.example does not have /maps/a.map; check the name (HTTP "
+        "404).",
         Run(L"range /maps/a.map 0 20 part"));
     EXPECT_EQ("older", ContentOf(PathOf(L"part")));
 }
@@ -60,8 +60,8 @@ TEST_F(MapshopRange, RefusedPathLeavesTheOlderFile) {
 TEST_F(MapshopRange, ReplyThatIsTooShortIsAFailureAndKeepsNothing) {
     server.Answer(Content(19));
     ExpectFailure(1,
-                  "The reply broke off: /maps/a.map has no 20 bytes from byte 7 on, or the connection was "
-                  "lost.",
+                  "/maps/a.map has no 20 bytes from byte 7 on, or the connection was lost: the reply ended "
+                  "early; try again (0x20000003).",
                   Run(L"range /maps/a.map 7 20 part"));
     EXPECT_EQ(std::vector<std::wstring>{}, folder.Names());
 }
@@ -87,7 +87,8 @@ TEST_F(MapshopRange, LastByteOfTheLargestFileMayBeAskedFor) {
 
 TEST_F(MapshopRange, TargetThatCannotBeWrittenIsNamedBeforeAnythingIsSent) {
     ExpectRefusal(4, L"range /a 0 1 none\\part",
-                  "none\\part cannot be written: its folder does not exist, or its name is too long.");
+                  "none\\part cannot be written: its folder does not exist, or its name is too long; name "
+                  "another file (3).");
     ASSERT_TRUE(CreateDirectoryW(PathOf(L"folder").c_str(), nullptr));
     ExpectRefusal(4, L"range /a 0 1 folder", "folder is a folder.");
 }

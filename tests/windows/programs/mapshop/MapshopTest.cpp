@@ -175,8 +175,41 @@ TEST_F(MapshopSearch, NoResultsAreAnAnswer) {
 
 TEST_F(MapshopSearch, NoAnswerIsAFailure) {
     server.Answer(ConnectionScript{""});
-    ExpectFailure(1, "No maps: the service cannot be reached, refused the search, or has none.",
+    ExpectFailure(1, "The search brought nothing: the reply ended early; try again (0x20000003).",
                   Run(L"search"));
+}
+
+TEST_F(MapshopSearch, EmptyCatalogueIsAnAnswer) {
+    server.Answer(MapShopReply().Int32(0).Int32(0).Int32(0).bytes);
+    const ChildOutcome outcome = Run(L"search");
+    EXPECT_EQ(0U, outcome.exitCode);
+    EXPECT_EQ("No maps found; 0 maps in the catalogue.\n", outcome.output);
+}
+
+TEST_F(MapshopSearch, RefusalIsAFailureWithItsStatus) {
+    server.Answer(MapShopReply().Int32(9).bytes);
+    ExpectFailure(1,
+                  "The search brought nothing: the service refused; try again later, or ask who runs "
+                  "online.orvande.example (status 9).",
+                  Run(L"search"));
+    server.Answer(ConnectionScript{notFound});
+    ExpectFailure(1,
+                  "The search brought nothing: online.orvande.example does not have the map shop; check the "
+                  "name (HTTP 404).",
+                  Run(L"search"));
+}
+
+TEST_F(MapshopSearch, ResultsOfAnAnswerThatBrokeOffAreListedAndItIsAFailure) {
+    server.Answer(MapShopReply().Int32(0).Int32(2).Map(L"Alps", 1, L"/a", L"b").Int32(4).bytes);
+    const ChildOutcome outcome = Run(L"search");
+    EXPECT_EQ(1U, outcome.exitCode);
+    EXPECT_EQ(
+        "NAME  SIZE  PATH  DESCRIPTION\n"
+        "----  ----  ----  -----------\n"
+        "Alps  1 KB  /a    b\n",
+        outcome.output);
+    EXPECT_EQ("mapshop: These are not all maps: the reply ended early; try again (0x20000003).\n",
+              outcome.errors);
 }
 
 TEST_F(MapshopSearch, BoxesAreSentInUnitsOf1e5Degrees) {
