@@ -6,3 +6,5 @@ set(ORVANDE_DEVICE_CXX_OPTIONS -funwind-tables)
 set(ORVANDE_DEVICE_LINK_OPTIONS -nostdlib -Wl,--wrap=malloc -Wl,--orphan-handling=error -Wl,--emit-relocs
   -Wl,--gc-sections -Wl,--pic-veneer -Wl,--target2=rel -Wl,--no-wchar-size-warning
   -Wl,--no-enum-size-warning -Wl,--fatal-warnings)
+list(JOIN ORVANDE_DEVICE_COMPILE_OPTIONS " " ORVANDE_DEVICE_COMPILE_LINE)
+list(JOIN ORVANDE_DEVICE_LINK_OPTIONS " " ORVANDE_DEVICE_LINK_LINE)

@@ -4,6 +4,10 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 find_program(ORVANDE_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
+# All that is installed and has to be built.
+add_custom_target(installed)
+add_dependencies(installed orvande_static)
+
 set(cxx_headers ${CMAKE_INSTALL_INCLUDEDIR}/orvande)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/OrvandeOnline)
 
@@ -20,13 +24,14 @@ function(install_dll target name definitions)
     DEPENDS ${script} ${definitions}
     COMMAND ${ORVANDE_PYTHON} -B ${script} ${library} ${definitions} ${machine})
   add_custom_target(${target}_import_library ALL DEPENDS ${library})
+  add_dependencies(installed ${target} ${target}_import_library)
   set(symbols ${PROJECT_BINARY_DIR}/${name}.dll.debug)
   if(ORVANDE_RING STREQUAL "device")
     add_custom_command(OUTPUT ${symbols} VERBATIM
       DEPENDS ${target}
       COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> ${symbols})
     add_custom_target(${target}_symbols ALL DEPENDS ${symbols})
-    device_import_library(${name} ${definitions})
+    add_dependencies(installed ${target}_symbols device_import_${name})
     install(TARGETS device_import_${name} DESTINATION ${CMAKE_INSTALL_LIBDIR})
   else()
     install(FILES $<TARGET_LINKER_FILE:${target}> DESTINATION ${CMAKE_INSTALL_LIBDIR})
@@ -66,19 +71,30 @@ install(FILES ${headers} DESTINATION ${cxx_headers})
 
 if(ORVANDE_SHIPS)
   install_dll(orvande_online OrvandeOnline ${PROJECT_SOURCE_DIR}/src/frame/Exports.def)
+  install_dll(orvande_account OrvandeAccount ${PROJECT_SOURCE_DIR}/companion/Exports.def)
   install(PROGRAMS ${PROJECT_BINARY_DIR}/mapshop.exe ${PROJECT_BINARY_DIR}/signin.exe
     DESTINATION ${CMAKE_INSTALL_BINDIR})
+  add_dependencies(installed mapshop signin)
 endif()
 
 if(ORVANDE_RING STREQUAL "windows")
+  add_dependencies(installed aygshell cellcore)
   foreach(name aygshell cellcore)
     install(PROGRAMS $<TARGET_FILE:${name}> DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(FILES $<TARGET_LINKER_FILE:${name}> DESTINATION ${CMAKE_INSTALL_LIBDIR})
   endforeach()
 elseif(ORVANDE_RING STREQUAL "device")
-  # What makes images of programs: the runtime, the imports from the system, and the tools.
-  install(TARGETS device_imports device_runtime_archive device_program_archive device_console_archive
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/orvande-online)
+  # What makes images of programs: the runtime, the imports from the system, the tools, and what is said to
+  # compiler and linker without CMake.
+  set(libraries device_imports device_runtime_library device_program_start_library
+    device_console_start_library)
+  add_dependencies(installed ${libraries})
+  install(TARGETS ${libraries} DESTINATION ${CMAKE_INSTALL_LIBDIR}/orvande-online)
+  foreach(step compile link)
+    set(file ${PROJECT_BINARY_DIR}/package/${step}.rsp)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/package/${step}.rsp.in ${file})
+    install(FILES ${file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/orvande-online)
+  endforeach()
   install(FILES
     ${PROJECT_SOURCE_DIR}/platform/device/Image.ld
     ${PROJECT_SOURCE_DIR}/platform/device/check_link.py
@@ -95,6 +111,7 @@ else()
     FILES_MATCHING PATTERN *.h)
   get_target_property(resources orvande_resources RESOURCE_FILE)
   install(FILES ${resources} DESTINATION ${CMAKE_INSTALL_DATADIR}/orvande-online)
+  add_dependencies(installed simulator simulator_network orvande_resources orvande-service)
   install(TARGETS orvande-service DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 

@@ -50,22 +50,16 @@ def object_file(machine, sections, symbols):
         if len(field) > 8:
             field = struct.pack("<II", 0, 4 + len(strings))
             strings += name.encode() + b"\0"
-        value = flags_of(sections, name) if kind == SECTION else 0
+        value = DATA if kind == SECTION else 0
         table += struct.pack("<8sIhHBB", field, value, section, 0, kind, 0)
     header = struct.pack("<HHIIIHH", machine.number, len(sections), 0, position + len(contents), len(symbols),
                          0, 0x0100)
     return header + headers + contents + table + struct.pack("<I", 4 + len(strings)) + strings
 
 
-def flags_of(sections, name):
-    """The value of a section's symbol: the flags of the section, wherever that one is."""
-    return next((flags for other, flags, *_ in sections if other == name), DATA)
-
-
 def descriptor(machine, library, null_thunk):
     """The DLL's entry in the table of imports: where its names, its slots and its own name are."""
     name = f"{library}.dll".encode() + b"\0"
-    name += bytes(len(name) % 2)
     symbols = [(f"__IMPORT_DESCRIPTOR_{library}", 1, EXTERNAL), (".idata$2", 1, SECTION),
                (".idata$6", 2, STATIC), (".idata$4", 0, SECTION), (".idata$5", 0, SECTION),
                (NULL_DESCRIPTOR, 0, EXTERNAL), (null_thunk, 0, EXTERNAL)]

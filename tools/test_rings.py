@@ -14,10 +14,12 @@ LOGS = pathlib.Path("build/log")
 SERVICE = ("native", "orvande-service")
 # What of tools/setup a ring needs, and what is built for it: presets and their targets.
 RINGS = {
-    "native": (["native", "service"], [("native", "all")]),
+    "native": (["native", "service", "samples"], [("native", "all")]),
     "windows": (["windows", "service"], [SERVICE, ("windows", "all"), ("windows-tests", "windows-tests")]),
     "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
+    "packages": (["native", "windows", "device", "service", "packages"],
+                 [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
     # What measures is compiled, and never run here.
     "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],

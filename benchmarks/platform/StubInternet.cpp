@@ -42,6 +42,12 @@ BOOL WINAPI HttpSendRequestW(HINTERNET /*request*/, LPCWSTR /*headers*/, DWORD /
     return TRUE;
 }
 
+/* The reply has no head. */
+BOOL WINAPI HttpQueryInfoW(HINTERNET /*request*/, DWORD /*what*/, LPVOID /*buffer*/, LPDWORD /*size*/,
+                           LPDWORD /*index*/) {
+    return FALSE;
+}
+
 BOOL WINAPI InternetReadFile(HINTERNET /*request*/, LPVOID buffer, DWORD size, LPDWORD received) {
     const size_t some = std::min<size_t>(size, unread.size());
     memcpy(buffer, unread.data(), some);

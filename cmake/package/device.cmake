@@ -1,11 +1,12 @@
 # Targets for Windows CE on ARM:
 #
 #   OrvandeOnline::dll         the DLL, from C or C++, through LMOnline.h
+#   OrvandeOnline::account     likewise, through LMAccount.h
 #   OrvandeOnline::static      the library itself, with the account and its dialogs, for C++20 (GCC only)
 #   OrvandeOnline_RESOURCES    a resource script, to be compiled into a program that links it so
 #
 # With Debian's bare-metal compiler (CMAKE_TOOLCHAIN_FILE: arm-none-eabi.cmake beside this file) programs need
-# one of the two, and become images for Windows CE through
+# one of the three, and become images for Windows CE through
 #
 #   orvande_device_program(TARGET [CONSOLE] [RESOURCES SCRIPT])
 #
@@ -14,12 +15,17 @@
 # i686-w64-mingw32-windres are needed.
 set(OrvandeOnline_RESOURCES ${OrvandeOnline_INCLUDE_DIR}/orvande/resources/UserInterface.rc)
 
+set(libraries dll=OrvandeOnline account=OrvandeAccount)
+
 if(MSVC)
-  add_library(OrvandeOnline::dll SHARED IMPORTED)
-  set_target_properties(OrvandeOnline::dll PROPERTIES
-    IMPORTED_LOCATION ${OrvandeOnline_BINARY_DIR}/OrvandeOnline.dll
-    IMPORTED_IMPLIB ${OrvandeOnline_LIBRARY_DIR}/OrvandeOnline.lib
-    INTERFACE_INCLUDE_DIRECTORIES ${OrvandeOnline_INCLUDE_DIR})
+  foreach(library ${libraries})
+    string(REGEX MATCH "(.+)=(.+)" library ${library})
+    add_library(OrvandeOnline::${CMAKE_MATCH_1} SHARED IMPORTED)
+    set_target_properties(OrvandeOnline::${CMAKE_MATCH_1} PROPERTIES
+      IMPORTED_LOCATION ${OrvandeOnline_BINARY_DIR}/${CMAKE_MATCH_2}.dll
+      IMPORTED_IMPLIB ${OrvandeOnline_LIBRARY_DIR}/${CMAKE_MATCH_2}.lib
+      INTERFACE_INCLUDE_DIRECTORIES ${OrvandeOnline_INCLUDE_DIR})
+  endforeach()
   return()
 endif()
 
@@ -36,17 +42,17 @@ set_target_properties(OrvandeOnline::device PROPERTIES
   INTERFACE_LINK_LIBRARIES
     "-Wl,--start-group;-lstdc++;-lgcc;${OrvandeOnline_KIT}/libdevice_imports.a;-Wl,--end-group")
 
-foreach(target dll static)
-  add_library(OrvandeOnline::${target} STATIC IMPORTED)
-  set_target_properties(OrvandeOnline::${target} PROPERTIES INTERFACE_LINK_LIBRARIES OrvandeOnline::device)
+foreach(library ${libraries} static=orvande_static)
+  string(REGEX MATCH "(.+)=(.+)" library ${library})
+  add_library(OrvandeOnline::${CMAKE_MATCH_1} STATIC IMPORTED)
+  set_target_properties(OrvandeOnline::${CMAKE_MATCH_1} PROPERTIES
+    IMPORTED_LOCATION ${OrvandeOnline_LIBRARY_DIR}/lib${CMAKE_MATCH_2}.a
+    INTERFACE_INCLUDE_DIRECTORIES ${OrvandeOnline_INCLUDE_DIR}
+    INTERFACE_LINK_LIBRARIES OrvandeOnline::device)
 endforeach()
-set_target_properties(OrvandeOnline::dll PROPERTIES
-  IMPORTED_LOCATION ${OrvandeOnline_LIBRARY_DIR}/libOrvandeOnline.a
-  INTERFACE_INCLUDE_DIRECTORIES ${OrvandeOnline_INCLUDE_DIR})
-set_target_properties(OrvandeOnline::static PROPERTIES
-  IMPORTED_LOCATION ${OrvandeOnline_LIBRARY_DIR}/liborvande_static.a
-  INTERFACE_INCLUDE_DIRECTORIES "${OrvandeOnline_INCLUDE_DIR};${OrvandeOnline_INCLUDE_DIR}/orvande"
-  INTERFACE_COMPILE_FEATURES cxx_std_20)
+set_property(TARGET OrvandeOnline::static APPEND PROPERTY
+  INTERFACE_INCLUDE_DIRECTORIES ${OrvandeOnline_INCLUDE_DIR}/orvande)
+set_property(TARGET OrvandeOnline::static PROPERTY INTERFACE_COMPILE_FEATURES cxx_std_20)
 
 function(orvande_device_program target)
   cmake_parse_arguments(arg "CONSOLE" "RESOURCES" "" ${ARGN})
@@ -54,12 +60,12 @@ function(orvande_device_program target)
   find_program(ORVANDE_CXXFILT arm-none-eabi-c++filt REQUIRED)
   set(map ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
   set(image ${CMAKE_CURRENT_BINARY_DIR}/${target}.exe)
-  set(starts ${OrvandeOnline_KIT}/libdevice_program_archive.a)
+  set(starts ${OrvandeOnline_KIT}/libdevice_program_start.a)
   if(arg_CONSOLE)
-    list(APPEND starts ${OrvandeOnline_KIT}/libdevice_console_archive.a)
+    list(APPEND starts ${OrvandeOnline_KIT}/libdevice_console_start.a)
   endif()
   target_link_libraries(${target} PRIVATE
-    -Wl,--whole-archive ${starts} ${OrvandeOnline_KIT}/libdevice_runtime_archive.a -Wl,--no-whole-archive)
+    -Wl,--whole-archive ${starts} ${OrvandeOnline_KIT}/libdevice_runtime.a -Wl,--no-whole-archive)
   target_link_options(${target} PRIVATE ${ORVANDE_DEVICE_LINK_OPTIONS} -Wl,-e,ProgramStart
     -Wl,-T,${OrvandeOnline_KIT}/Image.ld -Wl,-Map=${map})
   set_target_properties(${target} PROPERTIES SUFFIX .elf LINKER_LANGUAGE CXX)

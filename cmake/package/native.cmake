@@ -1,7 +1,7 @@
 # Targets for Linux, to test an application that uses the library:
 #
-#   OrvandeOnline::static             the library and its C functions (LMOnline.h), the account and its dialogs,
-#                                     for C++20, on the simulated handheld
+#   OrvandeOnline::static             the library with its C functions (LMOnline.h), the account and its
+#                                     dialogs, for C++20, on the simulated handheld
 #   OrvandeOnline::simulator          the simulated handheld, which a test scripts through Device.h
 #   OrvandeOnline::simulator_network  in addition, for hosts that are servers on this computer
 #   OrvandeOnline_RESOURCE_FILE       the library's resources as Device::SetProgramResources takes them

@@ -2,6 +2,7 @@
 #
 #   OrvandeOnline::dll         the DLL, from C or C++, through LMOnline.h. The stand-ins for two libraries of
 #                              the handheld belong beside it: TARGET_RUNTIME_DLLS names all three
+#   OrvandeOnline::account     likewise, through LMAccount.h
 #   OrvandeOnline::static      the library itself, with the account and its dialogs, for C++20 (GCC only)
 #   OrvandeOnline_RESOURCES    a resource script, to be compiled into a program that links it so
 
@@ -19,13 +20,14 @@ function(orvande_add_dll target name)
 endfunction()
 
 orvande_add_dll(dll OrvandeOnline)
+orvande_add_dll(account OrvandeAccount)
 set(OrvandeOnline_RESOURCES ${OrvandeOnline_INCLUDE_DIR}/orvande/resources/UserInterface.rc)
 
 # Microsoft's compiler cannot read what GCC has made of C++.
 if(NOT MSVC)
   orvande_add_dll(aygshell aygshell)
   orvande_add_dll(cellcore cellcore)
-  set_property(TARGET OrvandeOnline::dll PROPERTY
+  set_property(TARGET OrvandeOnline::dll OrvandeOnline::account PROPERTY
     INTERFACE_LINK_LIBRARIES OrvandeOnline::aygshell OrvandeOnline::cellcore)
   add_library(OrvandeOnline::static STATIC IMPORTED)
   set_target_properties(OrvandeOnline::static PROPERTIES

@@ -4,8 +4,8 @@ a thread or writes the registry."""
 
 NETWORK = {
     "CELLCORE.dll": {"ConnMgrEstablishConnectionSync", "ConnMgrMapURL", "ConnMgrReleaseConnection"},
-    "WININET.dll": {"HttpOpenRequestW", "HttpSendRequestW", "InternetCloseHandle", "InternetConnectW",
-                    "InternetOpenW", "InternetReadFile"},
+    "WININET.dll": {"HttpOpenRequestW", "HttpQueryInfoW", "HttpSendRequestW", "InternetCloseHandle",
+                    "InternetConnectW", "InternetOpenW", "InternetReadFile"},
 }
 
 # What the compiler's runtime needs, and every program does.
@@ -17,29 +17,36 @@ LIBRARY = {
         "GetModuleFileNameW", "LoadCursorW", "MessageBoxW", "MoveFileW", "RegCloseKey", "RegOpenKeyExW",
         "RegQueryValueExW", "SHGetSpecialFolderPath", "SetCursor", "SetLastError", "WriteFile", "_vsnwprintf",
         "_wfopen", "fclose", "fread", "fseek", "fwrite", "memcmp", "swscanf"},
-    "CELLCORE.dll": NETWORK["CELLCORE.dll"],
-    "WININET.dll": NETWORK["WININET.dll"] | {"HttpQueryInfoW"},
+    **NETWORK,
     "aygshell.dll": {"#9"},
 }
 
 MAPSHOP = {
     "COREDLL.dll": RUNTIME | {
-        "CloseHandle", "CreateFileW", "DeleteFileW", "FreeLibrary", "GetFileAttributesW", "GetLastError",
-        "GetModuleFileNameW", "GetProcAddressA", "GetTickCount", "LoadLibraryW", "WideCharToMultiByte",
-        "WriteFile", "_getstdfilex", "fputs", "puts", "strlen", "wcstod"},
+        "CloseHandle", "CreateFileW", "DeleteFileW", "FlushFileBuffers", "FreeLibrary", "GetFileAttributesW",
+        "GetLastError", "GetModuleFileNameW", "GetProcAddressA", "GetTickCount", "LoadLibraryW", "MoveFileW",
+        "ReadFile", "SetFilePointer", "SetLastError", "WideCharToMultiByte", "WriteFile", "_getstdfilex",
+        "fputs", "memcmp", "puts", "strlen", "wcstod"},
 }
 
-SIGNIN = {
+# The dialogs, the settings and the exchange with the service.
+ACCOUNT = {
     "COREDLL.dll": RUNTIME | {
-        "CallWindowProcW", "CloseHandle", "CreateDirectoryW", "DefWindowProcW", "DestroyWindow",
-        "DialogBoxIndirectParamW", "EndDialog", "FindResourceW", "GetDlgItem", "GetDlgItemTextW",
-        "GetFileAttributesW", "GetLastError", "GetMenuItemInfoW", "GetModuleFileNameW", "GetModuleHandleW",
-        "GetSubMenu", "GetWindow", "GetWindowLongW", "GetWindowTextW", "IsWindow", "IsWindowEnabled",
-        "LoadCursorW", "LoadLibraryW", "LoadResource", "MessageBoxW", "RegCloseKey", "RegOpenKeyExW",
-        "RegQueryValueExW", "SHGetSpecialFolderPath", "SendDlgItemMessageW", "SendMessageW", "SetCursor",
-        "SetFocus", "SetLastError", "SetMenuItemInfoW", "SetWindowLongW", "SetWindowTextW",
-        "ShellExecuteEx", "WaitForSingleObject", "WideCharToMultiByte", "_vsnwprintf", "_wfopen", "fclose",
-        "feof", "ferror", "fflush", "fread", "fseek", "fwrite", "memcmp", "puts"},
+        "CallWindowProcW", "CreateDirectoryW", "DefWindowProcW", "DestroyWindow", "DialogBoxIndirectParamW",
+        "EndDialog", "FindResourceW", "GetDlgItem", "GetDlgItemTextW", "GetFileAttributesW", "GetLastError",
+        "GetMenuItemInfoW", "GetModuleFileNameW", "GetModuleHandleW", "GetSubMenu", "GetWindow",
+        "GetWindowLongW", "GetWindowTextW", "IsWindow", "IsWindowEnabled", "LoadCursorW", "LoadLibraryW",
+        "LoadResource", "MessageBoxW", "RegCloseKey", "RegOpenKeyExW", "RegQueryValueExW",
+        "SHGetSpecialFolderPath", "SendDlgItemMessageW", "SendMessageW", "SetCursor", "SetFocus",
+        "SetLastError", "SetMenuItemInfoW", "SetWindowLongW", "SetWindowTextW", "ShellExecuteEx",
+        "_vsnwprintf", "_wfopen", "fclose", "feof", "ferror", "fflush", "fread", "fseek", "fwrite", "memcmp"},
     **NETWORK,
     "aygshell.dll": {"#9", "#34", "#56", "#97"},
+}
+
+# What a program adds that signs its user in: it waits for others, and prints.
+SIGNIN = {
+    **ACCOUNT,
+    "COREDLL.dll": ACCOUNT["COREDLL.dll"] | {
+        "CloseHandle", "WaitForSingleObject", "WideCharToMultiByte", "puts"},
 }

@@ -33,12 +33,6 @@ def exported_by_device(library):
         return {name: ordinal for ordinal, name in csv.reader(file, delimiter="\t")}
 
 
-def export_list():
-    """The names that the library has to export."""
-    definitions = (SOURCE / "src/frame/Exports.def").read_text(encoding="ascii")
-    return set(definitions.split("EXPORTS")[1].split())
-
-
 class RelocationTest:
     """For every file; `name` is the file's, `links` are the linked file that it was made of and its moved
     twin."""
@@ -155,10 +149,9 @@ class ImageTest(RelocationTest):
         self.assertEqual(len(relocated(self.image)), readobj("--coff-basereloc", self.file).count("HIGHLOW"))
 
 
-class Library(ImageTest, unittest.TestCase):
-    name = "OrvandeOnline.dll"
-    links = ("src/OrvandeOnline.elf", "src/orvande_online_moved.elf")
-    expected_imports = expected_imports.LIBRARY
+class LibraryTest(ImageTest):
+    """For both DLLs; `definitions` names the file of the names that they have to export."""
+    definitions = ""
 
     def exports(self):
         return {e.name.decode(): e.address for e in self.image.DIRECTORY_ENTRY_EXPORT.symbols}
@@ -167,10 +160,11 @@ class Library(ImageTest, unittest.TestCase):
         self.assertTrue(self.image.is_dll())
 
     def test_it_exports_exactly_the_names_of_the_definitions(self):
-        names = export_list()
+        definitions = (SOURCE / self.definitions).read_text(encoding="ascii")
+        names = set(definitions.split("EXPORTS")[1].split())
         self.assertEqual(names, set(self.exports()))
         self.assertEqual(len(names), self.image.DIRECTORY_ENTRY_EXPORT.struct.NumberOfFunctions)
-        self.assertEqual(b"OrvandeOnline.dll", self.image.DIRECTORY_ENTRY_EXPORT.name)
+        self.assertEqual(self.name.encode(), self.image.DIRECTORY_ENTRY_EXPORT.name)
 
     def test_the_names_are_sorted_for_the_loaders_search(self):
         names = [e.name for e in self.image.DIRECTORY_ENTRY_EXPORT.symbols]
@@ -210,6 +204,20 @@ class Library(ImageTest, unittest.TestCase):
         self.assertLessEqual(self.file.stat().st_size, 65536)
 
 
+class Library(LibraryTest, unittest.TestCase):
+    name = "OrvandeOnline.dll"
+    links = ("src/OrvandeOnline.elf", "src/orvande_online_moved.elf")
+    definitions = "src/frame/Exports.def"
+    expected_imports = expected_imports.LIBRARY
+
+
+class AccountLibrary(LibraryTest, unittest.TestCase):
+    name = "OrvandeAccount.dll"
+    links = ("companion/OrvandeAccount.elf", "companion/orvande_account_moved.elf")
+    definitions = "companion/Exports.def"
+    expected_imports = expected_imports.ACCOUNT
+
+
 class ProgramTest(ImageTest):
     def test_it_is_a_program(self):
         self.assertFalse(self.image.is_dll())
@@ -234,6 +242,17 @@ class Signin(ProgramTest, unittest.TestCase):
 class RuntimeSample(RelocationTest, unittest.TestCase):
     name = "RuntimeSample.dll"
     links = ("tests/runtime/runtime_sample.elf", "tests/runtime/runtime_sample_moved.elf")
+
+
+class Resume(RelocationTest, unittest.TestCase):
+    name = "resume.exe"
+    links = ("examples/resume.elf", "examples/resume_moved.elf")
+
+    def test_it_is_bound_to_the_functions_that_it_calls(self):
+        imports = {entry.dll.decode(): {function.name.decode() for function in entry.imports}
+                   for entry in self.image.DIRECTORY_ENTRY_IMPORT}
+        self.assertEqual({"COREDLL.dll", "OrvandeOnline.dll"}, set(imports))
+        self.assertEqual({"LMDownloadWebFileProgress", "xfa704a3f"}, imports["OrvandeOnline.dll"])
 
 
 class StandIns(unittest.TestCase):

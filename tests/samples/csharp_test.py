@@ -17,7 +17,8 @@ sys.path.insert(0, str(SOURCE / "tests/support"))
 import named_cases  # noqa: E402
 
 SAMPLES = SOURCE / "examples/csharp"
-HANDHELD = ["-define:PocketPC"]
+# The language of the compilers for handhelds.
+COMPILE = ["mcs", "-langversion:ISO-2", "-warn:4", "-warnaserror"]
 
 
 def run(*command):
@@ -45,10 +46,8 @@ class CSharp(unittest.TestCase):
                 f'<configuration><dllmap dll="OrvandeOnline.dll" target="{library}"/></configuration>\n')
 
     @classmethod
-    def compile(cls, source, *options):
-        # The language of the compilers for handhelds.
-        return run("mcs", "-langversion:ISO-2", "-warn:4", "-warnaserror", *options,
-                   f"-out:{cls.folder / source.stem}.exe", source, SAMPLES / "LMOnline.cs")
+    def compile(cls, source):
+        return run(*COMPILE, f"-out:{cls.folder / source.stem}.exe", source, SAMPLES / "LMOnline.cs")
 
     def call(self, name, *arguments):
         made = self.made[name]
@@ -59,8 +58,8 @@ class CSharp(unittest.TestCase):
 
     def test_samples_are_compiled_for_handhelds_too(self):
         for name in ("Search", "Download", "Range"):
-            made = run("mcs", "-langversion:ISO-2", "-warn:4", "-warnaserror", *HANDHELD,
-                       f"-out:{self.folder}/{name}Handheld.exe", SAMPLES / f"{name}.cs", SAMPLES / "LMOnline.cs")
+            made = run(*COMPILE, "-define:PocketPC", f"-out:{self.folder}/{name}Handheld.exe",
+                       SAMPLES / f"{name}.cs", SAMPLES / "LMOnline.cs")
             self.assertEqual((0, ""), (made.returncode, made.stderr))
 
     def test_records_have_the_layout_of_the_header(self):

@@ -156,7 +156,7 @@ TEST_F(ServiceProgram, SecondStartKeepsTheData) {
     Database(Data() + "/catalogue.db").Execute("UPDATE map SET name = 'Lusitania' WHERE name = 'Portugal'");
     ServiceProcess second({"--port", "0", "--data", Data()});
     const HttpReply page = Exchange(second.WaitForPort(), getPage);
-    EXPECT_THAT(page.body, HasSubstr("<td>Lusitania</td>"));
+    EXPECT_THAT(page.body, HasSubstr("<bdi>Lusitania</bdi>"));
     EXPECT_EQ(second.End(), 0);
 }
 

@@ -25,20 +25,33 @@ using Entry = int WINAPI(HINSTANCE instance, HINSTANCE previous, LPWSTR commandL
 jmp_buf* endOfProgram = nullptr;
 DWORD exitCode = 0;
 
-constexpr WCHAR libraryPath[] = TEXT("\\Program Files\\App\\OrvandeOnline.dll");
+/* A library that programs may be bound to. Of one that is, the module: it is loaded before the program starts
+ * and unloaded after its end. */
+struct BoundLibrary {
+    std::string_view name;
+    const WCHAR* path;
+    HMODULE module;
+};
 
-/* The library that the program is bound to, if it is; loaded before it starts and unloaded after its end. */
-HMODULE boundLibrary = nullptr;
+BoundLibrary boundLibraries[] = {
+    {"ORVANDEONLINE", TEXT("\\Program Files\\App\\OrvandeOnline.dll"), nullptr},
+    {"ORVANDEACCOUNT", TEXT("\\Program Files\\App\\OrvandeAccount.dll"), nullptr},
+};
 
 void* FindProgramImport(std::string_view library, std::string_view function) {
-    if (library != "ORVANDEONLINE") return FindImport(library, function);
-    if (boundLibrary == nullptr) boundLibrary = LoadImageAtPath(libraryPath);
-    return FindExport(boundLibrary, std::string(function).c_str());
+    for (BoundLibrary& bound : boundLibraries) {
+        if (bound.name != library) continue;
+        if (bound.module == nullptr) bound.module = LoadImageAtPath(bound.path);
+        return FindExport(bound.module, std::string(function).c_str());
+    }
+    return FindImport(library, function);
 }
 
 void Unbind() {
-    if (boundLibrary != nullptr) FreeImage(boundLibrary);
-    boundLibrary = nullptr;
+    for (BoundLibrary& bound : boundLibraries) {
+        if (bound.module != nullptr) FreeImage(bound.module);
+        bound.module = nullptr;
+    }
 }
 
 /* Null, and a violation, when the file is no program. */

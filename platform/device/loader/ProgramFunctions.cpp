@@ -62,8 +62,8 @@ int PutLine(const char* text) {
     return std::fprintf(StandardStream(1), "%s\n", text);
 }
 
-int PutByte(int byte) {
-    return std::fputc(byte, StandardStream(1));
+int PutByte(int letter) {
+    return std::fputc(letter, StandardStream(1));
 }
 
 int PrintFormatted(const char* format, ...) {

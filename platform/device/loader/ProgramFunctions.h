@@ -11,7 +11,7 @@ void* WINAPI FindExport(HMODULE module, const char* name);
 
 FILE* StandardStream(int number);
 int PutLine(const char* text);
-int PutByte(int byte);
+int PutByte(int letter);
 int PrintFormatted(const char* format, ...);
 
 /* Decimal numbers only. */

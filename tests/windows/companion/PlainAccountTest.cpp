@@ -84,8 +84,10 @@ TEST_F(PlainAccount, SavesAndLoads) {
     EXPECT_EQ("1 0x0\nanna|secret1|1\n", Run({L"load"}));
     EXPECT_EQ("1 0x0\nanna||0\n", Run({L"save", L"user=anna"}));
     EXPECT_EQ("UserID=anna\r\n", SettingsFile());
-    SetFileAttributesW(SettingsPath().c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ("0 0x5\nberta||0\n", Run({L"save", L"user=berta"}));
+    const HANDLE open = CreateFileW(SettingsPath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    EXPECT_EQ("0 0x20\nberta||0\n", Run({L"save", L"user=berta"})) << "a file that somebody has open";
+    EXPECT_EQ("0 0x20\n||0\n", Run({L"load"}));
+    CloseHandle(open);
     EXPECT_EQ("UserID=anna\r\n", SettingsFile());
-    SetFileAttributesW(SettingsPath().c_str(), FILE_ATTRIBUTE_NORMAL);
 }

@@ -38,24 +38,29 @@ std::string ReadToEnd(HANDLE pipe) {
     return text;
 }
 
-}  // namespace
-
-ChildOutcome RunChild(const std::wstring& commandLine, const std::wstring& folder) {
-    Pipe output = NewPipe();
-    Pipe errors = NewPipe();
+/* The process. */
+Object Start(const std::wstring& commandLine, const std::wstring& folder, HANDLE output, HANDLE errors) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = output.writing.Get();
-    startup.hStdError = errors.writing.Get();
+    startup.hStdOutput = output;
+    startup.hStdError = errors;
     PROCESS_INFORMATION information{};
     std::wstring line = commandLine;
     if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
                         &information)) {
         throw std::runtime_error("CreateProcess: error " + std::to_string(GetLastError()));
     }
-    const Object process(information.hProcess);
     const Object thread(information.hThread);
+    return Object(information.hProcess);
+}
+
+}  // namespace
+
+ChildOutcome RunChild(const std::wstring& commandLine, const std::wstring& folder) {
+    Pipe output = NewPipe();
+    Pipe errors = NewPipe();
+    const Object process = Start(commandLine, folder, output.writing.Get(), errors.writing.Get());
     output.writing.Reset();
     errors.writing.Reset();
 
@@ -66,4 +71,17 @@ ChildOutcome RunChild(const std::wstring& commandLine, const std::wstring& folde
     WaitForSingleObject(process.Get(), INFINITE);
     GetExitCodeProcess(process.Get(), &outcome.exitCode);
     return outcome;
+}
+
+bool KillChild(const std::wstring& commandLine, const std::wstring& folder,
+               const std::function<bool()>& isTime) {
+    constexpr DWORD patience = 30000;
+    const Object process = Start(commandLine, folder, nullptr, nullptr);
+    const DWORD began = GetTickCount();
+    while (!isTime() && WaitForSingleObject(process.Get(), 0) == WAIT_TIMEOUT &&
+           GetTickCount() - began < patience) {
+    }
+    const bool isKilled = TerminateProcess(process.Get(), 1) != FALSE;
+    WaitForSingleObject(process.Get(), INFINITE);
+    return isKilled;
 }

@@ -71,7 +71,9 @@ TEST_P(SamplesWithService, SearchPrintsTextOfAnyScript) {
     const ChildOutcome outcome = Run(L"search", L"");
     EXPECT_EQ(0U, outcome.exitCode);
     EXPECT_EQ(41, std::count(outcome.output.begin(), outcome.output.end(), '\n'));
-    EXPECT_THAT(outcome.output, HasSubstr("\nHokkaid\xC5\x8D, "));
+    EXPECT_THAT(outcome.output,
+                HasSubstr("\nHokkaid\xC5\x8D (\xE5\x8C\x97\xE6\xB5\xB7\xE9\x81\x93), 10110 KB, "
+                          "/maps/hokkaido.map\n"));
     EXPECT_THAT(outcome.output, EndsWith("\n40 maps in the shop\n"));
 }
 
@@ -108,7 +110,8 @@ TEST_P(SamplesWithServer, SearchTellsThatTheAnswerBrokeOff) {
 }
 
 TEST_P(SamplesWithServer, DownloadTellsThatTheReplyEndedEarly) {
-    server.Answer(ConnectionScript{"HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: 9\r\n\r\n12345"});
+    server.Answer(
+        ConnectionScript{"HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: 100\r\n\r\n12345"});
     Expect(1, "failed: error 0x20000003\n", Run(L"download", corsica + File()));
 }
 
