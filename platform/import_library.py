@@ -60,7 +60,6 @@ def object_file(machine, sections, symbols):
 def descriptor(machine, library, null_thunk):
     """The DLL's entry in the table of imports: where its names, its slots and its own name are."""
     name = f"{library}.dll".encode() + b"\0"
-    name += bytes(len(name) % 2)
     symbols = [(f"__IMPORT_DESCRIPTOR_{library}", 1, EXTERNAL), (".idata$2", 1, SECTION),
                (".idata$6", 2, STATIC), (".idata$4", 0, SECTION), (".idata$5", 0, SECTION),
                (NULL_DESCRIPTOR, 0, EXTERNAL), (null_thunk, 0, EXTERNAL)]

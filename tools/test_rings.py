@@ -18,7 +18,7 @@ RINGS = {
     "windows": (["windows", "service"], [SERVICE, ("windows", "all"), ("windows-tests", "windows-tests")]),
     "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
-    "packages": (["native", "windows", "device", "service", "sign"],
+    "packages": (["native", "windows", "device", "service", "packages"],
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
     # What measures is compiled, and never run here.

@@ -7,6 +7,7 @@
 #include "LocalFile.h"
 #include "NumberText.h"
 #include "OnlineLibrary.h"
+#include "ResumedTransfer.h"
 #include "SystemTexts.h"
 #include "WebArguments.h"
 
@@ -97,10 +98,12 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
     }
     OnlineLibrary library;
     const LMDownloadWebFileProgressFunction download = library.Find("LMDownloadWebFileProgress");
+    const LMReadWebFileRangeFunction readRange = library.Find("xfa704a3f");
     if (!library.Problem().empty()) {
         PrintError(library.Problem());
         return exitLibraryFailed;
     }
+    if (parsed.resumes) return DownloadResumed({download, readRange}, parsed);
     const std::wstring& target = parsed.operands[1];
     const Files files{target, target + L".TMP", IsThere(target)};
     const std::wstring problem = TargetProblem(files);
@@ -115,7 +118,11 @@ std::wstring Help() {
     return LR"(
 download fetches PATH, as the search lists it, into FILE, and shows how far it is. It grows as FILE.TMP. An
 older FILE is deleted when the host begins to send the new one.)" +
-           std::wstring(DownloadHelp());
+           std::wstring(DownloadHelp()) +
+           LR"(
+With --resume it comes in pieces and grows as FILE.part, which stays when the download breaks off or is
+cancelled; the same command then goes on with it. An older FILE stays until all of the new one is there. A
+host that knows no parts, or does not say how long the file is, sends it whole.)";
 }
 
 std::wstring Example() {

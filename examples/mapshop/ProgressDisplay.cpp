@@ -47,10 +47,10 @@ std::wstring DurationText(int64_t seconds) {
     return DecimalText(minutes / 60) + L":" + TwoDigits(minutes % 60) + end;
 }
 
-std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed) {
-    if (elapsed < leastForRate || progress.bytesReceived <= 0) return {};
-    const double rate =
-        static_cast<double>(progress.bytesReceived) / std::chrono::duration<double>(elapsed).count();
+std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed, int64_t before) {
+    const int64_t received = progress.bytesReceived - before;
+    if (elapsed < leastForRate || received <= 0) return {};
+    const double rate = static_cast<double>(received) / std::chrono::duration<double>(elapsed).count();
     const int64_t left = progress.totalBytes - progress.bytesReceived;
     if (left <= 0) return L"  " + RateText(rate);
     constexpr double longest = 100 * 3600;  // seconds; a longer time is not shown
@@ -61,8 +61,8 @@ std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed) {
 
 }  // namespace
 
-std::wstring ProgressText(const DownloadProgress& progress, milliseconds elapsed) {
-    const std::wstring speed = SpeedText(progress, elapsed);
+std::wstring ProgressText(const DownloadProgress& progress, milliseconds elapsed, int64_t before) {
+    const std::wstring speed = SpeedText(progress, elapsed, before);
     if (progress.totalBytes < 0) {
         return BytesText(progress.bytesReceived) + L" of an unknown length" + speed;
     }
@@ -89,6 +89,7 @@ void ProgressDisplay::Show(const DownloadProgress& progress) {
     if (!hasBegun) {
         hasBegun = true;
         began = now;
+        beganWith = progress.bytesReceived;
         nextUpdate = now + (style == ProgressStyle::bar ? milliseconds{0} : betweenLines);
     }
     if (IsDue(progress, now)) Write(progress, now);
@@ -114,7 +115,8 @@ bool ProgressDisplay::IsDue(const DownloadProgress& progress, Clock::time_point 
 }
 
 void ProgressDisplay::Write(const DownloadProgress& progress, Clock::time_point now) {
-    const std::wstring text = ProgressText(progress, std::chrono::duration_cast<milliseconds>(now - began));
+    const auto elapsed = std::chrono::duration_cast<milliseconds>(now - began);
+    const std::wstring text = ProgressText(progress, elapsed, beganWith);
     if (style == ProgressStyle::lines) {
         PrintProgress(text + L"\n");
         return;

@@ -99,6 +99,7 @@ ExitCode Run(const std::vector<std::wstring>& arguments) {
     const WebArguments parsed = ParseWebArguments(arguments, 3, 4, operands);
     Range range;
     std::wstring problem = parsed.problem;
+    if (problem.empty() && parsed.resumes) problem = L"--resume is an option of download alone.";
     if (problem.empty()) problem = ReadRange(parsed.operands[1], parsed.operands[2], range);
     if (!problem.empty()) {
         PrintError(problem);

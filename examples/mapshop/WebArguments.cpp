@@ -33,6 +33,10 @@ std::wstring TakeArguments(WebArguments& parsed, const std::vector<std::wstring>
             parsed.operands.push_back(arguments[i]);
             continue;
         }
+        if (arguments[i] == L"--resume") {
+            parsed.resumes = true;
+            continue;
+        }
         const std::wstring* const value = i + 1 < arguments.size() ? &arguments[i + 1] : nullptr;
         std::wstring problem = TakeOption(parsed, arguments[i], value);
         if (!problem.empty()) return problem;

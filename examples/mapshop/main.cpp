@@ -8,7 +8,8 @@ namespace {
 constexpr wchar_t options[] =
     LR"(Options of download and range:
   --host NAME           the web host ()" MAPSHOP_DEFAULT_HOST LR"( without it)
-  --progress bar|lines  one line that is renewed, or a few lines (bar where the error output is a console))";
+  --progress bar|lines  one line that is renewed, or a few lines (bar where the error output is a console)
+  --resume              download goes on where it broke off)";
 
 constexpr wchar_t exitCodes[] =
     LR"(

@@ -23,9 +23,10 @@ LIBRARY = {
 
 MAPSHOP = {
     "COREDLL.dll": RUNTIME | {
-        "CloseHandle", "CreateFileW", "DeleteFileW", "FreeLibrary", "GetFileAttributesW", "GetLastError",
-        "GetModuleFileNameW", "GetProcAddressA", "GetTickCount", "LoadLibraryW", "WideCharToMultiByte",
-        "WriteFile", "_getstdfilex", "fputs", "puts", "strlen", "wcstod"},
+        "CloseHandle", "CreateFileW", "DeleteFileW", "FlushFileBuffers", "FreeLibrary", "GetFileAttributesW",
+        "GetLastError", "GetModuleFileNameW", "GetProcAddressA", "GetTickCount", "LoadLibraryW", "MoveFileW",
+        "ReadFile", "SetFilePointer", "SetLastError", "WideCharToMultiByte", "WriteFile", "_getstdfilex",
+        "fputs", "memcmp", "puts", "strlen", "wcstod"},
 }
 
 # The dialogs, the settings and the exchange with the service.

@@ -132,18 +132,20 @@ class WindowsImportLibrary(ImportLibrary, unittest.TestCase):
         folder = unpacked("windows")
         (folder / "other.c").write_text(
             '#include "LMOnline.h"\n'
-            "int _fltused;\n"
-            "int Start(void) {\n"
+            "__declspec(dllimport) void __stdcall ExitProcess(unsigned code);\n"
+            "void Start(void) {\n"
             "    static MapShopResult map;\n"
             "    MapShopSearch* const search = LMMapShopSearch(0, 0);\n"
             "    int count = 0;\n"
             "    while (LMMapShopGetNext(search, &map)) ++count;\n"
-            "    return count > 0 && LMMapShopClose(search) == count ? 0 : 1;\n"
+            "    ExitProcess(count > 0 && LMMapShopClose(search) == count ? 0 : 1);\n"
             "}\n")
+        (folder / "kernel32.def").write_text("LIBRARY kernel32.dll\nEXPORTS\nExitProcess@4\n")
+        run("llvm-dlltool", "-k", "-m", "i386", "-d", "kernel32.def", "-l", "kernel32.lib", cwd=folder)
         run("clang", "--target=i686-pc-windows-msvc", "-isystem", "/usr/share/mingw-w64/include", "-Iinclude",
             "-c", "other.c", "-o", "other.obj", cwd=folder)
         run("lld-link", "/nologo", "/nodefaultlib", "/subsystem:console", "/entry:Start", "/safeseh:no",
-            "/out:bin/other.exe", "other.obj", "lib/OrvandeOnline.lib", cwd=folder)
+            "/out:bin/other.exe", "other.obj", "lib/OrvandeOnline.lib", "kernel32.lib", cwd=folder)
         run_windows(folder / "bin/other.exe")
 
 

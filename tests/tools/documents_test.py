@@ -103,6 +103,8 @@ class Commands(Documents):
         self.assert_good("Text:\n\n    ./run search 1 2 3 4   # and a comment; a box\n"
                          "    tools/setup native && cmake --preset native && ninja -C build/native \\\n"
                          "        orvande-tests\n    X=1 ./test device 'A*'\n\n    (gdb) break none\n")
+        self.assert_good("```sh\nhttp_proxy=http://127.0.0.1:80 tools/wine x.exe\n```\n")
+        self.assert_good("```sh\n./run download --resume /maps/a.map a.map\n```\n")
 
     def test_programs_that_are_not_there(self):
         self.assert_problem(3, "there is no program 'tools/none'", "Text:\n\n    tools/none x\n")
@@ -122,6 +124,7 @@ class Commands(Documents):
         self.assert_problem(2, "./test knows no 'none'", "```sh\n./test none\n```\n")
         self.assert_problem(2, "tools/setup knows no 'none'", "```sh\ntools/setup native none\n```\n")
         self.assert_problem(2, "knows no option '--none'", "```sh\ntools/format --none\n```\n")
+        self.assert_problem(2, "./run knows no option '--none'", "```sh\n./run --none\n```\n")
 
     def test_files_that_are_not_there(self):
         self.assert_problem(2, "there is no file 'src/none.cpp'", "```sh\ntools/format src/none.cpp\n```\n")

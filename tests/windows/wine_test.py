@@ -27,16 +27,19 @@ class ExitCode53(unittest.TestCase):
         for name in names:
             shutil.copy(FOLDER / name, self.folder / name)
 
-    def run_program(self, name, *arguments):
-        run = subprocess.run([SOURCE / "tools/wine", self.folder / name, *arguments],
+    @staticmethod
+    def run_program(program, *arguments):
+        run = subprocess.run([SOURCE / "tools/wine", program, *arguments],
                              stdin=subprocess.DEVNULL, capture_output=True, text=True, cwd="/", check=False)
         return run.returncode, run.stderr
 
+    def assert_53(self, program, why, *arguments):
+        run = self.run_program(program, *arguments)
+        self.assertEqual((53, f"tools/wine: {program} ended with exit code 53: {why}\n"), run)
+
     def assert_missing(self, library, user):
-        program = self.folder / "c-search.exe"
-        self.assertEqual((53, f"tools/wine: {program} cannot be started: {library}, which {user} needs, is "
-                              "neither in its folder nor part of Windows\n"),
-                         self.run_program("c-search.exe"))
+        self.assert_53(self.folder / "c-search.exe",
+                       f"{library}, which {user} needs, is neither in its folder nor part of Windows")
 
     def test_missing_dll_of_the_program_is_named(self):
         self.take("c-search.exe")
@@ -48,14 +51,16 @@ class ExitCode53(unittest.TestCase):
 
     def test_program_that_has_all_its_dlls_ends_with_its_own_code(self):
         self.take("c-search.exe", "OrvandeOnline.dll", "cellcore.dll", "aygshell.dll")
-        self.assertEqual((2, ""), self.run_program("c-search.exe", "1"))
+        self.assertEqual((2, ""), self.run_program(self.folder / "c-search.exe", "1"))
 
     def test_code_53_of_the_programs_own_is_told_apart(self):
         source = self.folder / "own.c"
         source.write_text("int main(void) { return 53; }\n", encoding="ascii")
         subprocess.run(["i686-w64-mingw32-gcc", "-o", self.folder / "own.exe", source], check=True)
-        self.assertEqual((53, f"tools/wine: {self.folder}/own.exe has ended with exit code 53 of its own; no "
-                              "DLL is missing\n"), self.run_program("own.exe"))
+        self.assert_53(self.folder / "own.exe", "the program has ended so by itself; no DLL is missing")
+
+    def test_program_that_wine_finds_by_itself_may_lack_a_dll_or_not(self):
+        self.assert_53("cmd", "a DLL is missing, or the program has ended so by itself", "/c", "exit 53")
 
 
 if __name__ == "__main__":

@@ -23,6 +23,12 @@ void PutFile(const std::wstring& path, std::string_view bytes) {
         throw std::runtime_error("a file of the test cannot be written");
 }
 
+uint64_t SizeOfFile(const std::wstring& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) return 0;
+    return uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
 bool Exists(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }

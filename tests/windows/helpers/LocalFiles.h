@@ -1,6 +1,7 @@
 /* Files of this machine, as tests make and read them. */
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,9 @@ std::string ContentOf(const std::wstring& path);
 
 /* Makes a file anew. Throws std::runtime_error when that fails. */
 void PutFile(const std::wstring& path, std::string_view bytes);
+
+/* The size of a file without opening it, so that nobody is disturbed; 0 when there is none. */
+uint64_t SizeOfFile(const std::wstring& path);
 
 bool Exists(const std::wstring& path);
 

@@ -12,13 +12,6 @@ namespace {
 
 constexpr uint64_t pieceSize = 65536;
 
-/* 0 when there is none. */
-uint64_t SizeOf(const std::wstring& file) {
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data)) return 0;
-    return uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
-}
-
 class ResumeProgram : public testing::Test {
 protected:
     static std::wstring Command(const std::wstring& program, const std::wstring& values) {
@@ -32,7 +25,8 @@ protected:
     /* Kills it when so many bytes have come; false when it came to its end before. */
     [[nodiscard]] bool KillAt(uint64_t bytes) const {
         const std::wstring part = folder.Path() + L"\\a.map.part";
-        return KillChild(Command(L"resume", arguments), folder.Path(), [&] { return SizeOf(part) >= bytes; });
+        return KillChild(Command(L"resume", arguments), folder.Path(),
+                         [&] { return SizeOfFile(part) >= bytes; });
     }
 
     const std::wstring arguments = L"online.orvande.example /maps/corsica.map a.map";

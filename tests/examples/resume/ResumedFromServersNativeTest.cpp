@@ -1,5 +1,5 @@
 /* Downloads that go on, from servers whose files change and from those that do not know parts. */
-#include "resume/ResumeFixture.h"
+#include "examples/resume/ResumeFixture.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "ResumedDownload.h"
+#include "resume/ResumedDownload.h"
 
 class Resume : public NetworkTest {
 protected:

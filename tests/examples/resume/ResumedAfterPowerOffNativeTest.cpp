@@ -1,5 +1,5 @@
 /* Downloads that go on after the power has failed at any of their calls that change storage. */
-#include "resume/ResumeFixture.h"
+#include "examples/resume/ResumeFixture.h"
 
 #include <map>
 

@@ -1,5 +1,5 @@
 /* Downloads that go on: what comes again after each way to break off, and what is kept. */
-#include "resume/ResumeFixture.h"
+#include "examples/resume/ResumeFixture.h"
 
 #include <new>
 
@@ -70,6 +70,14 @@ TEST_F(Resume, LastPieceThatNeverReachedTheDiskComesAgain) {
     BreakOffAfter(3);
     device.PutFile(part, device.TakeFile(part).value_or("").substr(0, 2 * pieceSize + 7));
     EXPECT_EQ(resumeDone, Run());
+    ExpectWhole();
+}
+
+TEST_F(Resume, PartThatIsLongerThanTheFileBeginsAnew) {
+    BreakOffAfter(3);
+    device.PutFile(part, content + "x");
+    EXPECT_EQ(resumeDone, Run());
+    EXPECT_EQ(0, takenOver);
     ExpectWhole();
 }
 

@@ -1,4 +1,4 @@
-#include "resume/ResumeFixture.h"
+#include "examples/resume/ResumeFixture.h"
 
 #include <cstdlib>
 
