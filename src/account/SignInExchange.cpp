@@ -1,6 +1,7 @@
 #include "account/SignInExchange.h"
 
 #include "account/AccountProgram.h"
+#include "base/Trace.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
 #include "transport/Protocol.h"
@@ -19,5 +20,6 @@ SignInAnswer AskToSignIn(const Account& account) {
     if (request.SendRequest() && request.ReadInt32(answer.status) && answer.status == 0)
         request.ReadInt32(answer.state);
     answer.cause = request.GetCause(answer.status);
+    if constexpr (isTraced) Trace(TEXT("sign in"), nullptr, answer.status, answer.cause);
     return answer;
 }

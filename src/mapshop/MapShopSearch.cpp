@@ -4,6 +4,7 @@
 
 #include "base/Contained.h"
 #include "base/LastError.h"
+#include "base/Trace.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
 #include "transport/Protocol.h"
@@ -80,6 +81,8 @@ MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
         // When memory runs out on the way, the results already read are kept.
         cause = Contained(cause, [&] { return search->Run(items, count); });
     }
+    if constexpr (isTraced)
+        Trace(TEXT("search"), nullptr, search != nullptr ? search->CountResults() : -1, cause);
     return LeaveError(cause, search);
 }
 
@@ -93,5 +96,6 @@ int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
     if (search == nullptr) return LeaveError(LM_ERROR_BAD_ARGUMENT, 0);
     const int32_t finalValue = search->FinalValue();
     delete search;
+    if constexpr (isTraced) Trace(TEXT("close"), nullptr, finalValue, ERROR_SUCCESS);
     return LeaveError(ERROR_SUCCESS, finalValue);
 }

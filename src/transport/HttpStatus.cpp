@@ -2,6 +2,7 @@
 
 #include "LMOnline.h"
 #include "base/LastError.h"
+#include "base/Trace.h"
 
 namespace {
 
@@ -14,6 +15,7 @@ DWORD GetHttpStatus(HINTERNET request) {
     DWORD status = noStatus;
     DWORD size = sizeof status;
     HttpQueryInfoW(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status, &size, nullptr);
+    if constexpr (isTraced) TraceCall(TEXT("HTTP status"), nullptr, status, status != noStatus);
     return status;
 }
 
