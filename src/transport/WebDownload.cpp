@@ -6,7 +6,7 @@
 #include "LMOnline.h"
 #include "base/Contained.h"
 #include "base/LastError.h"
-#include "base/Owned.h"
+#include "base/OwnedSystemFile.h"
 #include "base/Trace.h"
 #include "text/FormatString.h"
 #include "transport/BufferSizes.h"
@@ -15,14 +15,6 @@
 namespace {
 
 constexpr DWORD chunkSize = downloadChunkSize;
-
-struct SystemFileKind {
-    using Handle = HANDLE;
-    // Not constexpr: INVALID_HANDLE_VALUE is a cast from a number to a pointer.
-    static inline const Handle none = INVALID_HANDLE_VALUE;
-    static void Close(Handle file) noexcept { CloseHandle(file); }
-};
-using SystemFile = Owned<SystemFileKind>;
 
 void RemoveFile(const WideString& path) {
     const BOOL isRemoved = DeleteFileW(path.c_str());
