@@ -61,7 +61,8 @@ bool IsAccepted(WebConnection& connection) {
     return connection.failure.cause == ERROR_SUCCESS;
 }
 
-bool ReceiveInto(HANDLE file, WebConnection& connection) {
+/* Adds what has been written to `total`, too: the caller's record may say anything by the end. */
+bool ReceiveInto(HANDLE file, WebConnection& connection, int64_t& total) {
     BYTE chunk[chunkSize];
     for (;;) {
         DWORD received = 0;
@@ -72,6 +73,7 @@ bool ReceiveInto(HANDLE file, WebConnection& connection) {
         DWORD written = 0;
         if (!WriteFile(file, chunk, received, &written, nullptr)) return connection.failure.NoteFailedCall();
         if (written < received) return connection.failure.Note(ERROR_DISK_FULL);
+        total += written;
         if (connection.progress != nullptr) connection.progress->bytesReceived += written;
     }
 }
@@ -80,14 +82,15 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
     const DWORD flags = INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_AUTO_REDIRECT |
                         INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_PRAGMA_NOCACHE |
                         (connection.secure ? INTERNET_FLAG_SECURE : 0);
-    connection.request.Reset(
-        HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
-    if (!connection.request) connection.failure.NoteFailedCall();
     // In unsigned arithmetic, which wraps: signed numbers could overflow for an offset near the end of 64
     // bits.
     const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
                                            static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
+    // Before the request, so that memory cannot run out once it has failed.
     const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);
+    connection.request.Reset(
+        HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
+    if (!connection.request) connection.failure.NoteFailedCall();
     return HttpSendRequestW(connection.request.Get(), header.c_str(), static_cast<DWORD>(header.size()),
                             nullptr, 0) ||
            connection.failure.NoteFailedCall();
@@ -124,15 +127,16 @@ bool DownloadWebFile(WebConnection& connection, const WCHAR* urlPath, const Wide
         return false;
     }
     DownloadProgress* const progress = connection.progress;
-    if (progress != nullptr) *progress = {0, connection.GetContentLength()};
+    const int64_t announced = progress != nullptr ? connection.GetContentLength() : -1;
+    if (progress != nullptr) *progress = {0, announced};
 
-    const bool complete = ReceiveInto(file.Get(), connection);
+    int64_t received = 0;
+    const bool complete = ReceiveInto(file.Get(), connection, received);
     file.Close();
     connection.request.Reset();
     if (!complete) return false;
     if (!file.MoveTo(localFile)) connection.failure.NoteFailedCall();
-    if (progress != nullptr && progress->bytesReceived < progress->totalBytes)
-        connection.failure.Note(LM_ERROR_REPLY_ENDED);
+    if (received < announced) connection.failure.Note(LM_ERROR_REPLY_ENDED);
     return true;
 }
 
