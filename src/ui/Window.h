@@ -46,7 +46,11 @@ public:
 
     /* Takes over a record of this object that could not be taken from its window, which may therefore still
      * lead there. It is freed with the object, after the window; one that was kept before, at once. */
-    void KeepRecord(WindowHookRecord* record) { keptRecord.reset(record); }
+    void KeepRecord(WindowHookRecord* record) {
+        if (record->isKept) return;
+        record->isKept = true;
+        keptRecord.reset(record);
+    }
 
     /* Null until the window is bound, and again after WM_DESTROY. */
     HWND window = nullptr;

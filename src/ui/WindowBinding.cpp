@@ -100,7 +100,7 @@ bool WindowBindingTable::DetachWindow(HWND window) const {
             return true;
         }
     }
-    delete record;
+    if (!record->isKept) delete record;
     return true;
 }
 
