@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "account/SecretText.h"
+
 static_assert(sizeof(LMChar) == sizeof(WCHAR), "one code unit");
 
 namespace {
@@ -29,9 +31,7 @@ void Put(const WideString& text, TextField& field) {
 }  // namespace
 
 SecretAccount::~SecretAccount() {
-    // Emptied text may still be there, up to the capacity.
-    password.resize(password.capacity());
-    SecureZeroMemory(password.data(), password.size() * sizeof(WCHAR));
+    WipeText(password);
 }
 
 bool IsAccountRecord(const LMAccountRecord* record) {
