@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "base/LastError.h"
 #include "ui/WindowBinding.h"
 
 /* A handler does not keep its message: every message then goes on to the procedure that the window had
@@ -54,6 +55,10 @@ public:
 
     /* Null until the window is bound, and again after WM_DESTROY. */
     HWND window = nullptr;
+
+    /* What went wrong first, in the codes of the last error: a handler that threw (memory ran out then), or,
+     * of a dialog, what DoModal says. */
+    FirstFailure failure;
 
 protected:
     /* Destroys the window if it still exists. For the destructor of a derived class whose operations the
