@@ -2,7 +2,7 @@
 
 # add_shipped_library(TARGET NAME HEADER DEFINITIONS RESOURCES SOURCES source ... [LIMITS limit ...]):
 # NAME.dll, which exports the names of DEFINITIONS, declared in HEADER. The limits are those of
-# print_image_size.
+# print_image_size; a build with a trace has none.
 #
 # It is compiled in one piece, all sources one after the other in one file. The compiler then knows every
 # caller, and leaves out whatever none of the exported functions needs. (Its optimisation at link time does
@@ -11,6 +11,9 @@
 # itself.
 function(add_shipped_library target)
   cmake_parse_arguments(arg "" "NAME;HEADER;DEFINITIONS;RESOURCES" "SOURCES;LIMITS" ${ARGN})
+  if(ORVANDE_TRACE)
+    set(arg_LIMITS)
+  endif()
   export_list(exports ${arg_DEFINITIONS})
   set(whole "#include \"Platform.h\"\n#include \"${arg_HEADER}\"\n\n")
   string(APPEND whole "extern \"C\" BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID);\n")

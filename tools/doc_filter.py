@@ -55,8 +55,10 @@ def markdown(lines, margin=0):
     """The lines of a comment; those that are indented by `margin` or less are prose."""
     made, row = [], 0
     while row < len(lines):
+        # Columns may stand right below the text of a definition.
+        in_columns = margin > 0 and re.search(r"\S {2,}\S", lines[row])
         end = row
-        while end < len(lines) and lines[end] and indent_of(lines[end]) > margin:
+        while end < len(lines) and lines[end] and (in_columns or indent_of(lines[end]) > margin):
             end += 1
         if end == row:
             made.append(escaped(lines[row].strip(" ")))

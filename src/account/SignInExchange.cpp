@@ -2,6 +2,7 @@
 
 #include "account/AccountProgram.h"
 #include "base/Contained.h"
+#include "base/Trace.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
 #include "transport/Protocol.h"
@@ -23,5 +24,6 @@ SignInAnswer AskToSignIn(const Account& account) noexcept {
     };
     answer.cause = RunContained(exchange) ? request.GetCause(answer.status)
                                           : request.NoteFailure(ERROR_NOT_ENOUGH_MEMORY);
+    if constexpr (isTraced) Trace(TEXT("sign in"), nullptr, answer.status, answer.cause);
     return answer;
 }

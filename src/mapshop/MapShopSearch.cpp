@@ -4,6 +4,7 @@
 
 #include "base/Contained.h"
 #include "base/LastError.h"
+#include "base/Trace.h"
 #include "transport/CgiRequest.h"
 #include "transport/OnlineConfiguration.h"
 #include "transport/Protocol.h"
@@ -84,9 +85,12 @@ bool MapShopSearch::GetNext(MapShopResult& record) {
 
 MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
     auto* const search = new (std::nothrow) MapShopSearch;
-    if (search == nullptr) return LeaveError(ERROR_NOT_ENOUGH_MEMORY, search);
-    const bool areItems = MapShopSearch::AreItems(items, count);
-    return LeaveError(areItems ? search->Run(items, count) : LM_ERROR_BAD_ARGUMENT, search);
+    DWORD cause = ERROR_NOT_ENOUGH_MEMORY;
+    if (search != nullptr)
+        cause = MapShopSearch::AreItems(items, count) ? search->Run(items, count) : LM_ERROR_BAD_ARGUMENT;
+    if constexpr (isTraced)
+        Trace(TEXT("search"), nullptr, search != nullptr ? search->CountResults() : -1, cause);
+    return LeaveError(cause, search);
 }
 
 int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record) {
@@ -99,5 +103,6 @@ int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
     if (search == nullptr) return LeaveError(LM_ERROR_BAD_ARGUMENT, 0);
     const int32_t finalValue = search->FinalValue();
     delete search;
+    if constexpr (isTraced) Trace(TEXT("close"), nullptr, finalValue, ERROR_SUCCESS);
     return LeaveError(ERROR_SUCCESS, finalValue);
 }

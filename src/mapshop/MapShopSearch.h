@@ -25,6 +25,9 @@ public:
     /* Copies the next result into `record`: true. After the last one: false, and `record` stays as it was. */
     bool GetNext(MapShopResult& record);
 
+    /* How many results the search has had. */
+    [[nodiscard]] int64_t CountResults() const { return std::ssize(results); }
+
     /* The number that ends the reply; 0 when it was not read. */
     [[nodiscard]] int32_t FinalValue() const { return finalValue; }
 

@@ -1,6 +1,7 @@
 #include "text/FormDictionary.h"
 
 #include "base/OwnedFile.h"
+#include "base/Trace.h"
 #include "text/FormatString.h"
 #include "text/HexDigits.h"
 #include "text/LineReader.h"
@@ -85,6 +86,7 @@ void FormDictionary::ParsePair(WideStringView pair) {
 
 bool FormDictionary::LoadFromFile(const WideString& path) {
     const FileHandle file(_wfopen(path.c_str(), TEXT("r")));
+    if constexpr (isTraced) TraceCall(TEXT("read file"), path.c_str(), file ? 1 : 0, bool{file});
     if (!file) return false;
     LineReader reader(file.Get());
     for (WideString line; reader.ReadContentLine(line);)
@@ -94,6 +96,7 @@ bool FormDictionary::LoadFromFile(const WideString& path) {
 
 bool FormDictionary::SaveToFile(const WideString& path) const {
     const FileHandle file(_wfopen(path.c_str(), TEXT("w")));
+    if constexpr (isTraced) TraceCall(TEXT("write file"), path.c_str(), file ? 1 : 0, bool{file});
     if (!file) return false;
     ByteWriter writer(file.Get());
     for (const auto& [key, value] : entries) {

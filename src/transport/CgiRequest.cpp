@@ -4,6 +4,7 @@
 #include <new>
 
 #include "LMOnline.h"
+#include "base/Trace.h"
 #include "transport/BufferSizes.h"
 #include "transport/HttpStatus.h"
 #include "transport/NetworkConnection.h"
@@ -32,15 +33,18 @@ CgiRequest::CgiRequest(const WCHAR* host, const WCHAR* path, bool useConnectionM
         holdsManagedConnection = true;
     }
     session.Reset(InternetOpenW(TEXT("ZR_CgiClient-SP"), INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, 0));
+    if constexpr (isTraced) TraceCall(TEXT("session"), nullptr, session ? 1 : 0, bool{session});
     if (!session) failure.NoteFailedCall();
     const INTERNET_PORT port = secure ? INTERNET_DEFAULT_HTTPS_PORT : INTERNET_DEFAULT_HTTP_PORT;
     connection.Reset(
         InternetConnectW(session.Get(), host, port, nullptr, nullptr, INTERNET_SERVICE_HTTP, 0, 0));
+    if constexpr (isTraced) TraceCall(TEXT("connect"), host, port, bool{connection});
     if (!connection) failure.NoteFailedCall();
     const DWORD flags =
         INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_PRAGMA_NOCACHE | (secure ? INTERNET_FLAG_SECURE : 0);
     request.Reset(
         HttpOpenRequestW(connection.Get(), TEXT("POST"), path, nullptr, nullptr, nullptr, flags, 0));
+    if constexpr (isTraced) TraceCall(TEXT("POST"), path, request ? 1 : 0, bool{request});
     if (!request) failure.NoteFailedCall();
     mode = writing;
 }
@@ -66,6 +70,7 @@ bool CgiRequest::SendRequest() {
     // Before the request, so that memory cannot run out between it and its reply.
     if (size < smallestReceiveBuffer) body.resize(smallestReceiveBuffer);
     isSent = HttpSendRequestW(request.Get(), nullptr, 0, body.data(), static_cast<DWORD>(size)) != FALSE;
+    if constexpr (isTraced) TraceCall(TEXT("send"), nullptr, static_cast<int64_t>(size), isSent);
     if (!isSent) failure.NoteFailedCall();
     mode = reading;
     good = true;
@@ -93,8 +98,10 @@ bool CgiRequest::Read(void* data, uint32_t size) {
 bool CgiRequest::FillBuffer() {
     DWORD received = 0;
     // Bytes that came before the call failed belong to the reply.
-    if (!InternetReadFile(request.Get(), body.data(), static_cast<DWORD>(body.size()), &received))
-        readFailure.NoteFailedCall();
+    const bool isRead =
+        InternetReadFile(request.Get(), body.data(), static_cast<DWORD>(body.size()), &received) != FALSE;
+    if constexpr (isTraced) TraceCall(TEXT("read"), nullptr, received, isRead);
+    if (!isRead) readFailure.NoteFailedCall();
     readPos = 0;
     readAvail = received;
     if (received > 0) return true;

@@ -2,6 +2,7 @@
 
 #include "LMOnline.h"
 #include "base/LastError.h"
+#include "base/Trace.h"
 
 namespace {
 
@@ -11,7 +12,10 @@ constexpr DWORD noStatus = 1000;
 /* False, and a last error, when there is none; `status` stays as it was then. */
 bool QueryStatus(HINTERNET request, DWORD& status) {
     DWORD size = sizeof status;
-    return HttpQueryInfoW(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status, &size, nullptr);
+    const bool isThere = HttpQueryInfoW(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status,
+                                        &size, nullptr) != FALSE;
+    if constexpr (isTraced) TraceCall(TEXT("HTTP status"), nullptr, status, isThere);
+    return isThere;
 }
 
 }  // namespace
@@ -23,7 +27,7 @@ DWORD GetHttpStatus(HINTERNET request) {
 }
 
 DWORD GetRefusal(HINTERNET request) {
-    DWORD status = 0;
+    DWORD status = noStatus;
     if (!QueryStatus(request, status)) return ErrorOfFailedCall();
     return status < firstRefusal ? ERROR_SUCCESS : LM_ERROR_HTTP_STATUS | LM_ERROR_STATUS(status);
 }

@@ -1,5 +1,6 @@
 #include "transport/NetworkConnection.h"
 
+#include "base/Trace.h"
 #include "settings/Settings.h"
 #include "transport/OnlineConfiguration.h"
 
@@ -13,7 +14,9 @@ constexpr uint32_t roamingBit = 0x200;   // of the phone state
 bool EstablishNetworkConnection() {
     GUID network{};
     DWORD index = 0;
-    if (FAILED(ConnMgrMapURL(homePage, &network, &index))) return false;
+    const HRESULT mapped = ConnMgrMapURL(homePage, &network, &index);
+    if constexpr (isTraced) Trace(TEXT("find network"), homePage, mapped, 0);
+    if (FAILED(mapped)) return false;
 
     CONNMGR_CONNECTIONINFO info{};
     info.cbSize = sizeof info;
@@ -22,7 +25,10 @@ bool EstablishNetworkConnection() {
     info.guidDestNet = network;
     HANDLE connection = nullptr;
     DWORD status = 0;
-    if (FAILED(ConnMgrEstablishConnectionSync(&info, &connection, connectTimeout, &status))) return false;
+    const HRESULT asked = ConnMgrEstablishConnectionSync(&info, &connection, connectTimeout, &status);
+    if constexpr (isTraced)
+        Trace(TEXT("dial"), nullptr, FAILED(asked) ? asked : static_cast<HRESULT>(status), 0);
+    if (FAILED(asked)) return false;
 
     if (status == CONNMGR_STATUS_CONNECTED) {
         managedConnection = connection;

@@ -1,5 +1,6 @@
 #include "transport/WebConnection.h"
 
+#include "base/Trace.h"
 #include "transport/HttpStatus.h"
 #include "transport/NetworkConnection.h"
 #include "ui/MessageBoxes.h"
@@ -32,6 +33,7 @@ bool WebConnection::Connect() {
     const INTERNET_PORT port = secure ? INTERNET_DEFAULT_HTTPS_PORT : INTERNET_DEFAULT_HTTP_PORT;
     connection.Reset(InternetConnectW(sharedSession.Get(), host.c_str(), port, nullptr, nullptr,
                                       INTERNET_SERVICE_HTTP, 0, 0));
+    if constexpr (isTraced) TraceCall(TEXT("connect"), host.c_str(), port, bool{connection});
     if (!connection) return failure.NoteFailedCall();
     state = connected;
     return true;
@@ -43,8 +45,12 @@ bool WebConnection::OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secur
                         INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_RESYNCHRONIZE |
                         INTERNET_FLAG_PRAGMA_NOCACHE | (secureRequest ? INTERNET_FLAG_SECURE : 0);
     request.Reset(HttpOpenRequestW(connection.Get(), verb, path, nullptr, nullptr, nullptr, flags, 0));
+    if constexpr (isTraced)
+        TraceCall(verb != nullptr ? verb : TEXT("GET"), path, request ? 1 : 0, bool{request});
     if (!request) failure.NoteFailedCall();
-    return HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0) || failure.NoteFailedCall();
+    const bool isSent = HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0) != FALSE;
+    if constexpr (isTraced) TraceCall(TEXT("send"), nullptr, 0, isSent);
+    return isSent || failure.NoteFailedCall();
 }
 
 DWORD WebConnection::GetStatus() const {
@@ -57,11 +63,15 @@ int64_t WebConnection::GetContentLength() const {
     int64_t length = -1;
     if (HttpQueryInfoW(request.Get(), HTTP_QUERY_CONTENT_LENGTH, text, &size, nullptr))
         swscanf(text, TEXT("%I64d"), &length);
+    if constexpr (isTraced) Trace(TEXT("length"), nullptr, length, 0);
     return length;
 }
 
 bool WebConnection::MayGoOn() const {
-    return progressCallback == nullptr || progressCallback(callbackContext) != 0;
+    if (progressCallback == nullptr) return true;
+    const int answer = progressCallback(callbackContext);
+    if constexpr (isTraced) Trace(TEXT("callback"), nullptr, answer, 0);
+    return answer != 0;
 }
 
 void WebConnection::Close() {

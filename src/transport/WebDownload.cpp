@@ -7,6 +7,7 @@
 #include "base/Contained.h"
 #include "base/LastError.h"
 #include "base/Owned.h"
+#include "base/Trace.h"
 #include "text/FormatString.h"
 #include "transport/BufferSizes.h"
 #include "transport/HttpStatus.h"
@@ -23,6 +24,11 @@ struct SystemFileKind {
 };
 using SystemFile = Owned<SystemFileKind>;
 
+void RemoveFile(const WideString& path) {
+    const BOOL isRemoved = DeleteFileW(path.c_str());
+    if constexpr (isTraced) TraceCall(TEXT("delete"), path.c_str(), isRemoved, isRemoved != FALSE);
+}
+
 /* The file in which a download grows. It is deleted at the end, unless it has been moved into place. */
 class TemporaryFile {
 public:
@@ -30,12 +36,14 @@ public:
         : path(std::move(filePath)),
           file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
                            nullptr)),
-          isMine(static_cast<bool>(file)) {}
+          isMine(static_cast<bool>(file)) {
+        if constexpr (isTraced) TraceCall(TEXT("create"), path.c_str(), isMine ? 1 : 0, isMine);
+    }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
         Close();
-        if (isMine) DeleteFileW(path.c_str());
+        if (isMine) RemoveFile(path);
     }
 
     [[nodiscard]] HANDLE Get() const { return file.Get(); }
@@ -45,7 +53,9 @@ public:
     /* Whether it was moved. A move that fails leaves the file where it is. */
     bool MoveTo(const WideString& target) {
         isMine = false;
-        return MoveFileW(path.c_str(), target.c_str()) != FALSE;
+        const bool isMoved = MoveFileW(path.c_str(), target.c_str()) != FALSE;
+        if constexpr (isTraced) TraceCall(TEXT("move to"), target.c_str(), isMoved ? 1 : 0, isMoved);
+        return isMoved;
     }
 
 private:
@@ -54,11 +64,17 @@ private:
     bool isMine;
 };
 
-/* The three below are false when they fail, and note why. */
+/* Those below are false when they fail, and note why. */
 
 bool IsAccepted(WebConnection& connection) {
     connection.failure.Note(GetRefusal(connection.request.Get()));
     return connection.failure.cause == ERROR_SUCCESS;
+}
+
+bool ReadReply(WebConnection& connection, BYTE* place, DWORD size, DWORD& received) {
+    const bool isRead = InternetReadFile(connection.request.Get(), place, size, &received) != FALSE;
+    if constexpr (isTraced) TraceCall(TEXT("read"), nullptr, received, isRead);
+    return isRead || connection.failure.NoteFailedCall();
 }
 
 /* Adds what has been written to `total`, too: the caller's record may say anything by the end. */
@@ -66,12 +82,13 @@ bool ReceiveInto(HANDLE file, WebConnection& connection, int64_t& total) {
     BYTE chunk[chunkSize];
     for (;;) {
         DWORD received = 0;
-        if (!InternetReadFile(connection.request.Get(), chunk, chunkSize, &received))
-            return connection.failure.NoteFailedCall();
+        if (!ReadReply(connection, chunk, chunkSize, received)) return false;
         if (!connection.MayGoOn()) return connection.failure.Note(LM_ERROR_CANCELLED);
         if (received == 0) return true;
         DWORD written = 0;
-        if (!WriteFile(file, chunk, received, &written, nullptr)) return connection.failure.NoteFailedCall();
+        const bool isWritten = WriteFile(file, chunk, received, &written, nullptr) != FALSE;
+        if constexpr (isTraced) TraceCall(TEXT("write"), nullptr, written, isWritten);
+        if (!isWritten) return connection.failure.NoteFailedCall();
         if (written < received) return connection.failure.Note(ERROR_DISK_FULL);
         total += written;
         if (connection.progress != nullptr) connection.progress->bytesReceived += written;
@@ -90,18 +107,20 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
     const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);
     connection.request.Reset(
         HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
+    if constexpr (isTraced)
+        TraceCall(TEXT("GET"), urlPath, connection.request ? 1 : 0, bool{connection.request});
     if (!connection.request) connection.failure.NoteFailedCall();
-    return HttpSendRequestW(connection.request.Get(), header.c_str(), static_cast<DWORD>(header.size()),
-                            nullptr, 0) ||
-           connection.failure.NoteFailedCall();
+    const bool isSent = HttpSendRequestW(connection.request.Get(), header.c_str(),
+                                         static_cast<DWORD>(header.size()), nullptr, 0) != FALSE;
+    if constexpr (isTraced) TraceCall(TEXT("send"), header.c_str(), 0, isSent);
+    return isSent || connection.failure.NoteFailedCall();
 }
 
 bool ReceiveInto(BYTE* buffer, DWORD length, WebConnection& connection) {
     while (length > 0) {
         DWORD received = 0;
         const DWORD wanted = std::min(length, chunkSize);
-        if (!InternetReadFile(connection.request.Get(), buffer, wanted, &received))
-            return connection.failure.NoteFailedCall();
+        if (!ReadReply(connection, buffer, wanted, received)) return false;
         if (received == 0) return connection.failure.Note(LM_ERROR_REPLY_ENDED);
         if (!connection.MayGoOn()) return connection.failure.Note(LM_ERROR_CANCELLED);
         buffer += received;
@@ -119,7 +138,7 @@ bool DownloadWebFile(WebConnection& connection, const WCHAR* urlPath, const Wide
 
     WideString temporaryPath = localFile + TEXT(".TMP");
     // The old file goes first: the device may not have room for both.
-    DeleteFileW(localFile.c_str());
+    RemoveFile(localFile);
     TemporaryFile file(std::move(temporaryPath));
     if (!file.IsThere()) {
         connection.failure.NoteFailedCall();
@@ -172,6 +191,7 @@ int32_t Transfer(const LMChar* host, LMProgressCallback callback, void* context,
         cause = connection.failure.cause;
         return given;
     });
+    if constexpr (isTraced) Trace(TEXT("transfer"), host, result, cause);
     return LeaveError(cause, result);
 }
 

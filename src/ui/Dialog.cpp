@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Contained.h"
+#include "base/Trace.h"
 #include "frame/ResourceModule.h"
 #include "text/FormatString.h"
 #include "ui/WindowTranslation.h"
@@ -33,7 +34,9 @@ Dialog::~Dialog() {
 int Dialog::DoModal(HWND parent) {
     if (templateId == 0) return IDCANCEL;
     failure = {};
+    if constexpr (isTraced) Trace(TEXT("dialog begins"), nullptr, templateId, 0);
     const int result = Run(parent);
+    if constexpr (isTraced) TraceCall(TEXT("dialog ends"), nullptr, result, result != notShown);
     if (result != notShown) return result;
     const DWORD error = GetLastError();
     failure.NoteFailedCall();

@@ -4,6 +4,7 @@
 
 #include "base/Contained.h"
 #include "base/OwnedFile.h"
+#include "base/Trace.h"
 #include "frame/Folders.h"
 #include "frame/Paths.h"
 #include "settings/Settings.h"
@@ -67,6 +68,7 @@ bool TranslationCatalogue::SetLanguage(const WideString& name, const WideString&
 
 bool TranslationCatalogue::LoadTranslationFile(const WideString& path) {
     const FileHandle file(_wfopen(path.c_str(), TEXT("rb")));
+    if constexpr (isTraced) TraceCall(TEXT("read file"), path.c_str(), file ? 1 : 0, bool{file});
     if (!file) return false;
     Clear();
     ReadTranslations(file.Get(), table);
@@ -132,7 +134,9 @@ bool TranslationCatalogue::IsHarvestDue(const WideString& folder) const {
 
 bool TranslationCatalogue::WriteHarvest(const WideString& folder, const WideString& modulePath) const {
     const WideString name = modulePath.empty() ? TEXT("module") : GetBaseName(modulePath);
-    const FileHandle file(_wfopen((folder + TEXT("\\") + name + TEXT(".txt")).c_str(), TEXT("wb")));
+    const WideString path = folder + TEXT("\\") + name + TEXT(".txt");
+    const FileHandle file(_wfopen(path.c_str(), TEXT("wb")));
+    if constexpr (isTraced) TraceCall(TEXT("write file"), path.c_str(), file ? 1 : 0, bool{file});
     if (!file) return false;
     WriteUntranslatedTexts(file.Get(), untranslated);
     return true;

@@ -8,14 +8,15 @@
 
 namespace {
 
-/* Whether the units of "se" still lie in the memory of an account that has ended, which `use` was given. */
+/* Whether the units "ec" of "secret1" still lie in the memory of an account that has ended, which `use` was
+ * given. */
 template <class Use>
 bool HoldsSecretAfter(Use use) {
     alignas(SecretAccount) unsigned char memory[sizeof(SecretAccount)] = {};
     auto* const account = new (memory) SecretAccount;
     use(*account);
     account->~SecretAccount();
-    const unsigned char secret[] = {'s', 0, 'e', 0};
+    const unsigned char secret[] = {'e', 0, 'c', 0};
     return std::search(std::begin(memory), std::end(memory), std::begin(secret), std::end(secret)) !=
            std::end(memory);
 }

@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """The source archive, unpacked in another folder where there is no git; the packages are made there again."""
+import hashlib
+import json
 import os
 import pathlib
 import shutil
@@ -47,7 +49,7 @@ class UnpackedSource(unittest.TestCase):
         folder = pathlib.Path(tempfile.mkdtemp(dir=SCRATCH, prefix="a-folder-with-a-rather-long-name-"))
         run("tar", "-xzf", package("source.tar.gz"), "-C", folder)
         cls.root = folder / f"orvande-online-{VERSION}"
-        # Only a copy of PATH without git is no PATH: it lies beside all else.
+        # git lies where all else does, so something that fails stands before it.
         (folder / "git").write_text("#!/bin/sh\nexit 127\n", encoding="ascii")
         (folder / "git").chmod(0o755)
         cls.environment = os.environ | {
@@ -56,6 +58,9 @@ class UnpackedSource(unittest.TestCase):
             "CCACHE_RECACHE": "1"}
         cls.made = subprocess.run(["tools/package"], cwd=cls.root, env=cls.environment, capture_output=True,
                                   text=True, check=False)
+        cls.packages = cls.root / "build/unsigned"
+        if cls.made.returncode == 0:
+            (cls.root / "build/packages").rename(cls.packages)
 
     @classmethod
     def tearDownClass(cls):
@@ -67,8 +72,29 @@ class UnpackedSource(unittest.TestCase):
     def test_the_packages_are_the_same_byte_for_byte(self):
         self.assertEqual(0, self.made.returncode, self.made.stdout + self.made.stderr)
         for file in sorted(OUTPUT.iterdir()):
-            again = self.root / "build/packages" / file.name
+            again = self.packages / file.name
             self.assertTrue(file.read_bytes() == again.read_bytes(), f"{file} and {again} differ")
+
+    def test_signed_ones_have_signed_files(self):
+        folder = self.root / "build/signed"
+        folder.mkdir()
+        run("openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=Test",
+            "-addext", "extendedKeyUsage=codeSigning", "-keyout", folder / "key", "-out", folder / "own")
+        self.run_there("tools/package", "--sign", folder / "own", folder / "key")
+        cabinet = self.root / "build/packages" / package("device.cab").name
+        run("gcab", "--extract", "-C", folder, cabinet)
+        for ring in ("windows", "device"):
+            name = package(f"{ring}-sdk.zip").name
+            run("python3", "-m", "zipfile", "-e", self.root / "build/packages" / name, folder)
+        # "OrvandeOnline.dll" and "OrvandeAccount.dll" have stored names that begin alike.
+        signed = [cabinet, *folder.glob("*/bin/*.dll"), *folder.glob("*/bin/*.exe"),
+                  *folder.glob("ORVANDE?.*"), *folder.glob("MAPSHOP.*"), *folder.glob("SIGNIN.*")]
+        self.assertEqual(1 + 4 + 2 + 4 + 4, len(signed))
+        for file in signed:
+            run("osslsigncode", "verify", "-CAfile", folder / "own", "-in", file)
+        bill = json.loads(cabinet.with_name(f"{cabinet.name}.spdx.json").read_text(encoding="utf-8"))
+        self.assertEqual(hashlib.sha256(cabinet.read_bytes()).hexdigest(),
+                         bill["packages"][0]["checksums"][0]["checksumValue"])
 
     def test_every_preset_is_configured(self):
         for preset in ("native", "asan", "windows-tests", "device-tests"):

@@ -66,6 +66,13 @@ class Filter(unittest.TestCase):
                              "<dl>\n<dt>d</dt>\n<dd>four\n</dd>\n</dl>\n</dd>\n</dl>\nText.\n*/\n"
                              "#define A 1\n")
 
+    def test_definitions_may_stand_below_the_text_of_one(self):
+        self.assert_filtered("/* Text\n *   0   one:\n *       a, b   two\n *       c\n *   1   three */\n"
+                             "#define A 1\n",
+                             "/**\nText\n<dl>\n<dt>0</dt>\n<dd>one:\n<dl>\n<dt>a, b</dt>\n<dd>two\n</dd>\n"
+                             "<dt>c</dt>\n</dl>\n</dd>\n<dt>1</dt>\n<dd>three\n</dd>\n</dl>\n*/\n"
+                             "#define A 1\n")
+
     def test_lists_and_code_stay(self):
         self.assert_filtered("/* Text\n *   - a\n *     b\n *\n *     code < 1;\n */\n#define A 1\n",
                              "/**\nText\n\n  - a\n    b\n\n    code < 1;\n\n*/\n#define A 1\n")

@@ -1,6 +1,5 @@
 #include "ProgramFunctions.h"
 
-#include <chrono>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -83,12 +82,6 @@ double NumberAt(const WCHAR* text, WCHAR** end) {
     const double value = std::strtod(narrow.c_str(), &narrowEnd);
     if (end != nullptr) *end = const_cast<WCHAR*>(text) + (narrowEnd - narrow.c_str());
     return value;
-}
-
-DWORD WINAPI GetTickCount() {
-    using std::chrono::milliseconds;
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<DWORD>(std::chrono::duration_cast<milliseconds>(now).count());
 }
 
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR text, int length, LPSTR bytes, int size,

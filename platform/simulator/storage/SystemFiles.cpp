@@ -83,6 +83,7 @@ DWORD WhyNot(const std::string& place, DWORD access, DWORD share, DWORD disposit
 int HostFlags(DWORD access, DWORD disposition) {
     const bool writes = (access & GENERIC_WRITE) != 0;
     const int flags = O_CLOEXEC | (!writes ? O_RDONLY : (access & GENERIC_READ) != 0 ? O_RDWR : O_WRONLY);
+    if (disposition == OPEN_ALWAYS) return flags | O_CREAT;
     return disposition == CREATE_ALWAYS ? flags | O_CREAT | O_TRUNC : flags;
 }
 
@@ -108,7 +109,7 @@ HANDLE WINAPI CreateFileW(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_AT
                     std::to_string(disposition), Hex8(attributes), PointerText(model)});
     const auto fails = [&](DWORD error) { return call.Fails(INVALID_HANDLE_VALUE, "none", error); };
     if (call.MustFail()) return fails(call.OrderedError());
-    if (disposition != CREATE_ALWAYS && disposition != OPEN_EXISTING) {
+    if (disposition != CREATE_ALWAYS && disposition != OPEN_EXISTING && disposition != OPEN_ALWAYS) {
         call.Violates("this disposition is not simulated");
         return fails(ERROR_INVALID_PARAMETER);
     }

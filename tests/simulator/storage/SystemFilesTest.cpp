@@ -37,6 +37,17 @@ TEST_F(SystemFiles, WhatIsWrittenLiesInTheFile) {
     EXPECT_EQ("abc", device.TakeFile(path));
 }
 
+TEST_F(SystemFiles, FileThatIsOpenedAlwaysIsMadeOrKeptAsItIs) {
+    for (const char* content : {"ab", "abab"}) {
+        const HANDLE file =
+            CreateFileW(path, GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        SetFilePointer(file, 0, nullptr, FILE_END);
+        Write(file, "ab");
+        EXPECT_TRUE(CloseHandle(file));
+        EXPECT_EQ(content, device.TakeFile(path));
+    }
+}
+
 TEST_F(SystemFiles, FileThatIsNotThereCannotBeOpenedAndAFolderNeither) {
     EXPECT_EQ(INVALID_HANDLE_VALUE, OpenForReading());
     EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, GetLastError());
