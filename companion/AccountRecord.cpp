@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "account/SecretText.h"
+
 static_assert(sizeof(LMChar) == sizeof(WCHAR), "one code unit");
 
 namespace {
@@ -21,17 +23,16 @@ bool Fits(const WideString& text) {
     return text.size() < LM_ACCOUNT_TEXT;
 }
 
+/* Up to the first NUL, which a settings file may hold in the middle of a text. */
 void Put(const WideString& text, TextField& field) {
     SecureZeroMemory(field, sizeof field);
-    std::copy(text.begin(), text.end(), field);
+    std::copy_n(text.begin(), WideString::traits_type::length(text.c_str()), field);
 }
 
 }  // namespace
 
 SecretAccount::~SecretAccount() {
-    // Emptied text may still be there, up to the capacity.
-    password.resize(password.capacity());
-    SecureZeroMemory(password.data(), password.size() * sizeof(WCHAR));
+    WipeText(password);
 }
 
 bool IsAccountRecord(const LMAccountRecord* record) {
@@ -45,6 +46,11 @@ void ReadAccountRecord(const LMAccountRecord& record, Account& account) {
     account.savePassword = record.savePassword != 0;
     account.productCode = record.productCode;
     account.productName = TextIn(record.productName);
+}
+
+bool IsInRecord(const Account& account, const LMAccountRecord& record) {
+    return account.userId == TextIn(record.userId) && account.password == TextIn(record.password) &&
+           account.savePassword == (record.savePassword != 0);
 }
 
 bool WriteAccountRecord(const Account& account, LMAccountRecord& record) {

@@ -18,6 +18,9 @@ bool IsAccountRecord(const LMAccountRecord* record);
 /* Fills an account with what a valid record holds. Throws std::bad_alloc. */
 void ReadAccountRecord(const LMAccountRecord& record, Account& account);
 
+/* Whether a valid record has the account's user ID, password and `savePassword`. */
+bool IsInRecord(const Account& account, const LMAccountRecord& record);
+
 /* Puts user ID, password and `savePassword` into the record. False: one of the texts does not fit, and
  * nothing is written. */
 bool WriteAccountRecord(const Account& account, LMAccountRecord& record);

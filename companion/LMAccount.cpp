@@ -65,14 +65,20 @@ Outcome SignInFrom(const LMAccountRecord& record) {
 /* Shows a dialog of that class for the record. */
 template <class AccountDialog>
 Outcome ShowFor(LMAccountRecord& record, void* owner) {
+    // For a window that is none, systems differ in what a dialog gives.
+    if (owner != nullptr && !IsWindow(static_cast<HWND>(owner))) return FailedWith(LM_ERROR_BAD_ARGUMENT);
     SecretAccount account;
     ReadAccountRecord(record, account);
     account.fieldLimit = LM_ACCOUNT_TEXT - 1;
     AccountDialog dialog(account);
     const int ending = dialog.DoModal(static_cast<HWND>(owner));
-    if (ending != IDOK && ending != IDCANCEL) return Failed();
+    const bool isSignedIn = ending == IDOK;
+    // One that was destroyed without a failure was given up.
+    if (!isSignedIn && ending != IDCANCEL && dialog.failure.cause != ERROR_SUCCESS)
+        return FailedWith(dialog.failure.cause);
+    if (!isSignedIn && IsInRecord(account, record)) return FailedWith(LM_ERROR_CANCELLED);
     if (!WriteAccountRecord(account, record)) return FailedWith(ERROR_MORE_DATA);
-    return ending == IDOK ? Outcome{1, account.savingError} : FailedWith(LM_ERROR_CANCELLED);
+    return isSignedIn ? Outcome{1, account.savingError} : FailedWith(LM_ERROR_CANCELLED);
 }
 
 }  // namespace

@@ -77,7 +77,8 @@ LMInt32 LM_CALL LMAccountLoad(LMAccountRecord* record);
 
 /* Writes that file anew, in the way in which the sign-in dialog does when the service has accepted: the user
  * ID, and the password if `savePassword` is not 0. With 0 a password that was saved before is gone. An empty
- * text is not written. The service is not asked. Returns
+ * user ID is not written; a password without letters and digits is, and loads as none. The service is not
+ * asked. Returns
  *   1   written.
  *   0   the file could not be opened for writing and is as it was, when it was read-only for instance (5,
  *       ERROR_ACCESS_DENIED); or not written, on a full disk for instance (112): then it is cut short. 8 when
@@ -104,13 +105,15 @@ LMInt32 LM_CALL LMAccountSignIn(const LMAccountRecord* record);
  * begins with the record's user ID and, when that is not empty, password; its box "Save password" is always
  * unticked at first. The user may create an account from it, as with LMAccountShowCreate, which counts as
  * signing in. His failures are told to him. Accepted credentials are saved as with LMAccountSave.
- *   owner   the window (HWND) that owns the dialog and is disabled meanwhile; may be NULL.
+ *   owner   the window (HWND) that owns the dialog and is disabled meanwhile; may be NULL. What is no window
+ *           is LM_ERROR_BAD_ARGUMENT, and nothing is shown.
  * Returns
  *   1   signed in: the record holds the user's `userId`, `password` and `savePassword`. The last error is 0,
  *       or tells why they could not be saved.
- *   0   not signed in. LM_ERROR_CANCELLED: the user has given up. The record holds what he tried last,
- *       without the password if that was a sign-in; it stays as it was when he tried nothing. Another code:
- *       the dialog could not be shown, and the user has been told so if there was memory for it.
+ *   0   not signed in. LM_ERROR_CANCELLED: the user has given up, or the dialog was destroyed, with its
+ *       owner for instance. The record holds what he tried last, without the password if that was a sign-in;
+ *       it stays as it was when he tried nothing. Another code: the dialog could not be shown, or memory ran
+ *       out in it, and the user has been told so if there was memory for it; the record stays as it was.
  * The fields take 255 code units. Should another program put more there, the result is 0, the last error 234
  * (ERROR_MORE_DATA), and the record stays as it was. */
 LMInt32 LM_CALL LMAccountShowSignIn(LMAccountRecord* record, void* owner);

@@ -23,6 +23,7 @@ constexpr Reason reasons[] = {
     {3, 3, L"its folder does not exist, or its name is too long; name another file"},
     {5, 5, L"access to it is denied; name a file that may be written"},
     {8, 8, L"memory ran out; close other programs and try again"},
+    {13, 13, L"what {host} answered cannot be read; try again later"},
     {14, 14, L"memory ran out; close other programs and try again"},
     {19, 19, L"the storage is write-protected; unlock it, or name a file elsewhere"},
     {32, 32, L"another program has it open; close it there"},

@@ -143,7 +143,6 @@ bool ResumedDownload::ReadPart(LMInt64 offset, Bytes& bytes) {
 }
 
 bool ResumedDownload::DownloadWhole() {
-    DeleteFileW(descriptionFile.c_str());
     const LMInt32 isThere =
         functions.download(host.c_str(), path.c_str(), partFile.c_str(), OnRead, this, &progress);
     const DWORD cause = GetLastError();
@@ -183,9 +182,6 @@ bool ResumedDownload::TakeOver(File& part, LMInt64& size) {
 }
 
 bool ResumedDownload::Begin(File& part) {
-    // First of all: the description to come must not describe it.
-    if (!DeleteFileW(partFile.c_str()) && GetLastError() != ERROR_FILE_NOT_FOUND)
-        return Fail(resumeNotWritten, GetLastError());
     File description;
     if (!description.Open(descriptionFile, GENERIC_WRITE, CREATE_ALWAYS) ||
         !description.Write(Description()) ||

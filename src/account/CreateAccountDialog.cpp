@@ -2,6 +2,7 @@
 
 #include "account/AccountProgram.h"
 #include "account/AccountSettings.h"
+#include "account/SecretText.h"
 #include "base/Contained.h"
 #include "base/LastError.h"
 #include "settings/Settings.h"
@@ -71,7 +72,7 @@ CreateAccountDialog::Installation CreateAccountDialog::ReadInstallation() const 
 
 void CreateAccountDialog::ReadFields() {
     account.userId = GetItemText(USER_ID_FIELD);
-    account.password = GetItemText(PASSWORD_FIELD);
+    ReplaceSecret(account.password, GetItemText(PASSWORD_FIELD));
     name = GetItemText(NAME_FIELD);
     email = GetItemText(EMAIL_FIELD);
     wantsUpdates = SendDlgItemMessageW(window, WANTS_UPDATES_BOX, BM_GETCHECK, 0, 0) == BST_CHECKED;

@@ -2,6 +2,7 @@
 
 #include "account/AccountSettings.h"
 #include "account/CreateAccountDialog.h"
+#include "account/SecretText.h"
 #include "account/SignIn.h"
 #include "base/Contained.h"
 #include "base/LastError.h"
@@ -48,7 +49,7 @@ void SignInDialog::OnDialogCommand(int id, HWND control, int notification) {
 
 void SignInDialog::ReadCredentials() {
     account.userId = GetItemText(USER_ID_FIELD);
-    account.password = GetItemText(PASSWORD_FIELD);
+    ReplaceSecret(account.password, GetItemText(PASSWORD_FIELD));
 }
 
 void SignInDialog::CreateNewAccount() {

@@ -20,5 +20,5 @@ inline constexpr int32_t wrongPasswordStatus = 5;
 bool HasCredentials(const Account& account);
 
 /* Asks the service whether it accepts the user ID, the password and the product code. Brings up the data
- * connection first, and blocks until the service has answered. Throws std::bad_alloc. */
-SignInAnswer AskToSignIn(const Account& account);
+ * connection first, and blocks until the service has answered. */
+SignInAnswer AskToSignIn(const Account& account) noexcept;

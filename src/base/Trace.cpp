@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
-#include "base/Owned.h"
+#include "base/OwnedSystemFile.h"
 
 namespace {
 
 WCHAR tracePath[MAX_PATH + 16];
 DWORD beginning = 0;  // ms, of GetTickCount
-
-struct TraceFileKind {
-    using Handle = HANDLE;
-    static inline const Handle none = INVALID_HANDLE_VALUE;
-    static void Close(Handle file) noexcept { CloseHandle(file); }
-};
 
 /* A line in the making, in ASCII. What no longer fits is left out. */
 class TraceLine {
@@ -56,8 +50,8 @@ public:
 
     /* Opened for each line: what has been written survives whatever comes next. */
     void Append() const {
-        const Owned<TraceFileKind> file(CreateFileW(tracePath, GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        const SystemFile file(CreateFileW(tracePath, GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                          FILE_ATTRIBUTE_NORMAL, nullptr));
         if (!file) return;
         SetFilePointer(file.Get(), 0, nullptr, FILE_END);
         DWORD written = 0;

@@ -22,12 +22,18 @@ bool MapShopSearch::AreItems(const void* items, int32_t count) {
     return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / mapItemSize;
 }
 
-DWORD MapShopSearch::Run(const void* items, int32_t count) {
+DWORD MapShopSearch::Run(const void* items, int32_t count) noexcept {
     CgiRequest request(serviceHost, TEXT("cgi-bin/mapstore.cgi"), true, false);
-    request.WriteInt32(mapSearchCode);
-    request.WriteInt32(count);
-    if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * mapItemSize);
-    return request.GetCause(request.SendRequest() ? ReadReply(request) : 0);
+    int32_t status = 0;
+    const auto exchange = [&] {
+        request.WriteInt32(mapSearchCode);
+        request.WriteInt32(count);
+        if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * mapItemSize);
+        if (request.SendRequest()) status = ReadReply(request);
+    };
+    if (!RunContained(exchange)) return request.NoteFailure(ERROR_NOT_ENOUGH_MEMORY);
+    const DWORD cause = request.GetCause(status);
+    return cause == ERROR_SUCCESS && !isReadable ? DWORD{ERROR_INVALID_DATA} : cause;
 }
 
 int32_t MapShopSearch::ReadReply(ByteStream& reply) {
@@ -54,13 +60,18 @@ void MapShopSearch::ReadMap(ByteStream& reply) {
     // Read where it stays: a record is large, and most of it is empty.
     std::list<MapShopResult> read;
     MapShopResult& map = read.emplace_back();
-    reply.ReadFixedString(map.text1);
+    ReadText(reply, map.text1);
     reply.ReadInt32(map.number);
-    reply.ReadFixedString(map.text2);
-    reply.ReadFixedString(map.text3);
+    ReadText(reply, map.text2);
+    ReadText(reply, map.text3);
     if (!reply.good) return;
     results.splice(results.end(), read);
     cursor = results.begin();
+}
+
+template <uint32_t capacity>
+void MapShopSearch::ReadText(ByteStream& reply, WCHAR (&field)[capacity]) {
+    if (!reply.ReadFixedString(field)) isReadable = false;
 }
 
 bool MapShopSearch::GetNext(MapShopResult& record) {
@@ -75,12 +86,8 @@ bool MapShopSearch::GetNext(MapShopResult& record) {
 MapShopSearch* LM_CALL LMMapShopSearch(const void* items, int32_t count) {
     auto* const search = new (std::nothrow) MapShopSearch;
     DWORD cause = ERROR_NOT_ENOUGH_MEMORY;
-    if (search != nullptr && !MapShopSearch::AreItems(items, count)) {
-        cause = LM_ERROR_BAD_ARGUMENT;
-    } else if (search != nullptr) {
-        // When memory runs out on the way, the results already read are kept.
-        cause = Contained(cause, [&] { return search->Run(items, count); });
-    }
+    if (search != nullptr)
+        cause = MapShopSearch::AreItems(items, count) ? search->Run(items, count) : LM_ERROR_BAD_ARGUMENT;
     if constexpr (isTraced)
         Trace(TEXT("search"), nullptr, search != nullptr ? search->CountResults() : -1, cause);
     return LeaveError(cause, search);

@@ -16,10 +16,11 @@ public:
     static bool AreItems(const void* items, int32_t count);
 
     /* Asks the service and reads its whole reply; blocks until then. An exchange that fails leaves the search
-     * without results; of a reply that breaks off, the results that arrived whole are kept. Returns why not
-     * all was read, as LMOnline.h tells it; 0 when all was. Throws std::bad_alloc when memory runs out; the
-     * results before that are kept. */
-    DWORD Run(const void* items, int32_t count);
+     * without results; of a reply that breaks off, or for which memory runs out, the results that arrived
+     * whole are kept. Returns why not all was read, as LMOnline.h tells it; 0 when all was. A text of a
+     * length that no text has is ERROR_INVALID_DATA: it is left empty, and what follows is read as if it were
+     * the rest of the reply. */
+    DWORD Run(const void* items, int32_t count) noexcept;
 
     /* Copies the next result into `record`: true. After the last one: false, and `record` stays as it was. */
     bool GetNext(MapShopResult& record);
@@ -34,8 +35,11 @@ private:
     /* Returns the status with which the reply begins. */
     int32_t ReadReply(ByteStream& reply);
     void ReadMap(ByteStream& reply);
+    template <uint32_t capacity>
+    void ReadText(ByteStream& reply, WCHAR (&field)[capacity]);
 
     std::list<MapShopResult> results;
     std::list<MapShopResult>::const_iterator cursor = results.end();
     int32_t finalValue = 0;
+    bool isReadable = true; /* no text had a length that no text has */
 };

@@ -109,6 +109,11 @@ bool CgiRequest::FillBuffer() {
     return failure.Note(readFailure.cause);
 }
 
+DWORD CgiRequest::NoteFailure(DWORD cause) {
+    failure.Note(cause);
+    return failure.cause;
+}
+
 DWORD CgiRequest::GetCause(int32_t status) const {
     if (!isSent || (failure.cause == ERROR_SUCCESS && status == 0)) return failure.cause;
     const DWORD refusal = GetRefusal(request.Get());

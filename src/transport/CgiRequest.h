@@ -37,6 +37,9 @@ public:
      * may look like anything. */
     [[nodiscard]] DWORD GetCause(int32_t status) const;
 
+    /* Ends the exchange with what has failed outside of this object, and returns the first cause of all. */
+    DWORD NoteFailure(DWORD cause);
+
 private:
     bool FillBuffer();
 

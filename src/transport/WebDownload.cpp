@@ -6,7 +6,7 @@
 #include "LMOnline.h"
 #include "base/Contained.h"
 #include "base/LastError.h"
-#include "base/Owned.h"
+#include "base/OwnedSystemFile.h"
 #include "base/Trace.h"
 #include "text/FormatString.h"
 #include "transport/BufferSizes.h"
@@ -15,14 +15,6 @@
 namespace {
 
 constexpr DWORD chunkSize = downloadChunkSize;
-
-struct SystemFileKind {
-    using Handle = HANDLE;
-    // Not constexpr: INVALID_HANDLE_VALUE is a cast from a number to a pointer.
-    static inline const Handle none = INVALID_HANDLE_VALUE;
-    static void Close(Handle file) noexcept { CloseHandle(file); }
-};
-using SystemFile = Owned<SystemFileKind>;
 
 void RemoveFile(const WideString& path) {
     const BOOL isRemoved = DeleteFileW(path.c_str());
@@ -77,7 +69,8 @@ bool ReadReply(WebConnection& connection, BYTE* place, DWORD size, DWORD& receiv
     return isRead || connection.failure.NoteFailedCall();
 }
 
-bool ReceiveInto(HANDLE file, WebConnection& connection) {
+/* Adds what has been written to `total`, too: the caller's record may say anything by the end. */
+bool ReceiveInto(HANDLE file, WebConnection& connection, int64_t& total) {
     BYTE chunk[chunkSize];
     for (;;) {
         DWORD received = 0;
@@ -89,6 +82,7 @@ bool ReceiveInto(HANDLE file, WebConnection& connection) {
         if constexpr (isTraced) TraceCall(TEXT("write"), nullptr, written, isWritten);
         if (!isWritten) return connection.failure.NoteFailedCall();
         if (written < received) return connection.failure.Note(ERROR_DISK_FULL);
+        total += written;
         if (connection.progress != nullptr) connection.progress->bytesReceived += written;
     }
 }
@@ -97,16 +91,17 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
     const DWORD flags = INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_AUTO_REDIRECT |
                         INTERNET_FLAG_NO_COOKIES | INTERNET_FLAG_PRAGMA_NOCACHE |
                         (connection.secure ? INTERNET_FLAG_SECURE : 0);
+    // In unsigned arithmetic, which wraps: signed numbers could overflow for an offset near the end of 64
+    // bits.
+    const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
+                                           static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
+    // Before the request, so that memory cannot run out once it has failed.
+    const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);
     connection.request.Reset(
         HttpOpenRequestW(connection.connection.Get(), nullptr, urlPath, nullptr, nullptr, nullptr, flags, 0));
     if constexpr (isTraced)
         TraceCall(TEXT("GET"), urlPath, connection.request ? 1 : 0, bool{connection.request});
     if (!connection.request) connection.failure.NoteFailedCall();
-    // In unsigned arithmetic, which wraps: signed numbers could overflow for an offset near the end of 64
-    // bits.
-    const auto last = static_cast<int64_t>(static_cast<uint64_t>(offset) +
-                                           static_cast<uint64_t>(static_cast<int64_t>(length)) - 1);
-    const WideString header = FormatString(TEXT("Range:bytes=%I64d-%I64d\n"), offset, last);
     const bool isSent = HttpSendRequestW(connection.request.Get(), header.c_str(),
                                          static_cast<DWORD>(header.size()), nullptr, 0) != FALSE;
     if constexpr (isTraced) TraceCall(TEXT("send"), header.c_str(), 0, isSent);
@@ -143,15 +138,16 @@ bool DownloadWebFile(WebConnection& connection, const WCHAR* urlPath, const Wide
         return false;
     }
     DownloadProgress* const progress = connection.progress;
-    if (progress != nullptr) *progress = {0, connection.GetContentLength()};
+    const int64_t announced = progress != nullptr ? connection.GetContentLength() : -1;
+    if (progress != nullptr) *progress = {0, announced};
 
-    const bool complete = ReceiveInto(file.Get(), connection);
+    int64_t received = 0;
+    const bool complete = ReceiveInto(file.Get(), connection, received);
     file.Close();
     connection.request.Reset();
     if (!complete) return false;
     if (!file.MoveTo(localFile)) connection.failure.NoteFailedCall();
-    if (progress != nullptr && progress->bytesReceived < progress->totalBytes)
-        connection.failure.Note(LM_ERROR_REPLY_ENDED);
+    if (received < announced) connection.failure.Note(LM_ERROR_REPLY_ENDED);
     return true;
 }
 

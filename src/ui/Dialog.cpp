@@ -33,13 +33,15 @@ Dialog::~Dialog() {
 
 int Dialog::DoModal(HWND parent) {
     if (templateId == 0) return IDCANCEL;
+    failure = {};
     if constexpr (isTraced) Trace(TEXT("dialog begins"), nullptr, templateId, 0);
     const int result = Run(parent);
     if constexpr (isTraced) TraceCall(TEXT("dialog ends"), nullptr, result, result != notShown);
     if (result != notShown) return result;
     const DWORD error = GetLastError();
+    failure.NoteFailedCall();
     ShowInternalError(parent, FormatString(TEXT("Dialog %d failed: err=0x%x"), templateId, error));
-    SetLastError(error);
+    SetLastError(failure.cause);
     return notShown;
 }
 
@@ -56,6 +58,7 @@ int Dialog::Run(HWND parent) {
 INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const created = message == WM_INITDIALOG ? reinterpret_cast<Dialog*>(lParam) : nullptr;
     if (created != nullptr && !created->Bind(handle)) {
+        created->failure.NoteFailedCall();
         EndDialog(handle, notShown);
         return FALSE;
     }
@@ -64,8 +67,10 @@ INT_PTR CALLBACK Dialog::DialogProc(HWND handle, UINT message, WPARAM wParam, LP
     auto* const dialog = static_cast<Dialog*>(windowBindings.FindWindowObject(handle));
     if (dialog == nullptr) return 0;
     INT_PTR result = 0;
-    if (!RunContained([&] { result = dialog->Dispatch(message, wParam, lParam); }))
+    if (!RunContained([&] { result = dialog->Dispatch(message, wParam, lParam); })) {
+        dialog->failure.Note(ERROR_NOT_ENOUGH_MEMORY);
         EndDialog(handle, notShown);
+    }
     return result;
 }
 
@@ -104,6 +109,7 @@ BOOL Dialog::Prepare(WPARAM wParam, LPARAM lParam) {
     SHInitDialog(&info);
     if (menuBarId != 0) {
         if (!CreateMenuBar()) {
+            failure.NoteFailedCall();
             ShowInternalError(window, FormatString(TEXT("Failed to set up toolbar %d"), menuBarId));
             DestroyWindow(window);
             return FALSE;

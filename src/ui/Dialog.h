@@ -35,9 +35,11 @@ public:
 
     /* Shows the dialog until it is ended, and returns what it was ended with. IDCANCEL at once when
      * `templateId` is 0. -1 when the dialog cannot be shown or an operation threw: a box, owned by `parent`,
-     * tells the number of the template and the system's error code, which the last error keeps. When the menu
-     * bar cannot be made, a box of its own says so before that one. Both boxes are in English. Throws
-     * std::bad_alloc when there is no memory for the text of the last box. */
+     * tells the number of the template and the system's error code. When the menu bar cannot be made, a box
+     * of its own says so before that one. Both boxes are in English. `failure`, and the last error after -1,
+     * have the code of what went wrong first. 0 when the window was destroyed without having been ended, by
+     * its owner's end for instance. Throws std::bad_alloc when there is no memory for the text of the last
+     * box. */
     int DoModal(HWND parent);
 
     /* The text of a control. If there is no such control nothing is set, and the text got is empty. */

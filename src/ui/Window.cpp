@@ -74,6 +74,7 @@ LRESULT CALLBACK Window::wndProc(HWND window, UINT message, WPARAM wParam, LPARA
     LRESULT result = 0;
     if (RunContained([&] { result = object->WindowProc(message, wParam, lParam); })) return result;
 
+    object->failure.Note(ERROR_NOT_ENOUGH_MEMORY);
     // This has no effect on a window that is no dialog.
     EndDialog(window, -1);
     if (message == WM_DESTROY) {

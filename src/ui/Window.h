@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "base/LastError.h"
 #include "ui/WindowBinding.h"
 
 /* A handler does not keep its message: every message then goes on to the procedure that the window had
@@ -46,10 +47,18 @@ public:
 
     /* Takes over a record of this object that could not be taken from its window, which may therefore still
      * lead there. It is freed with the object, after the window; one that was kept before, at once. */
-    void KeepRecord(WindowHookRecord* record) { keptRecord.reset(record); }
+    void KeepRecord(WindowHookRecord* record) {
+        if (record->isKept) return;
+        record->isKept = true;
+        keptRecord.reset(record);
+    }
 
     /* Null until the window is bound, and again after WM_DESTROY. */
     HWND window = nullptr;
+
+    /* What went wrong first, in the codes of the last error: a handler that threw (memory ran out then), or,
+     * of a dialog, what DoModal says. */
+    FirstFailure failure;
 
 protected:
     /* Destroys the window if it still exists. For the destructor of a derived class whose operations the

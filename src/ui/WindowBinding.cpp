@@ -63,6 +63,7 @@ bool WindowBindingTable::AttachWindow(HWND window, Window* object) const {
     auto* const record = new (std::nothrow) WindowHookRecord{key, current, object, chain};
     if (record == nullptr) {
         SetChain(window, nullptr);
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return true;
     }
     return Install(window, record);
@@ -100,7 +101,7 @@ bool WindowBindingTable::DetachWindow(HWND window) const {
             return true;
         }
     }
-    delete record;
+    if (!record->isKept) delete record;
     return true;
 }
 

@@ -13,6 +13,7 @@ struct WindowHookRecord {
     WNDPROC previousProc; /* the procedure before that */
     Window* object;
     WindowHookRecord* next;
+    bool isKept = false; /* the object frees it (Window::KeepRecord); last, for others' records lack it */
 };
 
 /* Binds windows to objects through one window procedure, its key. The bindings themselves lie in the windows'

@@ -75,11 +75,14 @@ TEST_F(AccountDialogs, SigningInWithoutTheTickSavesNoPassword) {
 
 TEST_F(AccountDialogs, CancelLeavesTheRecordAsItWas) {
     record = Record(TEXT("Anna"), TEXT("secret1"));
+    record.savePassword = -1;
+    record.userId[200] = u'x';
+    const std::string before = Bytes(record);
     ExpectFailure(cancelled, SignIn([](DialogUser& user) {
                       user.Type(USER_ID_FIELD, u"nobody");
                       Leave(user);
                   }));
-    EXPECT_EQ(Bytes(Record(TEXT("Anna"), TEXT("secret1"))), Bytes(record));
+    EXPECT_EQ(before, Bytes(record));
     EXPECT_EQ("no file", SettingsFile());
 }
 

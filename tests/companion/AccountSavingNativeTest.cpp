@@ -80,6 +80,24 @@ TEST_F(AccountSaving, UserIdThatDoesNotFitIsNotCut) {
     EXPECT_EQ(Bytes(Record(WideString(255, u'x'))), Bytes(record));
 }
 
+TEST_F(AccountSaving, UserIdEndsAtANulInIt) {
+    device.PutFile(settingsFile, "UserID=An%00na\r\n");
+    LMAccountRecord record = Record(TEXT("before"));
+    ExpectSuccess(LMAccountLoad(&record));
+    EXPECT_EQ(Bytes(Record(TEXT("An"))), Bytes(record)) << "what follows the NUL is zero";
+}
+
+TEST_F(AccountSaving, PasswordWithoutLettersAndDigitsLoadsAsNone) {
+    for (const WideStringView password : {TEXT(""), TEXT("!?")}) {
+        LMAccountRecord record = Record(TEXT("Anna"), password);
+        record.savePassword = 1;
+        ExpectSuccess(LMAccountSave(&record));
+        EXPECT_EQ("Passwd=5bc41e9736e86d02af73d9488c21f5ba\r\nUserID=Anna\r\n", SettingsFile());
+        ExpectSuccess(LMAccountLoad(&record));
+        EXPECT_EQ(Bytes(Record(TEXT("Anna"))), Bytes(record));
+    }
+}
+
 TEST_F(AccountSaving, ReadOnlyFileIsToldAndStays) {
     device.PutFile(settingsFile, "UserID=Old\r\n");
     device.SetReadOnly(settingsFile, true);

@@ -101,7 +101,7 @@ TEST_F(MapShopCause, StatusOfTheServiceIsTold) {
 }
 
 TEST_F(MapShopCause, PageInPlaceOfAReplyIsTheServersRefusal) {
-    for (const DWORD status : {300u, 302u, 401u, 403u, 404u, 407u, 500u, 502u, 999u}) {
+    for (const DWORD status : {300u, 302u, 401u, 403u, 404u, 407u, 500u, 502u, 999u, 1000u, 1001u}) {
         for (const char* page : {"<html>", "<h", ""}) {
             SCOPED_TRACE(testing::Message() << status << page);
             AnswerPage(status, page);
@@ -178,6 +178,26 @@ TEST_F(MapShopCause, CountThatPromisesMoreThanComesHasEnded) {
     EXPECT_EQ(DWORD{LM_ERROR_REPLY_ENDED}, CauseOfSearch());
 }
 
+TEST_F(MapShopCause, TextOfALengthThatNoTextHasIsInvalidData) {
+    for (const int64_t length : {-1, INT32_MIN, 100001, INT32_MAX}) {
+        for (int field = 0; field < 3; ++field) {
+            SCOPED_TRACE(testing::Message() << length << " in field " << field);
+            MapShopReply reply = MapShopReply().Int32(0).Int32(1).Int32(4);
+            for (int i = 0; i < 3; ++i) {
+                field == i ? reply.Int32(length) : reply.Text(TEXT("abc"));
+                if (i == 0) reply.Int32(1200);
+            }
+            Answer(reply.Int32(24));
+            EXPECT_EQ(13u, CauseOfSearch());
+            const Outcome outcome = Search();
+            EXPECT_EQ(1u, outcome.maps.size()) << "kept as before";
+            EXPECT_EQ(24, outcome.finalValue);
+        }
+    }
+    Answer(MapShopReply().Int32(0).Int32(1).Int32(4).Int32(-1));
+    EXPECT_EQ(DWORD{LM_ERROR_REPLY_ENDED}, CauseOfSearch()) << "what a call met counts more";
+}
+
 TEST_F(MapShopCause, PartialSearchHasItsResultsAndTheCause) {
     const MapShopReply whole = TwoMaps();
     AnswerCut(whole, WebReply::Break::Reset, whole.bytes.size() - 10);
@@ -215,6 +235,19 @@ TEST_F(MapShopCause, WhereverMemoryRunsOutItIs8) {
         if (!watch.Failed()) break;
         ASSERT_LT(n, 200u);
     }
+}
+
+TEST_F(MapShopCause, HandleThatCouldNotBeOpenedCountsMoreThanMemoryThatRanOutAfterwards) {
+    Answer(TwoMaps());
+    device.FailCall("InternetOpenW", 1, ERROR_INTERNET_OUT_OF_HANDLES);
+    SetLastError(staleError);
+    AllocationWatch watch(2, Failing::FromThereOn);
+    MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
+    const DWORD cause = GetLastError();
+    watch.Stop();
+    LMMapShopClose(search);
+    EXPECT_TRUE(watch.Failed());
+    EXPECT_EQ(12001u, cause);
 }
 
 TEST_F(MapShopCause, SurvivesTheClosing) {

@@ -64,7 +64,7 @@ TEST_F(DownloadCause, FailedCallWithoutACodeIsAGeneralFailure) {
 }
 
 TEST_F(DownloadCause, RefusalsAreToldWithTheirHttpStatus) {
-    for (const DWORD status : {300u, 302u, 401u, 404u, 407u, 500u, 999u}) {
+    for (const DWORD status : {300u, 302u, 401u, 404u, 407u, 500u, 999u, 1000u, 1001u}) {
         Answer(WebReply::WithStatus(status));
         EXPECT_EQ(HttpRefusal(status), CauseOfDownload(0));
         EXPECT_EQ(HttpRefusal(status), CauseOfPlainDownload(0));
@@ -113,6 +113,21 @@ TEST_F(DownloadCause, ReplyAsLongAsAnnouncedOrLongerOrOfAnUnknownLengthLeaves0) 
     reply.sendsContentLength = false;
     Answer(std::move(reply));
     EXPECT_EQ(0u, CauseOfDownload(1));
+}
+
+TEST_F(DownloadCause, WhatTheCallbackWritesIntoTheRecordDoesNotMatter) {
+    Answer(Content(2 * chunk));
+    atCallback = [this] {
+        progress.totalBytes = 1000000;
+        return 1;
+    };
+    EXPECT_EQ(0u, CauseOfDownload(1));
+    AnswerLength(TEXT("100"), 99);
+    atCallback = [this] {
+        progress.totalBytes = -1;
+        return 1;
+    };
+    EXPECT_EQ(DWORD{LM_ERROR_REPLY_ENDED}, CauseOfDownload(1));
 }
 
 TEST_F(DownloadCause, CancelledByTheCallback) {

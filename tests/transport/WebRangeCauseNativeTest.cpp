@@ -41,7 +41,7 @@ TEST_F(RangeCause, HandleThatCouldNotBeOpenedIsTheCauseNotTheCallsThatNeedIt) {
 }
 
 TEST_F(RangeCause, RefusalsAreToldWithTheirHttpStatus) {
-    for (const DWORD status : {300u, 404u, 416u, 500u}) {
+    for (const DWORD status : {300u, 404u, 416u, 500u, 1000u, 1001u}) {
         Answer(WebReply::WithStatus(status));
         for (const int32_t length : {4, 0, -1})
             EXPECT_EQ(HttpRefusal(status), CauseOfRead(-1, length));
@@ -136,6 +136,24 @@ TEST_F(RangeCause, WhereverMemoryRunsOutItIs8) {
         watch.Stop();
         EXPECT_EQ(watch.Failed() ? 8u : 0u, cause);
         if (!watch.Failed()) break;
+        ASSERT_LT(n, 100u);
+    }
+}
+
+TEST_F(RangeCause, RequestThatCouldNotBeOpenedCountsMoreThanMemoryThatRanOutAfterwards) {
+    Answer("abcd");
+    bool isOpen = false;
+    for (size_t n = 1; !isOpen; ++n) {
+        SCOPED_TRACE(n);
+        char buffer[4] = {};
+        device.FailCall("HttpOpenRequestW", 1, ERROR_INTERNET_OUT_OF_HANDLES);
+        AllocationWatch watch(n, Failing::FromThereOn);
+        xfa704a3f(host, TEXT("/maps/file.map"), 0, 4, buffer, nullptr, nullptr);
+        const DWORD cause = GetLastError();
+        watch.Stop();
+        isOpen = device.FailedCalls() > 0;
+        EXPECT_EQ(isOpen ? 12001u : 8u, cause);
+        device.StopFailing();
         ASSERT_LT(n, 100u);
     }
 }

@@ -76,6 +76,7 @@ TEST(FailureText, TellsTheHttpStatusByItsNumber) {
 TEST(FailureText, TellsTheServicesStatus) {
     EXPECT_EQ("It failed: the service refused; try again later, or ask who runs maps.example (status 9).",
               Sentence(LM_ERROR_SERVICE_STATUS | 9U));
+    EXPECT_EQ("It failed: what maps.example answered cannot be read; try again later (13).", Sentence(13));
     EXPECT_EQ(Words(LM_ERROR_SERVICE_STATUS), Words(LM_ERROR_SERVICE_STATUS | 0xFFFFFFU));
 }
 

@@ -52,6 +52,7 @@ TEST_F(ResumeChanged, ChangeOutsideOfTheSamplesIsNotNoticed) {
 
 TEST_F(ResumeChanged, WhileItComesKeepsNothingAndTheOlderFile) {
     for (const std::string& next : {Content(size, 2), Content(size + 1, 1)}) {
+        content = Content(size);
         Change change{content, next, 60};
         EXPECT_EQ(resumeFileChanged, Run(ChangeLater, &change));
         ExpectOlder();
