@@ -9,10 +9,10 @@
 class Window;
 
 struct WindowHookRecord {
-    WNDPROC key;          /* the procedure that the binding installed; whose record it is shows by it */
-    WNDPROC previousProc; /* the procedure before that */
-    Window* object;
-    WindowHookRecord* next;
+    WNDPROC key = nullptr;          /* what the binding installed; whose record it is shows by it */
+    WNDPROC previousProc = nullptr; /* the procedure before that */
+    Window* object = nullptr;
+    WindowHookRecord* next = nullptr;
     bool isKept = false; /* the object frees it (Window::KeepRecord); last, for others' records lack it */
 };
 
