@@ -65,7 +65,8 @@ extern "C" {
  *
  * It is a code of the system (below 12000) or of WinINet (12000 to 12999) as it came from the first call that
  * failed: 12007 for a name that is not known, 12029 for a host that cannot be reached, 112 for a full disk, 8
- * when memory ran out. For what no such code tells, it is one of these, all with bit 29: */
+ * when memory ran out, 13 for an answer of the service that cannot be read. For what no such code tells, it
+ * is one of these, all with bit 29: */
 
 /* An argument is not what the function takes. */
 #define LM_ERROR_BAD_ARGUMENT 0x20000001U

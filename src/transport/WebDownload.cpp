@@ -17,7 +17,7 @@ namespace {
 constexpr DWORD chunkSize = downloadChunkSize;
 
 void RemoveFile(const WideString& path) {
-    const BOOL isRemoved = DeleteFileW(path.c_str());
+    [[maybe_unused]] const BOOL isRemoved = DeleteFileW(path.c_str());
     if constexpr (isTraced) TraceCall(TEXT("delete"), path.c_str(), isRemoved, isRemoved != FALSE);
 }
 

@@ -48,9 +48,12 @@ public:
     /* Takes over a record of this object that could not be taken from its window, which may therefore still
      * lead there. It is freed with the object, after the window; one that was kept before, at once. */
     void KeepRecord(WindowHookRecord* record) {
-        if (record->isKept) return;
-        record->isKept = true;
-        keptRecord.reset(record);
+        if (keptRecord.get() != record) keptRecord.reset(record);
+    }
+
+    /* Gives a record back that has been taken from its window after all. */
+    void GiveRecordBack(const WindowHookRecord* record) {
+        if (keptRecord.get() == record) static_cast<void>(keptRecord.release());
     }
 
     /* Null until the window is bound, and again after WM_DESTROY. */

@@ -101,7 +101,8 @@ bool WindowBindingTable::DetachWindow(HWND window) const {
             return true;
         }
     }
-    if (!record->isKept) delete record;
+    if (record->object != nullptr) record->object->GiveRecordBack(record);
+    delete record;
     return true;
 }
 

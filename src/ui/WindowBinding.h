@@ -9,11 +9,10 @@
 class Window;
 
 struct WindowHookRecord {
-    WNDPROC key = nullptr;          /* what the binding installed; whose record it is shows by it */
-    WNDPROC previousProc = nullptr; /* the procedure before that */
-    Window* object = nullptr;
-    WindowHookRecord* next = nullptr;
-    bool isKept = false; /* the object frees it (Window::KeepRecord); last, for others' records lack it */
+    WNDPROC key;          /* the procedure that the binding installed; whose record it is shows by it */
+    WNDPROC previousProc; /* the procedure before that */
+    Window* object;
+    WindowHookRecord* next;
 };
 
 /* Binds windows to objects through one window procedure, its key. The bindings themselves lie in the windows'
