@@ -56,6 +56,7 @@ foreach(header
     account/CreateAccountDialog.h
     account/SignIn.h
     account/SignInDialog.h
+    base/LastError.h
     frame/LibraryEntry.h
     resources/ResourceIds.h
     resources/UserInterface.rc
