@@ -21,8 +21,10 @@
 namespace {
 
 constexpr size_t largestBody = 1 << 20;
-// Every connection that is kept open occupies one of these.
-constexpr size_t threadCount = 32;
+// Every connection that is kept open occupies one of these. Some clients keep each connection, and make
+// another for their next request: a download in pieces has thousands.
+constexpr size_t threadCount = 128;
+constexpr time_t keptIdleSeconds = 1;
 constexpr size_t mostRequestsPerConnection = 100;
 // How long a client may take nothing of a download, for example while its user is being asked something.
 constexpr time_t sendTimeoutSeconds = 60;
@@ -184,6 +186,7 @@ void LogRequests(httplib::Server& server) {
 void SetLimits(httplib::Server& server) {
     server.set_payload_max_length(largestBody);
     server.set_keep_alive_max_count(mostRequestsPerConnection);
+    server.set_keep_alive_timeout(keptIdleSeconds);
     server.set_tcp_nodelay(true);
     server.set_write_timeout(sendTimeoutSeconds);
     // PRI is the one other method whose body the HTTP library would read, and without a limit.
