@@ -59,8 +59,7 @@ bool WindowBindingTable::AttachWindow(HWND window, Window* object) const {
     const WNDPROC current = ProcOf(window);
     if (current == nullptr || current == key) return false;
 
-    WindowHookRecord* const chain = ChainOf(window);
-    auto* const record = new (std::nothrow) WindowHookRecord{key, current, object, chain};
+    auto* const record = new (std::nothrow) WindowHookRecord{key, current, object, ChainOf(window)};
     if (record == nullptr) {
         SetChain(window, nullptr);
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
