@@ -1,0 +1,22 @@
+/* What is wrong with a file, told as compilers do: FILE:LINE: error: SENTENCE. */
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+struct Complaint {
+    size_t line = 0; /* counted from 1; 0: it concerns the whole file */
+    std::string sentence;
+};
+
+using Complaints = std::vector<Complaint>;
+
+/* Prints each to the error output, in the order of their lines. */
+void PrintComplaints(const std::string& file, const Complaints& complaints);
+
+/* What cannot be done at all: one sentence. The exit code is 2 then. */
+class UsageError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};

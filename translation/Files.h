@@ -1,0 +1,22 @@
+/* Files that the commands read and write, whole. */
+#pragma once
+
+#include "Catalogue.h"
+#include "Complaint.h"
+
+#include <string>
+#include <string_view>
+
+/* The bytes of a file. Throws UsageError when there is none, it cannot be read, or it is larger than 16 MB. */
+std::string ReadFile(const std::string& path);
+
+/* Writes a file whole or not at all: what stood there stays until all is written. "-" is the standard output.
+ * Throws UsageError. */
+void WriteFile(const std::string& path, std::string_view bytes);
+
+/* The catalogue of a file of any form: .po by its name, everything else is a table or language file. */
+Catalogue ReadCatalogue(const std::string& path, Complaints& complaints);
+
+/* Writes in the form that the name's ending tells: .po; .tsv, a table; .txt or "-", a language file. Throws
+ * UsageError for other endings. With complaints nothing is written. */
+void WriteCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints);

@@ -1,0 +1,87 @@
+/* Language files and tables: one text a line, a TAB between the text and its translation. A language file
+ * (.txt, UTF-16) is what the library reads; a table (.tsv, UTF-8) is the same for editors and spreadsheets.
+ *
+ * Lines that begin with # and hold no TAB are comments, which the library passes over because of the missing
+ * TAB. They hold what a .po file holds beside the texts, under the same marks:
+ *
+ *     # Orvande Online 1.0.0: French       a note; those before the first empty line are of the whole file
+ *     #+ Last-Translator: A. Person        a field of a .po file's head, before the first empty line
+ *
+ *     # Not in the plural.                 a note on the text below
+ *     #. Sign in: label                    a place; the screen stands before the colon
+ *     #: src/account/SignIn.cpp:25         a reference
+ *     #, c-format, fuzzy                   flags
+ *     User ID<TAB>Identifiant
+ *
+ *     #~ Log in                            an obsolete text, and in the next line
+ *     #~ Connexion                         its translation
+ */
+#pragma once
+
+#include "Catalogue.h"
+#include "Complaint.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+enum class TableEncoding {
+    Utf16,            /* little-endian after a byte order mark: what the library reads as it is meant */
+    Latin1,           /* bytes, each the character of its number: the library reads this, too */
+    Utf8,             /* with or without a mark; at least one character has more bytes than one */
+    Utf16WithoutMark, /* little-endian; every second byte is 0 in ASCII */
+    Utf16BigEndian,   /* after a byte order mark */
+    Unknown           /* none of these: bytes 80 to 9F, which are no characters of Latin-1 */
+};
+
+/* The lines of a file, decoded whatever its encoding is. */
+struct TableText {
+    TableEncoding encoding = TableEncoding::Latin1;
+    bool hasHalfUnit = false;      /* UTF-16 of an odd number of bytes; the last is left out */
+    std::vector<WideString> lines; /* without their LF; a CR before it is kept, as the library sees it */
+};
+
+TableText DecodeTable(std::string_view bytes);
+
+/* What the library makes of one line: it reads the line itself (ReadTranslations). */
+struct TableRecord {
+    WideStringView rawText; /* as they stand in the line, without the CR at its end */
+    WideStringView rawTranslation;
+    WideString text;
+    WideString translation;
+};
+
+/* None when the line is no record. A comment may look like one: see IsComment. The views are of `line`. */
+std::optional<TableRecord> ReadTableRecord(WideStringView line);
+
+/* Whether the line begins with # and has nothing after a TAB: spreadsheets fill up lines with TABs. */
+bool IsTableComment(WideStringView line);
+
+/* Whether the library reads `raw` without dropping a double quote that was meant: each is doubled or has a
+ * backslash, but for one at the beginning and one at the end, which enclose the whole field. */
+bool AreQuotesKept(WideStringView raw);
+
+/* What the writer of `raw` has meant: as the library reads it, but with double quotes that it would drop
+ * (AreQuotesKept). */
+WideString MeantText(WideStringView raw);
+
+/* The text of a harvest file, where only TAB and LF are escaped, from its raw form. */
+WideString HarvestedText(WideStringView raw);
+
+/* `text` so that the library reads it back from a field (UnescapeTranslationText) as it is, and spreadsheets
+ * take it for one field of one line. */
+WideString EscapedText(WideStringView text);
+
+/* The catalogue of a table's lines. Raw harvest files are recognised (docs/translation-files.md tells how) and
+ * their texts become what the library looks up. What cannot be understood is complained of and left out; of
+ * two records of one text that differ the last counts, as for the library. */
+Catalogue ReadTable(const TableText& table, Complaints& complaints);
+
+/* The bytes of a language file: UTF-16LE with byte order mark, lines ended by CR LF. An entry without
+ * translation has the translation XXXX. */
+std::string WriteLanguageFile(const Catalogue& catalogue);
+
+/* The bytes of a table: UTF-8 without mark, lines ended by LF. Halves of character pairs, which UTF-8 does
+ * not have, are complained of. */
+std::string WriteTable(const Catalogue& catalogue, Complaints& complaints);
