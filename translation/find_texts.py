@@ -18,7 +18,8 @@ from source_texts import Mistake, Search, Source
 
 OWN_NAME = "translation/find_texts.py"
 EVERYWHERE = "Everywhere"
-# The dialogs in the order in which a user meets them. Texts of a source that makes a dialog are of its screen.
+# The dialogs in the order in which a user meets them. Texts of a source that makes a dialog are of its
+# screen.
 SCREENS = {"SIGN_IN_DIALOG": "Sign in", "CREATE_ACCOUNT_DIALOG": "Create account"}
 # The other sources that show texts.
 SOURCES = {

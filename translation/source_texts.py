@@ -1,9 +1,9 @@
 """Finds in C++ sources the texts that are looked up before they are shown.
 
-A text is an argument of TranslationCatalogue::Translate, or of a function that passes this parameter on to it,
-through however many functions. An argument is followed to its literals: over named constants, both sides of a
-choice (a ? b : c), conversions and the parameters of the function around it. What cannot be followed is a
-Mistake, so that no text is forgotten.
+A text is an argument of TranslationCatalogue::Translate, or of a function that passes this parameter on to
+it, through however many functions. An argument is followed to its literals: over named constants, both sides
+of a choice (a ? b : c), conversions and the parameters of the function around it. What cannot be followed is
+a Mistake, so that no text is forgotten.
 
 Functions are told apart by their names and numbers of parameters, and those that only one file knows by the
 file.
@@ -183,7 +183,8 @@ class Source:
             index += 1
 
     def open_scope(self, head, index, scopes):
-        """What the { at `index` begins, and where to go on: behind it, or at the end of a thing that is read."""
+        """What the { at `index` begins, and where to go on: behind it, or at the end of a thing that is
+        read."""
         tokens = self.tokens[head:index]
         words = {token.value for _, token in flat(tokens) if token.kind == "name"}
         end = closing(self.tokens, index)
@@ -407,8 +408,8 @@ class Search:
                       "literal; write a literal, a constant or a choice of them")
 
     def constant(self, source, around, name):
-        """The file and the tokens of the value that a constant of this name has: of the function, of the file,
-        or of any header."""
+        """The file and the tokens of the value that a constant of this name has: of the function, of the
+        file, or of any header."""
         regions = [(source, around.begin, around.end)] if around else []
         regions.append((source, 0, len(source.tokens)))
         regions += [(other, 0, len(other.tokens)) for other in self.sources if other.path.endswith(".h")]
