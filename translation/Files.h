@@ -14,9 +14,16 @@ std::string ReadFile(const std::string& path);
  * Throws UsageError. */
 void WriteFile(const std::string& path, std::string_view bytes);
 
-/* The catalogue of a file of any form: .po by its name, everything else is a table or language file. */
+enum class FileForm { Language, Table, Po };
+
+/* The form that a name's ending tells: .po; .tsv, a table; .txt or "-", a language file. Throws UsageError for
+ * other endings. */
+FileForm FormToWrite(const std::string& path);
+
+/* The catalogue of a file of any form: .po (and .pot) by its name, everything else is a table or language
+ * file. */
 Catalogue ReadCatalogue(const std::string& path, Complaints& complaints);
 
-/* Writes in the form that the name's ending tells: .po; .tsv, a table; .txt or "-", a language file. Throws
- * UsageError for other endings. With complaints nothing is written. */
+/* Writes in the form that the name tells (FormToWrite). CR and NUL in texts, which the library could not show,
+ * are complained of. With complaints nothing is written. */
 void WriteCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints);
