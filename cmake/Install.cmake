@@ -76,6 +76,8 @@ if(ORVANDE_SHIPS)
   install(PROGRAMS ${PROJECT_BINARY_DIR}/mapshop.exe ${PROJECT_BINARY_DIR}/signin.exe
     DESTINATION ${CMAKE_INSTALL_BINDIR})
   add_dependencies(installed mapshop signin)
+  copy_languages(translations ${PROJECT_BINARY_DIR} OrvandeOnline OrvandeAccount signin)
+  install(FILES ${translations} DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
 if(ORVANDE_RING STREQUAL "windows")

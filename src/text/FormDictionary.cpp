@@ -46,6 +46,44 @@ private:
     uint8_t bytes[256];
 };
 
+/* The byte at which reading a text file ends. */
+constexpr WCHAR endOfText = 0x1A;
+
+/* What LineReader makes of `unit` in a key once it is in a file; 0: it skips the byte. The end of a line
+ * parts pairs as & does. */
+WCHAR UnitReadFor(WCHAR unit) {
+    const auto byte = static_cast<int8_t>(unit);
+    if (byte == '\r') return 0;
+    if (byte == '\n' || byte == -1) return TEXT('&');
+    return static_cast<WCHAR>(byte);
+}
+
+/* Whether reading gives the unit back wherever it is in a key, or takes the whole line for a comment. */
+bool IsPlain(WCHAR unit) {
+    return unit > TEXT(' ') && unit < 0x7F && unit != TEXT('&') && unit != TEXT('=');
+}
+
+/* Whether a line with that key neither ends a file nor holds a pair of another key with a value. */
+bool IsHarmless(const WideString& key, const FormDictionary& dictionary) {
+    if (std::ranges::all_of(key, [](WCHAR unit) { return IsPlain(unit); })) return true;
+    WideString name;  // the key of the pair at hand
+    bool isNamed = false;
+    for (size_t at = 0; at <= key.size(); ++at) {
+        const WCHAR unit = at < key.size() ? UnitReadFor(key[at]) : TEXT('=');
+        if (unit == endOfText) return false;
+        if (unit == TEXT('&')) {
+            name.clear();
+            isNamed = false;
+        } else if (unit == TEXT('=') && !isNamed) {
+            isNamed = true;
+            if (TrimWhitespace(name) != key && dictionary.HasValue(name)) return false;
+        } else if (unit != 0) {
+            name += unit;
+        }
+    }
+    return true;
+}
+
 void PutEntry(ByteWriter& writer, WideStringView key, WideStringView value) {
     for (const WCHAR unit : key)
         writer.PutUnlessNul(unit);
@@ -100,7 +138,8 @@ bool FormDictionary::SaveToFile(const WideString& path) const {
     if (!file) return false;
     ByteWriter writer(file.Get());
     for (const auto& [key, value] : entries) {
-        if (!key.Text().empty() && !value.empty()) PutEntry(writer, key.Text(), value);
+        const bool isWritten = !key.Text().empty() && !value.empty() && IsHarmless(key.Text(), *this);
+        if (isWritten) PutEntry(writer, key.Text(), value);
     }
     return writer.Finish();
 }

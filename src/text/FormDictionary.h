@@ -25,11 +25,17 @@ public:
 
     /* Writes the text file at `path` anew: a line for every entry with a non-empty key and value, in the
      * order of the keys, the value encoded (UrlEncode), the key as it is. Units become bytes by their low 8
-     * bits; those whose low byte is 0 are left out, but a value's U+0000 is written as %00. False when the
-     * file cannot be opened or written; then it may be cut short or gone, and the old contents are lost.
+     * bits; those whose low byte is 0 are left out, but a value's U+0000 is written as %00. Left out is also
+     * an entry whose key would damage others: one with a unit whose low byte is 1A, which ends a text file,
+     * and one whose line, as form text, holds a pair of another key that has a value here, as the lines of
+     * `b&a` and of `a` with a space before it hold one of `a`. False when the file cannot be opened or
+     * written; then it may be cut short or gone, and the old contents are lost.
      *
-     * Loading the file restores every entry whose value holds only units below U+0100, and whose key is ASCII
-     * without control characters, = and &, with no space at its ends and no # at its start. */
+     * Loading the file restores every entry with a value whose key consists of units U+0001 to U+007F and
+     * U+FF80 to U+FFFE, with no LF, CR, U+001A, = and &, no space or tab at its ends and no # at its start.
+     * Its value comes back with the low byte of each unit; one above U+00FF whose low byte is 0 is lost, and
+     * with the last of a value its entry. What other entries have left in the file is read under keys that
+     * have no value here. */
     bool SaveToFile(const WideString& path) const;
 
     /* The value of `key`, or `fallback` when there is no such entry. An empty value is a value. */

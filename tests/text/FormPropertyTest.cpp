@@ -2,6 +2,7 @@
  * is printed; setting ORVANDE_TEST_SEED to it repeats the run. */
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -85,6 +86,35 @@ WideString PlainKey(Random& random) {
     return key;
 }
 
+/* Up to three units of which most do harm in a key, and the others make keys meet. */
+WideString HostileText(Random& random) {
+    static const WideString hostile =
+        TEXT("aab&=# \t\r\n") + WideString{0,      0x1A,   0xFF,   0x041A, 0x0161, 0xFF61, 0xE9,  0xFFE9,
+                                           0x0126, 0x013D, 0xFF80, 0xFFFF, 0x0100, 0x2020, 0x0123};
+    WideString text(random.Below(4), 0);
+    for (WCHAR& unit : text)
+        unit = hostile[random.Below(hostile.size())];
+    return text;
+}
+
+bool ComesBack(const WideString& key) {
+    const auto isOfAFile = [](WCHAR unit) {
+        const bool isInReach = (unit >= 1 && unit <= 0x7F) || (unit >= 0xFF80 && unit <= 0xFFFE);
+        return isInReach && !IsIn("\n\r\x1A=&", unit);
+    };
+    return !key.empty() && std::ranges::all_of(key, isOfAFile) && key.front() != '#' &&
+           !IsIn(" \t", key.front()) && !IsIn(" \t", key.back());
+}
+
+WideString RestoredValue(const WideString& value) {
+    WideString restored;
+    for (const WCHAR unit : value) {
+        const auto low = static_cast<WCHAR>(unit & 0xFF);
+        if (unit == 0 || low != 0) restored += low;
+    }
+    return restored;
+}
+
 FormDictionary DictionaryOf(const Entries& entries) {
     FormDictionary dictionary;
     for (const auto& [key, value] : entries)
@@ -161,6 +191,23 @@ TEST_F(FormProperty, SavedDictionaryIsRestored) {
         const auto bytes = TakeFile(path);
         ASSERT_TRUE(loaded.SaveToFile(path));
         ASSERT_EQ(bytes, TakeFile(path));
+    });
+}
+
+/* Of hostile keys: what the header of FormDictionary says of a key that comes back. */
+TEST_F(FormProperty, EveryEntryWithAGoodKeyIsRestoredAndNoOtherKeyIsTouched) {
+    ForBothSeeds(1000, [](Random& random) {
+        Entries entries;
+        for (size_t i = random.Below(12); i > 0; --i)
+            entries[HostileText(random)] = HostileText(random);
+        const WideString path = PathOf(TEXT("random.ini"));
+        ASSERT_TRUE(DictionaryOf(entries).SaveToFile(path));
+        FormDictionary loaded;
+        ASSERT_TRUE(loaded.LoadFromFile(path));
+        for (const auto& [key, value] : entries) {
+            if (value.empty()) continue;  // another entry may have come back under this key
+            ASSERT_EQ(ComesBack(key) ? RestoredValue(value) : WideString(), loaded.GetString(key));
+        }
     });
 }
 
