@@ -8,7 +8,7 @@
 #include "Files.h"
 #include "Merge.h"
 #include "ShownPlaces.h"
-#include "Utf16.h"
+
 
 namespace {
 
