@@ -7,6 +7,6 @@
 /* Takes screen, places, references and whether placeholders are filled in from `shown`. */
 void TakePlaces(CatalogueEntry& entry, const ShownText& shown);
 
-/* Takes them for each entry that has none of them, such as those of a harvest file, and that is shown. An entry
- * whose placeholders are filled in becomes a format in any case. */
+/* Takes them for each entry that has none of them, such as those of a harvest file, and that is shown. An
+ * entry whose placeholders are filled in becomes a format in any case. */
 void TakePlacesOfThisVersion(Catalogue& catalogue);
