@@ -21,8 +21,11 @@ enum class FileForm { Language, Table, Po };
  * for other endings. */
 FileForm FormToWrite(const std::string& path);
 
-/* The catalogue of a file of any form: .po (and .pot) by its name, everything else is a table or language
- * file. */
+/* The form that a name's ending tells of a file to be read: .po and .pot; .tsv; all others are language
+ * files. */
+FileForm FormToRead(const std::string& path);
+
+/* The catalogue of a file of any form. Tables and language files are told apart by their bytes. */
 Catalogue ReadCatalogue(const std::string& path, Complaints& complaints);
 
 /* Writes in the form that the name tells (FormToWrite). CR and NUL in texts, which the library could not

@@ -4,6 +4,15 @@
 #include "Catalogue.h"
 #include "ShownTexts.h"
 
+#include <string>
+#include <string_view>
+
+/* "check box" */
+std::string_view NameOf(TextKind kind);
+
+/* "Sign in: label, 35 x 8" */
+std::string PlaceText(const TextPlace& place);
+
 /* Takes screen, places, references and whether placeholders are filled in from `shown`. */
 void TakePlaces(CatalogueEntry& entry, const ShownText& shown);
 

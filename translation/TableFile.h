@@ -80,6 +80,10 @@ WideString HarvestedText(WideStringView raw);
  * take it for one field of one line. A CR cannot be read back. */
 WideString EscapedText(WideStringView text);
 
+/* Whether the library itself may have written the lines, as a harvest file, and nobody has touched them
+ * since. */
+bool IsRawHarvest(const std::vector<WideString>& lines);
+
 /* The catalogue of a table's lines. Raw harvest files are recognised (docs/translation-files.md tells how)
  * and their texts become what the library looks up. Translations are what is meant (MeantText). What cannot
  * be understood is complained of and left out: an unknown encoding, half a unit, NUL and CR within a line,

@@ -50,20 +50,6 @@ WideString TextOfField(WideStringView raw) {
     return FindShownText(harvested) != nullptr ? harvested : text;
 }
 
-/* Whether the library itself may have written the file, and nobody has touched it since. */
-bool IsRawHarvest(const std::vector<WideString>& lines) {
-    WideString last;
-    for (const WideString& line : lines) {
-        const WideStringView text = WideStringView(line).substr(0, line.find_last_not_of(u'\r') + 1);
-        const size_t tab = text.find(u'\t');
-        if (tab == 0 || tab == WideStringView::npos || text.substr(tab + 1) != untranslated) return false;
-        WideString key = HarvestedText(text.substr(0, tab));
-        if (IsTableComment(text) || key <= last) return false;
-        last = std::move(key);
-    }
-    return !lines.empty();
-}
-
 class TableReader {
 public:
     explicit TableReader(Complaints& told) : complaints(told) {}
@@ -230,6 +216,19 @@ void ComplainOfEncoding(const TableText& table, Complaints& complaints) {
 }
 
 }  // namespace
+
+bool IsRawHarvest(const std::vector<WideString>& lines) {
+    WideString last;
+    for (const WideString& line : lines) {
+        const WideStringView text = WideStringView(line).substr(0, line.find_last_not_of(u'\r') + 1);
+        const size_t tab = text.find(u'\t');
+        if (tab == 0 || tab == WideStringView::npos || text.substr(tab + 1) != untranslated) return false;
+        WideString key = HarvestedText(text.substr(0, tab));
+        if (IsTableComment(text) || key <= last) return false;
+        last = std::move(key);
+    }
+    return !lines.empty();
+}
 
 Catalogue ReadTable(const TableText& table, Complaints& complaints) {
     ComplainOfEncoding(table, complaints);
