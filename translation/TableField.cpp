@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <new>
 
-#include "TableFile.h"
 #include "OpenedFile.h"
+#include "TableFile.h"
 #include "ui/TranslationFile.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <stdio.h>
 
+#include "OpenedFile.h"
 #include "Samples.h"
 #include "TableFile.h"
-#include "OpenedFile.h"
 #include "ui/TranslationFile.h"
 
 using testing::ElementsAre;
