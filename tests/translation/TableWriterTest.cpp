@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <random>
-
+#include "HostileCatalogue.h"
 #include "Samples.h"
 #include "TableFile.h"
 #include "Utf16.h"
@@ -29,63 +28,6 @@ Catalogue Read(const std::string& bytes) {
     Complaints complaints;
     Catalogue catalogue = ReadTable(DecodeTable(bytes), complaints);
     EXPECT_THAT(Sentences(complaints), IsEmpty());
-    return catalogue;
-}
-
-/* What makes trouble in lines, fields, comments and lists. */
-class HostileWords {
-public:
-    explicit HostileWords(unsigned seed) : random(seed) {}
-
-    size_t Below(size_t end) { return random() % end; }
-
-    bool Coin() { return Below(2) == 0; }
-
-    WideString Text() {
-        WideString text;
-        do {
-            text += units[Below(units.size())];
-        } while (Below(8) != 0);
-        return text;
-    }
-
-    WideString Line() {
-        WideString line = Text();
-        std::erase(line, u'\n');
-        return line;
-    }
-
-    std::vector<WideString> Lines() {
-        std::vector<WideString> lines(Below(3));
-        for (WideString& line : lines)
-            line = Coin() ? WideString() : Line();
-        return lines;
-    }
-
-private:
-    static constexpr WideStringView units = u"\"\"\\\\tn\t\n #:.,~+|@-Xa\xE9";
-    std::mt19937 random;
-};
-
-/* Entries of different texts, which a catalogue has. */
-Catalogue HostileCatalogue(HostileWords& words) {
-    Catalogue catalogue;
-    catalogue.notes = words.Lines();
-    catalogue.isHeadFuzzy = words.Coin();
-    if (words.Coin()) catalogue.fields.push_back({u"X-Field", words.Line()});
-    for (size_t count = words.Below(4); count > 0; --count) {
-        CatalogueEntry entry = Entry(words.Text() + WideString(count, u'z'), {});
-        if (words.Coin()) entry.translation = words.Text();
-        entry.notes = words.Lines();
-        entry.places = words.Lines();
-        if (words.Coin()) entry.references = {u"a.cpp:1", u"b:c"};
-        if (words.Coin()) entry.screen = words.Line();
-        entry.isFormat = words.Coin();
-        entry.isFuzzy = words.Coin();
-        if (words.Coin()) entry.guessedFrom = words.Text();
-        entry.isObsolete = words.Coin();
-        catalogue.entries.push_back(entry);
-    }
     return catalogue;
 }
 
@@ -142,9 +84,9 @@ TEST(TableWriter, LanguageFileBearsHalvesOfPairsAndATableDoesNot) {
 }
 
 TEST(TableWriter, NothingIsLostWhateverItIs) {
-    HostileWords words(7);
-    for (int round = 0; round < 3000; ++round) {
-        const Catalogue catalogue = HostileCatalogue(words);
+    HostileCatalogues hostile(7);
+    for (int round = 0; round < 1000; ++round) {
+        const Catalogue catalogue = hostile.Next();
         const std::string table = Table(catalogue);
         const Catalogue read = Read(table);
         ASSERT_EQ(Described(read), Described(catalogue)) << table;
