@@ -41,8 +41,13 @@ FileForm FormToWrite(const std::string& path) {
     throw UsageError("the name '" + path + "' does not end in .txt, .tsv or .po, which tells the form");
 }
 
+FileForm FormToRead(const std::string& path) {
+    if (EndsWith(path, ".po") || EndsWith(path, ".pot")) return FileForm::Po;
+    return EndsWith(path, ".tsv") ? FileForm::Table : FileForm::Language;
+}
+
 Catalogue ReadCatalogue(const std::string& path, Complaints& complaints) {
-    if (EndsWith(path, ".po") || EndsWith(path, ".pot")) return ReadPo(path, complaints);
+    if (FormToRead(path) == FileForm::Po) return ReadPo(path, complaints);
     return ReadTable(DecodeTable(ReadFile(path)), complaints);
 }
 

@@ -24,8 +24,8 @@ struct FileCount {
     size_t most = 0;
 };
 
-/* Every option has a value (--output FILE or --output=FILE); the last of two counts. Behind "--" all are files,
- * and "-" is one everywhere. `usage` is the command as --help tells it. Throws UsageError for unknown options,
- * missing values and another number of files. */
+/* Every option has a value (--output FILE or --output=FILE); the last of two counts. Behind "--" all are
+ * files, and "-" is one everywhere. `usage` is the command as --help tells it. Throws UsageError for unknown
+ * options, missing values and another number of files. */
 CommandLine ReadCommandLine(std::string_view usage, FileCount count,
                             std::initializer_list<std::string_view> options, Arguments arguments);

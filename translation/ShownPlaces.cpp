@@ -6,6 +6,16 @@
 
 namespace {
 
+void AddOnce(std::vector<WideString>& lines, WideString line) {
+    if (std::ranges::find(lines, line) == lines.end()) lines.push_back(std::move(line));
+}
+
+bool IsShownSomewhere(const CatalogueEntry& entry) {
+    return !entry.screen.empty() || !entry.places.empty() || !entry.references.empty();
+}
+
+}  // namespace
+
 std::string_view NameOf(TextKind kind) {
     switch (kind) {
         case TextKind::Title:
@@ -26,22 +36,19 @@ std::string_view NameOf(TextKind kind) {
     return "message";
 }
 
-void AddOnce(std::vector<WideString>& lines, WideString line) {
-    if (std::ranges::find(lines, line) == lines.end()) lines.push_back(std::move(line));
+std::string PlaceText(const TextPlace& place) {
+    const std::string text = std::string(place.screen) + ": " + std::string(NameOf(place.kind));
+    if (place.kind == TextKind::Title) return text + " of message boxes, always English";
+    if (place.width == 0) return text;
+    return text + ", " + std::to_string(place.width) + " x " + std::to_string(place.height);
 }
-
-bool IsShownSomewhere(const CatalogueEntry& entry) {
-    return !entry.screen.empty() || !entry.places.empty() || !entry.references.empty();
-}
-
-}  // namespace
 
 void TakePlaces(CatalogueEntry& entry, const ShownText& shown) {
     entry.screen = shown.places.empty() ? WideString() : Utf16Of(shown.places.front().screen);
     entry.places.clear();
     entry.references.clear();
     for (const TextPlace& place : shown.places) {
-        AddOnce(entry.places, Utf16Of(std::string(place.screen) + ": ").append(Utf16Of(NameOf(place.kind))));
+        AddOnce(entry.places, Utf16Of(PlaceText(place)));
         AddOnce(entry.references, Utf16Of(place.source));
     }
     entry.isFormat = shown.isFormat;

@@ -22,8 +22,8 @@ struct TableComment {
 /* The comment of a line for which IsTableComment holds. */
 TableComment ReadTableComment(WideStringView line);
 
-/* A note, a place or a field, so that it is read back from a line, and so that the line holds no TAB, which would
- * make a record of it. */
+/* A note, a place or a field, so that it is read back from a line, and so that the line holds no TAB, which
+ * would make a record of it. */
 WideString EscapedNote(WideStringView note);
 WideString UnescapedNote(WideStringView rest);
 

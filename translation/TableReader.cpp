@@ -1,8 +1,8 @@
 /* The catalogue of a table. */
 #include <algorithm>
-#include <map>
 #include <utility>
 
+#include "CatalogueBuilder.h"
 #include "ShownTexts.h"
 #include "TableComment.h"
 #include "TableFile.h"
@@ -35,12 +35,6 @@ bool HasWord(WideStringView list, WideStringView word) {
     return std::ranges::find(words, word) != words.end();
 }
 
-void AddOnce(std::vector<WideString>& lines, const std::vector<WideString>& added) {
-    for (const WideString& line : added) {
-        if (std::ranges::find(lines, line) == lines.end()) lines.push_back(line);
-    }
-}
-
 bool IsShownExactly(WideStringView text) {
     const ShownText* const shown = FindShownText(text);
     return shown != nullptr && text == shown->text;
@@ -56,20 +50,6 @@ WideString TextOfField(WideStringView raw) {
     return FindShownText(harvested) != nullptr ? harvested : text;
 }
 
-/* Whether the library itself may have written the file, and nobody has touched it since. */
-bool IsRawHarvest(const std::vector<WideString>& lines) {
-    WideString last;
-    for (const WideString& line : lines) {
-        const WideStringView text = WideStringView(line).substr(0, line.find_last_not_of(u'\r') + 1);
-        const size_t tab = text.find(u'\t');
-        if (tab == 0 || tab == WideStringView::npos || text.substr(tab + 1) != untranslated) return false;
-        WideString key = HarvestedText(text.substr(0, tab));
-        if (IsTableComment(text) || key <= last) return false;
-        last = std::move(key);
-    }
-    return !lines.empty();
-}
-
 class TableReader {
 public:
     explicit TableReader(Complaints& told) : complaints(told) {}
@@ -83,8 +63,8 @@ public:
         EndObsolete();
         EndHead();
         // Notes behind the last text belong to none.
-        AddOnce(catalogue.notes, next.notes);
-        return std::move(catalogue);
+        AddOnce(built.Get().notes, next.notes);
+        return std::move(built.Get());
     }
 
 private:
@@ -116,7 +96,7 @@ private:
 
     void TakeHead(const TableComment& comment) {
         if (comment.mark == CommentMark::Note)
-            catalogue.notes.push_back(UnescapedNote(comment.rest));
+            built.Get().notes.push_back(UnescapedNote(comment.rest));
         else if (comment.mark == CommentMark::Field)
             TakeField(UnescapedNote(comment.rest));
         else
@@ -125,7 +105,7 @@ private:
 
     /* Whose flags those in the first lines are is known only now. */
     void EndHead() {
-        if (isHead) catalogue.isHeadFuzzy = std::exchange(next.isFuzzy, false);
+        if (isHead) built.Get().isHeadFuzzy = std::exchange(next.isFuzzy, false);
         isHead = false;
     }
 
@@ -135,7 +115,7 @@ private:
         WideStringView value;
         if (colon != WideString::npos) value = WideStringView(field).substr(colon + 1);
         if (value.starts_with(u' ')) value.remove_prefix(1);
-        if (!name.empty()) catalogue.fields.push_back({WideString(name), WideString(value)});
+        if (!name.empty()) built.Get().fields.push_back({WideString(name), WideString(value)});
     }
 
     void TakeMark(const TableComment& comment) {
@@ -174,9 +154,9 @@ private:
             next.line = line;
             if (next.text.empty()) Complain(complaints, line, "an obsolete text is empty");
         } else {
-            next.translation = TranslationOf(rest);
+            next.translation = TranslationOrNone(MeantText(rest));
             next.isObsolete = true;
-            catalogue.entries.push_back(TakeNext());
+            built.Add(TakeNext());
         }
     }
 
@@ -199,18 +179,12 @@ private:
         }
         const WideStringView raw = record ? record->rawText : content.substr(0, tab);
         next.text = isHarvest ? HarvestedText(raw) : TextOfField(raw);
-        if (record) next.translation = TranslationOf(record->rawTranslation);
+        if (record) next.translation = TranslationOrNone(MeantText(record->rawTranslation));
         next.line = line;
         if (next.text.empty())
             Complain(complaints, line, "the text before the TAB is empty");
         else
-            Add(TakeNext());
-    }
-
-    static WideString TranslationOf(WideStringView raw) {
-        WideString translation = MeantText(raw);
-        if (translation == untranslated) translation.clear();
-        return translation;
+            built.Add(TakeNext());
     }
 
     /* The entry that is complete now. */
@@ -220,28 +194,9 @@ private:
         return std::exchange(next, {});
     }
 
-    void Add(CatalogueEntry entry) {
-        const auto [found, isNew] = indices.try_emplace(entry.text, catalogue.entries.size());
-        if (isNew) {
-            catalogue.entries.push_back(std::move(entry));
-            return;
-        }
-        CatalogueEntry& earlier = catalogue.entries[found->second];
-        AddOnce(earlier.notes, entry.notes);
-        AddOnce(earlier.places, entry.places);
-        AddOnce(earlier.references, entry.references);
-        earlier.isFormat = earlier.isFormat || entry.isFormat;
-        if (entry.translation.empty()) return;
-        earlier.translation = std::move(entry.translation);
-        earlier.isFuzzy = entry.isFuzzy;
-        earlier.guessedFrom = std::move(entry.guessedFrom);
-        earlier.line = entry.line;
-    }
-
     Complaints& complaints;
-    Catalogue catalogue;
-    std::map<WideString, size_t> indices; /* of entries that are not obsolete */
-    CatalogueEntry next;                  /* what the comments above a record have told so far */
+    CatalogueBuilder built;
+    CatalogueEntry next; /* what the comments above a record have told so far */
     bool isScreenTold = false;
     bool isHead = true;
     bool isHarvest = false;
@@ -261,6 +216,19 @@ void ComplainOfEncoding(const TableText& table, Complaints& complaints) {
 }
 
 }  // namespace
+
+bool IsRawHarvest(const std::vector<WideString>& lines) {
+    WideString last;
+    for (const WideString& line : lines) {
+        const WideStringView text = WideStringView(line).substr(0, line.find_last_not_of(u'\r') + 1);
+        const size_t tab = text.find(u'\t');
+        if (tab == 0 || tab == WideStringView::npos || text.substr(tab + 1) != untranslated) return false;
+        WideString key = HarvestedText(text.substr(0, tab));
+        if (IsTableComment(text) || key <= last) return false;
+        last = std::move(key);
+    }
+    return !lines.empty();
+}
 
 Catalogue ReadTable(const TableText& table, Complaints& complaints) {
     ComplainOfEncoding(table, complaints);

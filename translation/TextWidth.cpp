@@ -33,16 +33,6 @@ int WidthOfUnit(WCHAR unit) {
     return width < 0 ? emOfTahoma : width;
 }
 
-/* `text` as it is drawn where & marks access keys. */
-WideString WithoutMarks(WideStringView text) {
-    WideString drawn;
-    for (size_t at = 0; at < text.size(); ++at) {
-        if (text[at] == TEXT('&') && ++at == text.size()) break;
-        drawn += text[at];
-    }
-    return drawn;
-}
-
 /* The lines of one paragraph. Spaces at the end of a line take no room. */
 TextRoom BrokenParagraph(WideStringView text, int width) {
     TextRoom needed{0, 1};
@@ -84,6 +74,15 @@ int WidthOf(WideStringView text) {
     return width;
 }
 
+WideString WithoutAccessKeys(WideStringView text) {
+    WideString drawn;
+    for (size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == TEXT('&') && ++at == text.size()) break;
+        drawn += text[at];
+    }
+    return drawn;
+}
+
 bool HasAccessKeys(TextKind kind) {
     return kind != TextKind::Title && kind != TextKind::Caption && kind != TextKind::Message;
 }
@@ -112,7 +111,7 @@ TextRoom RoomAt(const TextPlace& place) {
 TextRoom NeededRoom(const TextPlace& place, WideStringView text) {
     const TextRoom room = RoomAt(place);
     const int width = room.lines > 1 ? room.width : 0;
-    return HasAccessKeys(place.kind) ? BrokenText(WithoutMarks(text), width) : BrokenText(text, width);
+    return HasAccessKeys(place.kind) ? BrokenText(WithoutAccessKeys(text), width) : BrokenText(text, width);
 }
 
 bool Fits(const TextPlace& place, WideStringView text) {

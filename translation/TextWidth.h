@@ -32,6 +32,9 @@ bool Fits(const TextPlace& place, WideStringView text);
 /* Whether the system takes & for the mark of an access key there. */
 bool HasAccessKeys(TextKind kind);
 
+/* A text as it is drawn where & marks an access key: && is one &. */
+WideString WithoutAccessKeys(WideStringView text);
+
 /* The pixels of a text in one line. Characters that the font does not have, such as Chinese ones, count as
  * wide as they are high. */
 int WidthOf(WideStringView text);

@@ -141,7 +141,8 @@ class Finder:
 
     def menu_bar(self, source):
         """Number of the menu bar that the source gives its dialog, or of all dialogs'."""
-        for each in [source, *(other for other in self.sources if other.path.endswith(".h"))]:
+        headers = [other for other in self.sources if other.path.endswith(".h")]
+        for each in [source, *headers]:
             values = [token.value for token in each.tokens]
             names = [values[at + 2] for at in range(len(values) - 2)
                      if values[at:at + 2] == ["menuBarId", "="] and values[at + 2] in self.scripts.numbers]
@@ -186,17 +187,18 @@ def literal(text):
 
 
 def generated(texts):
-    lines = ["/* All texts that the library may show; made by find_texts.py. */", '#include "ShownTexts.h"', "",
-             "namespace {", ""]
+    lines = ["/* All texts that the library may show; made by find_texts.py. */",
+             '#include "ShownTexts.h"', "", "namespace {", ""]
     for number, text in enumerate(texts):
         lines.append(f"constexpr TextPlace places{number}[] = {{")
         for place in text.places:
-            lines.append(f"    {{TextKind::{place.kind}, {json.dumps(place.screen)}, {json.dumps(place.source)}, "
-                         f"{place.width}, {place.height}}},")
+            names = f"{json.dumps(place.screen)}, {json.dumps(place.source)}"
+            lines.append(f"    {{TextKind::{place.kind}, {names}, {place.width}, {place.height}}},")
         lines.append("};")
     lines += ["", "constexpr ShownText texts[] = {"]
     for number, text in enumerate(texts):
-        lines.append(f"    {{TEXT({literal(text.text)}), {'true' if text.is_format else 'false'}, places{number}}},")
+        is_format = "true" if text.is_format else "false"
+        lines.append(f"    {{TEXT({literal(text.text)}), {is_format}, places{number}}},")
     lines += ["};", "", "}  // namespace", "", "std::span<const ShownText> AllShownTexts() {",
               "    return texts;", "}", ""]
     return "\n".join(lines)

@@ -109,7 +109,7 @@ def read_dialog(reader, number):
     reader.number_or_text()
     dialog = Dialog(reader.text(), [])
     if not style & HAS_FONT or (reader.word(), reader.text()) != FONT:
-        raise BadResources(f"dialog {number} has not the font {FONT[1]} {FONT[0]}, of which the widths are known")
+        raise BadResources(f"dialog {number} is not in {FONT[1]} of {FONT[0]} points, whose widths are known")
     for _ in range(count):
         control = read_control(reader, number)
         if control.text:

@@ -242,7 +242,8 @@ def declared_name(tokens):
     """Index of the ( of the parameters in a function's head, and the function's name; None: no function."""
     for index, token in flat(tokens):
         is_operator = any(each.value == "operator" for each in tokens[:index])
-        if token.kind != "mark" or (token.value == "(" and index > 0 and tokens[index - 1].value in NO_FUNCTIONS):
+        before = tokens[index - 1].value if index > 0 else ""
+        if token.kind != "mark" or (token.value == "(" and before in NO_FUNCTIONS):
             continue
         if token.value == "=" and not is_operator:
             return None

@@ -14,8 +14,8 @@ HEADER = """\
  * has {pixels} pixels then.
  *
  * The numbers are those of tahoma.ttf in Debian's package fonts-wine, which was made with the widths of the
- * handheld's font: of its bitmaps of {pixels} pixels an em, and where it has none its outlines' scaled and
- * rounded advances. On Windows, GetGlyphOutlineW tells the bitmaps' with GGO_BITMAP (gmCellIncX); what
+ * handheld's font: of its bitmaps of {pixels} pixels an em, and where it has none its outlines' scaled and rounded
+ * advances. On Windows, GetGlyphOutlineW tells the bitmaps' with GGO_BITMAP (gmCellIncX); what
  * GetCharWidth32W tells under Wine are the advances of hinted outlines, which nobody's handheld has.
  * tahoma_widths.py makes this file. */
 #pragma once

@@ -1,5 +1,9 @@
-/* A library for the loader's tests: it shows when its static objects live and what it is attached with. */
+/* A library for the loader's tests: it shows when its static objects live and what it is attached with. A
+ * static object allocates once, and so does either call of DllMain. */
 #include "Platform.h"
+
+#include <memory>
+#include <new>
 
 #define SAMPLE_EXPORT extern "C" __attribute__((visibility("default")))
 
@@ -12,6 +16,7 @@ struct StaticObject {
     ~StaticObject() { InternetCloseHandle(session); }
 
     HINTERNET session;
+    std::unique_ptr<int> memory = std::make_unique<int>(1);
 };
 
 const StaticObject staticObject;
@@ -23,6 +28,7 @@ int calls = 0;
 SAMPLE_EXPORT BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved);
 
 BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
+    ::operator delete(::operator new(1));
     return SHInitExtraControls(instance, reason, reserved);
 }
 

@@ -19,6 +19,16 @@ TEST_F(FormatStringMemory, OnlyTheResultIsAllocated) {
     EXPECT_EQ(WideString(999, 'x'), text);
 }
 
+TEST_F(FormatStringMemory, WidthsAreCutWhileTheyAreMade) {
+    AllocationWatch watch;
+    const WideString spaces = FormatString(TEXT("%2147483647d%2147483647s"), 7, TEXT("text"));
+    const WideString zeros = FormatString(TEXT("%.2147483647d"), 7);
+    watch.Stop();
+    EXPECT_EQ(2u, watch.Count());
+    EXPECT_EQ(WideString(999, ' '), spaces);
+    EXPECT_EQ(WideString(999, '0'), zeros);
+}
+
 TEST_F(FormatStringMemory, ShortResultNeedsNoAllocation) {
     AllocationWatch watch;
     const WideString text = FormatString(TEXT("0x%x"), 31u);

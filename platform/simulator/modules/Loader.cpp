@@ -7,16 +7,37 @@
 #include <iterator>
 #include <utility>
 
+#include "machine/Allocations.h"
 #include "machine/Violations.h"
 #include "modules/DeviceModules.h"
 #include "modules/Modules.h"
 
 namespace {
 
+using simulator::LibraryWork;
+using simulator::OwnWork;
+
 using Entry = BOOL WINAPI(HINSTANCE instance, DWORD reason, LPVOID reserved);
 
 Entry* EntryOf(void* module) {
     return reinterpret_cast<Entry*>(dlsym(module, "DllMain"));
+}
+
+/* Runs the static initialisers. */
+void* Open(const std::string& file) {
+    const LibraryWork libraryWork;
+    return dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+/* Runs the static destructors, if nothing else holds the library. */
+void Close(void* module) {
+    const LibraryWork libraryWork;
+    dlclose(module);
+}
+
+BOOL Call(Entry& entry, DWORD reason) {
+    const LibraryWork libraryWork;
+    return entry(simulator::LibraryModule(), reason, nullptr);
 }
 
 /* What a loaded library may import: one function of each file, which also brings the file's others into a
@@ -57,11 +78,11 @@ bool ProgramExportsImports() {
 /* Detaches and unloads. The library must be gone then: if something holds it, its static destructors have not
  * run, and the next load would find the old state. */
 void UnloadModule(void* module) {
-    if (Entry* entry = EntryOf(module)) entry(simulator::LibraryModule(), DLL_PROCESS_DETACH, nullptr);
+    if (Entry* entry = EntryOf(module)) Call(*entry, DLL_PROCESS_DETACH);
     Dl_info info{};
     const bool isKnown = dladdr(dlsym(module, "DllMain"), &info) != 0;
     const std::string file = isKnown ? info.dli_fname : "";
-    dlclose(module);
+    Close(module);
     if (!isKnown) return;
     void* const remaining = dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
     if (remaining == nullptr) return;
@@ -72,11 +93,12 @@ void UnloadModule(void* module) {
 }  // namespace
 
 LoadedLibrary DeviceModules::LoadLibraryFile(const std::string& file) {
+    const OwnWork ownWork;
     if (!ProgramExportsImports()) {
         simulator::Violate("this program does not export its symbols to libraries that it loads");
         return {};
     }
-    void* const module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const module = Open(file);
     if (module == nullptr) {
         simulator::Violate(std::string("the library cannot be loaded: ") + dlerror());
         return {};
@@ -84,10 +106,10 @@ LoadedLibrary DeviceModules::LoadLibraryFile(const std::string& file) {
     Entry* const entry = EntryOf(module);
     if (entry == nullptr) {
         simulator::Violate(file + " has no DllMain");
-        dlclose(module);
+        Close(module);
         return {};
     }
-    if (entry(LibraryInstance(), DLL_PROCESS_ATTACH, nullptr) == FALSE) {
+    if (Call(*entry, DLL_PROCESS_ATTACH) == FALSE) {
         UnloadModule(module);
         return {};
     }
@@ -95,6 +117,7 @@ LoadedLibrary DeviceModules::LoadLibraryFile(const std::string& file) {
 }
 
 void LoadedLibrary::Unload() {
+    const OwnWork ownWork;
     if (module_ != nullptr) UnloadModule(std::exchange(module_, nullptr));
 }
 

@@ -1,10 +1,13 @@
-/* The wide printf of the device's runtime. Numbers are left to the host's runtime, one directive at a time;
- * text is padded here, unit by unit. */
+/* The wide printf of the device's runtime. It allocates nothing, and what has no room in the caller's buffer
+ * is never made: a directive may ask for any width. */
 #include "Platform.h"
 
 #include <algorithm>
-#include <climits>
+#include <cctype>
+#include <charconv>
+#include <iterator>
 #include <string>
+#include <string_view>
 
 #include "machine/Allocations.h"
 #include "machine/Text.h"
@@ -26,24 +29,65 @@ struct Directive {
     char16_t conversion = 0;
 };
 
+/* The text so far, as far as there is room for it. */
+class Output {
+public:
+    Output(WCHAR* units, size_t room) : units_(units), room_(room) {}
+
+    void Append(size_t times, char16_t unit) {
+        const size_t taken = Take(times);
+        std::fill_n(units_ + size_ - taken, taken, unit);
+    }
+
+    template <class Unit>
+    void Append(const Unit* text, size_t size) {
+        const size_t taken = Take(size);
+        std::transform(text, text + taken, units_ + size_ - taken,
+                       [](Unit unit) { return static_cast<std::make_unsigned_t<Unit>>(unit); });
+    }
+
+    size_t Size() const { return size_; }
+    bool IsCut() const { return isCut_; }
+
+private:
+    /* Lengthens the text by `size` units or as many as there is room for; how many these are. */
+    size_t Take(size_t size) {
+        const size_t taken = std::min(size, room_ - size_);
+        isCut_ = isCut_ || taken < size;
+        size_ += taken;
+        return taken;
+    }
+
+    WCHAR* units_;
+    size_t room_;
+    size_t size_ = 0;
+    bool isCut_ = false;
+};
+
+void ViolateConversion(char16_t conversion) {
+    const simulator::OwnWork ownWork;
+    simulator::Violate("a format holds %" + simulator::ToUtf8({&conversion, 1}) + ", which is not simulated");
+}
+
 class Formatter {
 public:
-    Formatter(const WCHAR* format, va_list arguments) : next_(format) { va_copy(arguments_, arguments); }
+    Formatter(Output& output, const WCHAR* format, va_list arguments) : output_(output), next_(format) {
+        va_copy(arguments_, arguments);
+    }
     Formatter(const Formatter&) = delete;
     Formatter& operator=(const Formatter&) = delete;
     ~Formatter() { va_end(arguments_); }
 
-    std::u16string Format() {
+    void Format() {
         while (*next_ != 0) {
             if (*next_ != u'%') {
-                output_ += *next_++;
+                output_.Append(1, *next_++);
                 continue;
             }
             ++next_;
             const Directive directive = Parse();
             if (directive.conversion != 0) Convert(directive);
         }
-        return std::move(output_);
     }
 
 private:
@@ -55,11 +99,14 @@ private:
     void ConvertInteger(const Directive& directive);
     void ConvertText(const Directive& directive, bool isWide);
     void AppendNumber(const Directive& directive, char conversion, long long value);
-    void AppendPadded(const Directive& directive, const std::u16string& text);
+    template <class Unit>
+    void AppendText(const Directive& directive, const Unit* text);
+    template <class Unit>
+    void AppendPadded(const Directive& directive, const Unit* text, size_t size);
 
+    Output& output_;
     const WCHAR* next_;
     va_list arguments_;
-    std::u16string output_;
 };
 
 Directive Formatter::Parse() {
@@ -103,13 +150,14 @@ void Formatter::ParseFlags(Directive& directive) {
 }
 
 int Formatter::ParseCount() {
+    constexpr int most = 100000000;  // more than any buffer has
     if (*next_ == u'*') {
         ++next_;
-        return va_arg(arguments_, int);
+        return std::clamp(va_arg(arguments_, int), -most, most);
     }
     int count = 0;
     for (; *next_ >= u'0' && *next_ <= u'9'; ++next_)
-        count = std::min(count * 10 + (*next_ - u'0'), 100000000);
+        count = std::min(count * 10 + (*next_ - u'0'), most);
     return count;
 }
 
@@ -165,11 +213,9 @@ void Formatter::Convert(const Directive& directive) {
         case u'a':
         case u'A':
         case u'n':
-            simulator::Violate("a format holds %" + simulator::ToUtf8({&directive.conversion, 1}) +
-                               ", which is not simulated");
-            return;
+            return ViolateConversion(directive.conversion);
         default:
-            output_ += directive.conversion;
+            output_.Append(1, directive.conversion);
     }
 }
 
@@ -192,34 +238,55 @@ void Formatter::ConvertInteger(const Directive& directive) {
                  isSigned ? value : static_cast<long long>(static_cast<unsigned>(value)));
 }
 
-void Formatter::AppendNumber(const Directive& directive, char conversion, long long value) {
-    std::string format = "%";
-    if (directive.left) format += '-';
-    if (directive.plus) format += '+';
-    if (directive.blank) format += ' ';
-    if (directive.alternate) format += '#';
-    if (directive.zero) format += '0';
-    format += "*.*ll";
-    format += conversion;
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    const int size = snprintf(nullptr, 0, format.c_str(), directive.width, directive.precision, value);
-    std::string text(static_cast<size_t>(size) + 1, '\0');
-    snprintf(text.data(), text.size(), format.c_str(), directive.width, directive.precision, value);
-#pragma GCC diagnostic pop
-    text.pop_back();
-    output_.append(text.begin(), text.end());
+/* What comes before the digits: a sign, or what tells the base. */
+std::string_view PrefixOf(const Directive& directive, char conversion, long long value) {
+    const bool isSigned = conversion == 'd' || conversion == 'i';
+    if (isSigned) return value < 0 ? "-" : directive.plus ? "+" : directive.blank ? " " : "";
+    if (!directive.alternate || value == 0) return "";
+    return conversion == 'x' ? "0x" : conversion == 'X' ? "0X" : "";
 }
 
-template <class Unit>
-std::u16string TextAt(const Unit* text, int precision) {
-    std::u16string units;
-    if (text == nullptr) return TextAt("(null)", precision);
-    // No unit after the last one that is wanted is looked at: the text need not be terminated.
-    for (int i = 0; i != precision && text[i] != 0; ++i) {
-        units += static_cast<char16_t>(static_cast<std::make_unsigned_t<Unit>>(text[i]));
+/* The digits of a number: no more than it needs, and at least one. */
+class Digits {
+public:
+    Digits(char conversion, long long value) {
+        const bool isNegative = value < 0 && (conversion == 'd' || conversion == 'i');
+        const auto number = static_cast<unsigned long long>(value);
+        const int base = conversion == 'o' ? 8 : std::toupper(conversion) == 'X' ? 16 : 10;
+        const char* const end =
+            std::to_chars(digits_, std::end(digits_), isNegative ? 0 - number : number, base).ptr;
+        size_ = static_cast<size_t>(end - digits_);
+        if (conversion != 'X') return;
+        std::transform(digits_, digits_ + size_, digits_,
+                       [](char digit) { return static_cast<char>(std::toupper(digit)); });
     }
-    return units;
+
+    std::string_view Text() const { return {digits_, size_}; }
+
+private:
+    char digits_[22];  // of 64 bits in octal
+    size_t size_;
+};
+
+void Formatter::AppendNumber(const Directive& directive, char conversion, long long value) {
+    const std::string_view prefix = PrefixOf(directive, conversion, value);
+    const Digits all(conversion, value);
+    const std::string_view digits = value == 0 && directive.precision == 0 ? "" : all.Text();
+    const auto width = static_cast<size_t>(directive.width);
+    const bool needsOctalZero = directive.alternate && conversion == 'o' && !digits.starts_with('0');
+    size_t least = digits.size() + (needsOctalZero ? 1 : 0);
+    if (directive.precision >= 0) {
+        least = std::max(least, static_cast<size_t>(directive.precision));
+    } else if (directive.zero && !directive.left && width > prefix.size()) {
+        least = std::max(least, width - prefix.size());
+    }
+    const size_t size = prefix.size() + least;
+    const size_t padding = width > size ? width - size : 0;
+    if (!directive.left) output_.Append(padding, u' ');
+    output_.Append(prefix.data(), prefix.size());
+    output_.Append(least - digits.size(), u'0');
+    output_.Append(digits.data(), digits.size());
+    if (directive.left) output_.Append(padding, u' ');
 }
 
 void Formatter::ConvertText(const Directive& directive, bool isWide) {
@@ -227,29 +294,38 @@ void Formatter::ConvertText(const Directive& directive, bool isWide) {
     if (isCharacter) {
         const int value = va_arg(arguments_, int);
         const auto unit = isWide ? static_cast<char16_t>(value) : static_cast<char16_t>(value & 0xFF);
-        return AppendPadded(directive, std::u16string(1, unit));
+        return AppendPadded(directive, &unit, 1);
     }
-    if (isWide) return AppendPadded(directive, TextAt(va_arg(arguments_, const WCHAR*), directive.precision));
-    AppendPadded(directive, TextAt(va_arg(arguments_, const char*), directive.precision));
+    if (isWide) return AppendText(directive, va_arg(arguments_, const WCHAR*));
+    AppendText(directive, va_arg(arguments_, const char*));
 }
 
-void Formatter::AppendPadded(const Directive& directive, const std::u16string& text) {
+template <class Unit>
+void Formatter::AppendText(const Directive& directive, const Unit* text) {
+    if (text == nullptr) return AppendText(directive, "(null)");
+    // No unit after the last one that is wanted is looked at: the text need not be terminated.
+    size_t size = 0;
+    while (size != static_cast<size_t>(directive.precision) && text[size] != 0)
+        ++size;
+    AppendPadded(directive, text, size);
+}
+
+template <class Unit>
+void Formatter::AppendPadded(const Directive& directive, const Unit* text, size_t size) {
     const auto width = static_cast<size_t>(directive.width);
-    const size_t padding = width > text.size() ? width - text.size() : 0;
+    const size_t padding = width > size ? width - size : 0;
     // The runtime's zero flag holds for text, too.
-    if (!directive.left) output_.append(padding, directive.zero ? u'0' : u' ');
-    output_ += text;
-    if (directive.left) output_.append(padding, u' ');
+    if (!directive.left) output_.Append(padding, directive.zero ? u'0' : u' ');
+    output_.Append(text, size);
+    if (directive.left) output_.Append(padding, u' ');
 }
 
 }  // namespace
 
 int _vsnwprintf(WCHAR* buffer, size_t count, const WCHAR* format, va_list arguments) {
-    const simulator::OwnWork ownWork;
-    const std::u16string text = Formatter(format, arguments).Format();
-    const size_t copied = std::min(text.size(), count);
-    if (copied != 0) memcpy(buffer, text.data(), copied * sizeof(WCHAR));
-    if (text.size() > count) return -1;
-    if (text.size() < count) buffer[text.size()] = 0;
-    return static_cast<int>(text.size());
+    Output output(buffer, count);
+    Formatter(output, format, arguments).Format();
+    if (output.IsCut()) return -1;
+    if (output.Size() < count) buffer[output.Size()] = 0;
+    return static_cast<int>(output.Size());
 }

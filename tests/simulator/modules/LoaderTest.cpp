@@ -83,3 +83,33 @@ TEST_F(Loader, SessionThatTheLibraryForgetsIsReported) {
     { const LoadedLibrary library = Load(); }
     EXPECT_EQ("InternetCloseHandle(session 1) = FALSE, error 1", device.Calls().back());
 }
+
+TEST_F(Loader, OnlyWhatTheLibraryAllocatesCounts) {
+    const std::string file = SIMULATOR_SAMPLE_FILE;
+    AllocationWatch watch;
+    LoadedLibrary library = device.LoadLibraryFile(file);
+    EXPECT_EQ(2u, watch.Count()) << "the static object, and attach";
+    library.Unload();
+    EXPECT_EQ(3u, watch.Count()) << "detach, too";
+    watch.Stop();
+    EXPECT_EQ(fullLife, device.Calls());
+}
+
+TEST_F(Loader, UnloadsWhenMemoryHasRunOutBehindTheLastAllocationOfTheLibrary) {
+    const std::string file = SIMULATOR_SAMPLE_FILE;
+    AllocationWatch watch(4, Failing::FromThereOn);
+    LoadedLibrary library = device.LoadLibraryFile(file);
+    library.Unload();
+    watch.Stop();
+    EXPECT_FALSE(watch.Failed());
+    EXPECT_EQ(fullLife, device.Calls());
+}
+
+TEST_F(Loader, ViolationsNeedNoneOfTheLibrarysMemory) {
+    const std::string file = "/nonexistent/library.so";
+    AllocationWatch watch(1, Failing::FromThereOn);
+    EXPECT_FALSE(device.LoadLibraryFile(file).IsLoaded());
+    watch.Stop();
+    EXPECT_FALSE(watch.Failed());
+    EXPECT_EQ(1u, TakeViolations().size());
+}

@@ -152,3 +152,18 @@ TEST(WidePrintf, LongerTextIsCutWithMinusOneAndNoTerminator) {
     EXPECT_EQ(-1, number.result);
     EXPECT_EQ(TEXT("123?"), number.units);
 }
+
+TEST(WidePrintf, WidthMayExceedTheBufferByFar) {
+    for (const WCHAR* format :
+         {TEXT("%100000d"), TEXT("%100000s"), TEXT("%100000.1d"), TEXT("%100000I64x")}) {
+        const Formatted formatted = FormatInto(3, format, int64_t{0});
+        EXPECT_EQ(-1, formatted.result);
+        EXPECT_EQ(TEXT("   ?"), formatted.units);
+    }
+    const Formatted zeros = FormatInto(3, TEXT("%0100000d"), 7);
+    EXPECT_EQ(-1, zeros.result);
+    EXPECT_EQ(TEXT("000?"), zeros.units);
+    const Formatted left = FormatInto(3, TEXT("%-100000d"), 7);
+    EXPECT_EQ(-1, left.result);
+    EXPECT_EQ(TEXT("7  ?"), left.units);
+}

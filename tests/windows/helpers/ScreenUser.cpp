@@ -57,7 +57,7 @@ void ScreenUser::CloseWhatIsLeft() const {
     for (const HWND menu : WindowsOf(thread, menuClass))
         PostMessageW(menu, WM_KEYDOWN, VK_ESCAPE, 0);
     for (const HWND dialog : WindowsOf(thread, dialogClass)) {
-        // In this order: OK may bring a message, and cancelling is refused until that is gone.
+        // What it does when it is done may wait for somebody else.
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     }
