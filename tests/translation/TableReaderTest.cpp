@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <stdio.h>
 
+#include "OpenedFile.h"
 #include "Samples.h"
 #include "TableFile.h"
-#include "base/OwnedFile.h"
 #include "ui/TranslationFile.h"
 
 using testing::ElementsAre;
@@ -29,8 +29,8 @@ std::string Harvest(const std::set<WideString>& texts) {
     char* bytes = nullptr;
     size_t size = 0;
     {
-        const FileHandle file(open_memstream(&bytes, &size));
-        WriteUntranslatedTexts(file.Get(), texts);
+        const OpenedFile file(open_memstream(&bytes, &size));
+        WriteUntranslatedTexts(file.get(), texts);
     }
     std::string harvest(bytes, size);
     free(bytes);
