@@ -7,8 +7,8 @@
 #include "Commands.h"
 #include "Files.h"
 #include "Merge.h"
+#include "Quoted.h"
 #include "ShownPlaces.h"
-#include "Utf16.h"
 
 namespace {
 
@@ -32,13 +32,6 @@ Catalogue Read(const std::string& path, const std::string& output, bool& isWell)
     return catalogue;
 }
 
-/* `text` on one line. */
-std::string ForPeople(WideStringView text) {
-    WideString line(text);
-    std::ranges::replace(line, u'\n', u' ');
-    return Utf8Of(line);
-}
-
 }  // namespace
 
 int RunMerge(Arguments arguments) {
@@ -56,9 +49,9 @@ int RunMerge(Arguments arguments) {
     Complaints none;
     WriteCatalogue(output, merged, none);
     for (const MergeConflict& conflict : conflicts) {
-        std::fprintf(stderr, "%s:%zu: note: line %zu of '%s' translates '%s' otherwise, and counts\n",
+        std::fprintf(stderr, "%s:%zu: note: line %zu of '%s' translates %s otherwise, and counts\n",
                      line.files[0].c_str(), conflict.oldLine, conflict.newLine, line.files[1].c_str(),
-                     ForPeople(conflict.text).c_str());
+                     Quoted(conflict.text).c_str());
     }
     return 0;
 }
