@@ -8,7 +8,8 @@ namespace {
 
 class CheckPo : public CheckFixture {
 protected:
-    /* A .po file of all texts, each translated by itself, that begins with 4 lines of head and a blank one. */
+    /* A .po file of all texts, each translated by itself, that begins with 4 lines of head and a blank
+     * one. */
     CheckPo() {
         lines = {"msgid \"\"", "msgstr \"\"", "\"Content-Type: text/plain; charset=UTF-8\\n\"",
                  "\"Language: fr\\n\"", ""};
@@ -53,8 +54,10 @@ TEST_F(CheckPo, AnEmptyTranslationIsNoneYet) {
 TEST_F(CheckPo, AGuessHasToBeConfirmed) {
     lines[5] = "#, fuzzy\n" + lines[5];
     lines[8] = "#, fuzzy\n" + lines[8];
-    EXPECT_THAT(CheckLines(), ElementsAre(Error(11, "the translation of 'Welcome' is a guess; confirm it by removing "
-                                                    "'fuzzy' from the line of its flags")));
+    EXPECT_THAT(CheckLines(),
+                ElementsAre(Error(11,
+                                  "the translation of 'Welcome' is a guess; confirm it by removing "
+                                  "'fuzzy' from the line of its flags")));
 }
 
 TEST_F(CheckPo, QuotesAndUtf8AreAsTheyAreInSuchFiles) {
@@ -66,7 +69,9 @@ TEST_F(CheckPo, TextsAreJudgedAsInTables) {
     const size_t line = Translate("Save it", {"msgstr \"Garder le mot\""});
     lines.resize(lines.size() - 3);
     const size_t last = lines.size();
-    EXPECT_THAT(CheckLines(),
-                ElementsAre(Error(line, "'Garder le mot' needs 65 pixels, its check box on the screen 'Sign in' has 56"),
-                            Error(last, "the text '%d maps' is missing (Everywhere: message)")));
+    EXPECT_THAT(
+        CheckLines(),
+        ElementsAre(
+            Error(line, "'Garder le mot' needs 65 pixels, its check box on the screen 'Sign in' has 56"),
+            Error(last, "the text '%d maps' is missing (Everywhere: message)")));
 }
