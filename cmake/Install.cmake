@@ -108,14 +108,16 @@ elseif(ORVANDE_RING STREQUAL "device")
     ${PROJECT_SOURCE_DIR}/cmake/arm-none-eabi.cmake
     DESTINATION ${package_folder})
 else()
-  # The simulated handheld, for tests of an application on Linux, and the service.
+  # The simulated handheld, for tests of an application on Linux, the service, and the program for
+  # translators.
   install(TARGETS simulator simulator_network DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/platform/simulator/ DESTINATION ${cxx_headers}/simulator
     FILES_MATCHING PATTERN *.h)
   get_target_property(resources orvande_resources RESOURCE_FILE)
   install(FILES ${resources} DESTINATION ${CMAKE_INSTALL_DATADIR}/orvande-online)
-  add_dependencies(installed simulator simulator_network orvande_resources orvande-service)
-  install(TARGETS orvande-service DESTINATION ${CMAKE_INSTALL_BINDIR})
+  add_dependencies(installed simulator simulator_network orvande_resources orvande-service
+    orvande-translation)
+  install(TARGETS orvande-service orvande-translation DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
 # The CMake package, and pkg-config's file.

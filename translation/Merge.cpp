@@ -7,9 +7,23 @@
 #include <utility>
 
 #include "CatalogueBuilder.h"
+#include "Quoted.h"
+#include "Utf16.h"
 #include "ui/Ornaments.h"
 
 namespace {
+
+/* Whether a note of the whole file names the version and, behind a colon, the language. */
+bool IsTitle(const WideString& note) {
+    static const std::string version = NameOfVersion();
+    static const WideString product = Utf16Of(version.substr(0, version.rfind(' ') + 1));
+    return note.starts_with(product) && note.find(u": ") != WideString::npos;
+}
+
+bool IsBegun(const Catalogue& catalogue) {
+    return std::ranges::any_of(catalogue.entries,
+                               [](const CatalogueEntry& entry) { return !entry.translation.empty(); });
+}
 
 class Merger {
 public:
@@ -37,7 +51,13 @@ public:
 
 private:
     void MergeHead() {
-        AddOnce(merged.notes, old.notes);
+        for (const WideString& note : old.notes) {
+            const auto title = std::ranges::find_if(merged.notes, IsTitle);
+            if (title == merged.notes.end() || !IsTitle(note))
+                AddOnce(merged.notes, {note});
+            else if (IsBegun(old))
+                *title = title->substr(0, title->find(u": ")) + note.substr(note.find(u": "));
+        }
         for (const CatalogueField& field : old.fields) {
             const auto same = std::ranges::find(merged.fields, field.name, &CatalogueField::name);
             if (same == merged.fields.end())

@@ -27,7 +27,9 @@ protected:
         return catalogue;
     }
 
-    [[nodiscard]] std::string PathOf(const std::string& name) const { return (folder.Path() / name).string(); }
+    [[nodiscard]] std::string PathOf(const std::string& name) const {
+        return (folder.Path() / name).string();
+    }
 
     static std::string Refusal(const std::vector<std::string>& arguments) {
         try {
@@ -62,12 +64,14 @@ TEST_F(MadeCommands, ATemplateTellsPlaces) {
                 ElementsAre(u"Everywhere: title of message boxes, always English"));
     EXPECT_THAT(made.Find(u"User ID")->places,
                 ElementsAre(u"Sign in: label, 35 x 8", u"Create account: label, 35 x 8"));
-    EXPECT_THAT(made.Find(u"Done")->places, ElementsAre(u"Create account: soft key", u"Create account: menu item"));
+    EXPECT_THAT(made.Find(u"Done")->places,
+                ElementsAre(u"Create account: soft key", u"Create account: menu item"));
     EXPECT_EQ(u"Sign in", made.Find(u"Forgot")->screen);
 }
 
 TEST_F(MadeCommands, ATemplateIsNamedAfterItsLanguage) {
-    EXPECT_THAT(Template({"--language", "French"}, "a.tsv").notes, ElementsAre(u"Orvande Online 1.0.0: French"));
+    EXPECT_THAT(Template({"--language", "French"}, "a.tsv").notes,
+                ElementsAre(u"Orvande Online 1.0.0: French"));
     EXPECT_THAT(Template({}, "b.tsv").notes,
                 ElementsAre(u"Orvande Online 1.0.0: name this file after its language, such as "
                             u"OrvandeOnline.French.txt"));
@@ -82,9 +86,9 @@ TEST_F(MadeCommands, WithoutAFileATemplateGoesToTheOutput) {
 
 TEST_F(MadeCommands, ALanguageThatCannotNameAFileIsRefused) {
     for (const std::string name : {"a/b", "a\\b", "a:b", "a*", "a?", "\"", "<", ">", "|", "a\tb"})
-        EXPECT_EQ("no file can have the name of the language '" + name +
-                      "': \\ / : * ? \" < > | are not for names",
-                  Refusal({"--language", name}));
+        EXPECT_EQ(
+            "no file can have the name of the language '" + name + "': \\ / : * ? \" < > | are not for names",
+            Refusal({"--language", name}));
     EXPECT_EQ("--language needs a value", Refusal({"--language", ""}));
 }
 
