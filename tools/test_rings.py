@@ -15,7 +15,9 @@ SERVICE = ("native", "orvande-service")
 # What of tools/setup a ring needs, and what is built for it: presets and their targets.
 RINGS = {
     "native": (["native", "service", "samples"], [("native", "all")]),
-    "windows": (["windows", "service"], [SERVICE, ("windows", "all"), ("windows-tests", "windows-tests")]),
+    "windows": (["native", "windows", "service"],
+                [("native", "orvande-service orvande-translation"), ("windows", "all"),
+                 ("windows-tests", "windows-tests")]),
     "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
     "packages": (["native", "windows", "device", "service", "packages"],

@@ -18,8 +18,8 @@ public:
     /* The entry of `text` that is not obsolete, or null; valid until the next is added. */
     [[nodiscard]] CatalogueEntry* Find(const WideString& text);
 
-    /* An obsolete entry is added as it is. Of any other the text may be there already: then its entry takes what
-     * it lacks, and the later translation. */
+    /* An obsolete entry is added as it is. Of any other the text may be there already: then its entry takes
+     * what it lacks, and the later translation. */
     void Add(CatalogueEntry entry);
 
 private:

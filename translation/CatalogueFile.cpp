@@ -51,9 +51,13 @@ Catalogue ReadCatalogue(const std::string& path, Complaints& complaints) {
     return ReadTable(DecodeTable(ReadFile(path)), complaints);
 }
 
-void WriteCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints) {
-    const FileForm form = FormToWrite(path);
+void CheckCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints) {
     ComplainOfLostCharacters(catalogue, complaints);
-    const std::string bytes = BytesOf(form, catalogue, complaints);
+    BytesOf(FormToWrite(path), catalogue, complaints);
+}
+
+void WriteCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints) {
+    ComplainOfLostCharacters(catalogue, complaints);
+    const std::string bytes = BytesOf(FormToWrite(path), catalogue, complaints);
     if (complaints.empty()) WriteFile(path, bytes);
 }

@@ -12,7 +12,7 @@
 #include <system_error>
 #include <utility>
 
-#include "base/OwnedFile.h"
+#include "OpenedFile.h"
 
 namespace {
 
@@ -72,9 +72,9 @@ private:
 
 /* Devices and pipes cannot be replaced, only written to. */
 void WriteInPlace(const std::string& path, std::string_view bytes) {
-    const FileHandle file(fopen(path.c_str(), "wb"));
-    if (file.Get() == nullptr) Fail(path, "written");
-    if (fwrite(bytes.data(), 1, bytes.size(), file.Get()) != bytes.size() || fflush(file.Get()) != 0)
+    const OpenedFile file(fopen(path.c_str(), "wb"));
+    if (file == nullptr) Fail(path, "written");
+    if (fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size() || fflush(file.get()) != 0)
         Fail(path, "written");
 }
 
@@ -82,15 +82,15 @@ void WriteInPlace(const std::string& path, std::string_view bytes) {
 
 std::string ReadFile(const std::string& path) {
     errno = 0;
-    const FileHandle file(fopen(path.c_str(), "rb"));
-    if (file.Get() == nullptr) Fail(path, "read");
+    const OpenedFile file(fopen(path.c_str(), "rb"));
+    if (file == nullptr) Fail(path, "read");
     std::string bytes;
     std::array<char, 65536> buffer = {};
-    for (size_t count = 0; (count = fread(buffer.data(), 1, buffer.size(), file.Get())) > 0;) {
+    for (size_t count = 0; (count = fread(buffer.data(), 1, buffer.size(), file.get())) > 0;) {
         bytes.append(buffer.data(), count);
         if (bytes.size() > mostBytes) throw UsageError("'" + path + "' is larger than 16 MB");
     }
-    if (ferror(file.Get()) != 0) Fail(path, "read");
+    if (ferror(file.get()) != 0) Fail(path, "read");
     return bytes;
 }
 

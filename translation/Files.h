@@ -31,3 +31,6 @@ Catalogue ReadCatalogue(const std::string& path, Complaints& complaints);
 /* Writes in the form that the name tells (FormToWrite). CR and NUL in texts, which the library could not
  * show, are complained of. With complaints nothing is written. */
 void WriteCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints);
+
+/* Complains as WriteCatalogue does, and writes nothing. */
+void CheckCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints);

@@ -35,8 +35,8 @@ private:
 Complaints* told = nullptr;
 
 void Tell(int severity, size_t line, std::string sentence) {
-    // The library must not go on then, and is C: an exception passes through it as through every function of this
-    // platform, and leaves behind what the library holds.
+    // The library must not go on then, and is C: an exception passes through it as through every function of
+    // this platform, and leaves behind what the library holds.
     if (severity == PO_SEVERITY_FATAL_ERROR) throw std::runtime_error(sentence);
     if (severity == PO_SEVERITY_WARNING) return;
     const size_t knownLine = line == static_cast<size_t>(-1) ? 0 : line;

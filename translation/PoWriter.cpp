@@ -52,7 +52,9 @@ void AddString(std::string& lines, std::string_view prefix, std::string_view key
 }
 
 void AddComment(std::string& lines, std::string_view mark, const std::string& rest) {
-    lines.append(mark).append(rest.empty() ? "" : " ").append(rest).append("\n");
+    lines.append(mark).append(rest.empty() ? "" : " ").append(rest);
+    // Even in a comment gettext takes it for a line that goes on.
+    lines.append(rest.ends_with('\\') ? " \n" : "\n");
 }
 
 void AddComments(std::string& lines, std::string_view mark, const std::vector<WideString>& notes) {

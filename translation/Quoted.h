@@ -5,7 +5,8 @@
 
 #include <string>
 
-/* The UTF-8 of a text in single quotes, line breaks as \n, and cut when it is longer than a sentence bears. */
+/* The UTF-8 of a text in single quotes, line breaks as \n, and cut when it is longer than a sentence
+ * bears. */
 std::string Quoted(WideStringView text);
 
 /* A path as one word of a shell's command. */

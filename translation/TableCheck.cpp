@@ -40,8 +40,9 @@ void CheckUtf8(std::string_view bytes, const TableText& table, const std::string
                             " for " + Quoted(word) + mending);
     }
     if (bytes.starts_with("\xEF\xBB\xBF"))
-        Complain(complaints, 1,
-                 "the file begins with the byte order mark of UTF-8, which the library takes for text" + mending);
+        Complain(
+            complaints, 1,
+            "the file begins with the byte order mark of UTF-8, which the library takes for text" + mending);
 }
 
 class RecordCheck {
@@ -73,7 +74,8 @@ private:
         if (found->second.translation != translation)
             Complain(complaints, line,
                      Quoted(text) + " is translated as " + Quoted(found->second.translation) + " in line " +
-                         std::to_string(found->second.line) + ", which this line replaces; remove one of them");
+                         std::to_string(found->second.line) +
+                         ", which this line replaces; remove one of them");
         found->second = {translation, line};
     }
 
@@ -114,13 +116,17 @@ void CheckEncoding(const std::string& path, std::string_view bytes, const TableT
         case TableEncoding::Utf8:
             return CheckUtf8(bytes, table, mending, complaints);
         case TableEncoding::Utf16WithoutMark:
-            return Complain(complaints, 1,
-                            "the file is UTF-16 without a byte order mark, which the library takes for single "
-                            "bytes" + mending);
+            return Complain(
+                complaints, 1,
+                "the file is UTF-16 without a byte order mark, which the library takes for single "
+                "bytes" +
+                    mending);
         case TableEncoding::Utf16BigEndian:
-            return Complain(complaints, 1,
-                            "the bytes of the UTF-16 characters are in the wrong order (big-endian), in which the "
-                            "library finds no text" + mending);
+            return Complain(
+                complaints, 1,
+                "the bytes of the UTF-16 characters are in the wrong order (big-endian), in which the "
+                "library finds no text" +
+                    mending);
         case TableEncoding::Utf16:
         case TableEncoding::Latin1:
         case TableEncoding::Unknown:

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <new>
 
+#include "OpenedFile.h"
 #include "TableFile.h"
-#include "base/OwnedFile.h"
 #include "ui/TranslationFile.h"
 
 namespace {
@@ -47,10 +47,10 @@ WideStringView WithoutLineEnd(WideStringView line) {
 TranslationTable ReadByLibrary(WideStringView line) {
     WideString file(1, u'\xFEFF');
     file.append(line);
-    const FileHandle opened(fmemopen(file.data(), file.size() * sizeof(WCHAR), "rb"));
-    if (opened.Get() == nullptr) throw std::bad_alloc();
+    const OpenedFile opened(fmemopen(file.data(), file.size() * sizeof(WCHAR), "rb"));
+    if (opened == nullptr) throw std::bad_alloc();
     TranslationTable table;
-    ReadTranslations(opened.Get(), table);
+    ReadTranslations(opened.get(), table);
     return table;
 }
 

@@ -75,7 +75,8 @@ private:
         if (shown == nullptr) return TellUnknown(entry);
         if (IsTitle(*shown)) return;
         if (file.emptyLines.contains(entry.line))
-            Tell(entry, "the translation of " + Quoted(entry.text) + " is empty; write one, or XXXX for none yet");
+            Tell(entry,
+                 "the translation of " + Quoted(entry.text) + " is empty; write one, or XXXX for none yet");
         else if (entry.translation.empty())
             Tell(entry, Quoted(entry.text) + " is not translated yet");
         else if (entry.isFuzzy)
@@ -151,13 +152,15 @@ private:
         const TextRoom room = RoomAt(place);
         const bool hasBreak = entry.translation.find(u'\n') != WideString::npos;
         if (hasBreak && room.lines == 1 && WideStringView(shown.text).find(u'\n') == WideStringView::npos)
-            return Tell(entry, "the translation has a line break, and " + OwnerOfRoom(place) + " has one line");
+            return Tell(entry,
+                        "the translation has a line break, and " + OwnerOfRoom(place) + " has one line");
         if (Fits(place, entry.translation)) return;
         const TextRoom needed = NeededRoom(place, entry.translation);
         const bool isTooWide = needed.width > room.width;
         const std::string line = isTooWide && room.lines > 1 ? " in a line" : "";
-        const std::string has = isTooWide ? std::to_string(room.width) + line
-                                          : std::to_string(room.lines) + " of " + std::to_string(room.width) + " pixels";
+        const std::string has =
+            isTooWide ? std::to_string(room.width) + line
+                      : std::to_string(room.lines) + " of " + std::to_string(room.width) + " pixels";
         Tell(entry, Quoted(entry.translation) + " needs " +
                         (isTooWide ? std::to_string(needed.width) + " pixels" + line
                                    : std::to_string(needed.lines) + " lines") +

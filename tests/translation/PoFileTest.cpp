@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "HostileCatalogue.h"
 #include "Samples.h"
 #include "service/TemporaryFolder.h"
 
@@ -123,6 +124,16 @@ TEST_F(PoFile, AllThatItTellsIsWrittenAgain) {
     EXPECT_EQ(Rewritten(translated), translated);
 }
 
+TEST_F(PoFile, NothingIsLostWhateverItIs) {
+    HostileCatalogues hostile(11);
+    for (int round = 0; round < 500; ++round) {
+        const Catalogue catalogue = hostile.Next();
+        const std::string bytes = WritePo(catalogue, complaints);
+        ASSERT_EQ(Described(Read(bytes)), Described(catalogue)) << bytes;
+        ASSERT_THAT(Sentences(complaints), IsEmpty());
+    }
+}
+
 TEST_F(PoFile, HeadIsMadeWhereThereIsNone) {
     EXPECT_EQ(Rewritten(""), plainHead);
     EXPECT_EQ(Rewritten("msgid \"a\"\nmsgstr \"b\"\n"), plainHead + "\nmsgid \"a\"\nmsgstr \"b\"\n");
@@ -140,6 +151,15 @@ TEST_F(PoFile, MarkAndCrLfAreUnderstood) {
 TEST_F(PoFile, BrokenLinesAreJoined) {
     EXPECT_EQ(Rewritten("msgid \"\"\n\"a \"\n\"b\"\nmsgstr \"c\"\n\" d\"\n"),
               plainHead + "\nmsgid \"a b\"\nmsgstr \"c d\"\n");
+}
+
+TEST_F(PoFile, CommentsDoNotEndWithABackslashWhichWouldTakeTheNextLineIn) {
+    Catalogue catalogue;
+    CatalogueEntry entry;
+    entry.text = u"a";
+    entry.notes = {u"C:\\", u"b"};
+    catalogue.entries.push_back(entry);
+    EXPECT_THAT(Read(WritePo(catalogue, complaints)).entries.at(0).notes, ElementsAre(u"C:\\ ", u"b"));
 }
 
 TEST_F(PoFile, ControlCharactersAreEscaped) {

@@ -1,9 +1,10 @@
 #include <gmock/gmock.h>
 #include <stdio.h>
 
+#include "OpenedFile.h"
 #include "Samples.h"
 #include "TableFile.h"
-#include "base/OwnedFile.h"
+#include "Utf16.h"
 #include "ui/TranslationFile.h"
 
 using testing::ElementsAre;
@@ -29,8 +30,8 @@ std::string Harvest(const std::set<WideString>& texts) {
     char* bytes = nullptr;
     size_t size = 0;
     {
-        const FileHandle file(open_memstream(&bytes, &size));
-        WriteUntranslatedTexts(file.Get(), texts);
+        const OpenedFile file(open_memstream(&bytes, &size));
+        WriteUntranslatedTexts(file.get(), texts);
     }
     std::string harvest(bytes, size);
     free(bytes);
@@ -126,10 +127,12 @@ TEST(TableReader, HarvestIsTakenAsItWasWritten) {
 }
 
 TEST(TableReader, HarvestThatIsPartlyTranslatedKeepsTheQuotesOfShownTexts) {
-    const Catalogue catalogue = Read("A \"b\"\tXXXX\nPress \"I Forgot\".\tAppuyez sur \"Oubli\".\n");
+    const std::string shown =
+        "The Password is not correct. If you have lost your password, click the \"I Forgot\" button.";
+    const Catalogue catalogue = Read("Sign \"in\"\tXXXX\n" + shown + "\tAppuyez sur \"Oubli\".\n");
     ASSERT_EQ(catalogue.entries.size(), 2U);
-    EXPECT_EQ(catalogue.entries[0].text, u"A b");
-    EXPECT_EQ(catalogue.entries[1].text, u"Press \"I Forgot\".");
+    EXPECT_EQ(catalogue.entries[0].text, u"Sign in");
+    EXPECT_EQ(catalogue.entries[1].text, Utf16Of(shown));
     EXPECT_EQ(catalogue.entries[1].translation, u"Appuyez sur \"Oubli\".");
 }
 
