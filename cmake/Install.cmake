@@ -76,6 +76,8 @@ if(ORVANDE_SHIPS)
   install(PROGRAMS ${PROJECT_BINARY_DIR}/mapshop.exe ${PROJECT_BINARY_DIR}/signin.exe
     DESTINATION ${CMAKE_INSTALL_BINDIR})
   add_dependencies(installed mapshop signin)
+  copy_languages(translations ${PROJECT_BINARY_DIR} OrvandeOnline OrvandeAccount signin)
+  install(FILES ${translations} DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
 if(ORVANDE_RING STREQUAL "windows")
@@ -106,14 +108,16 @@ elseif(ORVANDE_RING STREQUAL "device")
     ${PROJECT_SOURCE_DIR}/cmake/arm-none-eabi.cmake
     DESTINATION ${package_folder})
 else()
-  # The simulated handheld, for tests of an application on Linux, and the service.
+  # The simulated handheld, for tests of an application on Linux, the service, and the program for
+  # translators.
   install(TARGETS simulator simulator_network DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/platform/simulator/ DESTINATION ${cxx_headers}/simulator
     FILES_MATCHING PATTERN *.h)
   get_target_property(resources orvande_resources RESOURCE_FILE)
   install(FILES ${resources} DESTINATION ${CMAKE_INSTALL_DATADIR}/orvande-online)
-  add_dependencies(installed simulator simulator_network orvande_resources orvande-service)
-  install(TARGETS orvande-service DESTINATION ${CMAKE_INSTALL_BINDIR})
+  add_dependencies(installed simulator simulator_network orvande_resources orvande-service
+    orvande-translation)
+  install(TARGETS orvande-service orvande-translation DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
 # The CMake package, and pkg-config's file.

@@ -28,8 +28,8 @@ CPP = ["i686-w64-mingw32-g++", "-x", "c++", *WARNINGS,
 COMPILERS = {"c": [[*C, "-std=c89", "-Wno-format"], [*C, "-std=c99"]], "cpp": [[*CPP, "-std=c++20"]]}
 # Programs of others that commands call; the project's own have a path.
 PROGRAMS = {"arm-none-eabi-addr2line", "callgrind_annotate", "cmake", "cp", "ctest", "gdb", "git",
-            "i686-w64-mingw32-addr2line", "i686-w64-mingw32-gcc", "mkdir", "ninja", "orvande-service",
-            "qemu-arm", "sqlite3", "valgrind"}
+            "i686-w64-mingw32-addr2line", "i686-w64-mingw32-gcc", "mkdir", "mv", "ninja",
+            "orvande-service", "qemu-arm", "sqlite3", "valgrind"}
 # Where files are that a document names without all of their path.
 BASES = ["", "src", "platform", "platform/simulator", "platform/device", "tests", "docs"]
 INSIDE = re.compile(r"<!-- inside: (.*) -->$")
@@ -179,10 +179,12 @@ def is_known(word):
 
 
 def is_there(word):
-    """Whether a file is there, or is built."""
+    """Whether a file is there, or is built, or lies beside what is built: a program's language file."""
     if not word.startswith("build/"):
         return (ROOT / word).exists()
-    folder, *rest = word.split("/")[1:]
+    folder, *rest = re.sub(r"\.[A-Z][a-z]+\.txt$", ".exe", word).split("/")[1:]
+    if folder.startswith("wine-"):
+        return is_known(f"begin_wine_session {folder.removeprefix('wine-')}")
     if folder not in presets("configurePresets"):
         return is_known(f"build/{folder}")
     return not rest or is_known(re.sub(r"(\.[a-z]+)*$", "", rest[-1]))
@@ -207,6 +209,9 @@ def script_problems(words):
     if script == "./run":
         # It passes on what mapshop is told.
         text += "".join(file.read_text() for file in ROOT.glob("examples/mapshop/*.cpp"))
+    if script == "tools/translation":
+        # It passes on what its program is told.
+        text += (ROOT / "translation/Main.cpp").read_text()
     for word in rest:
         if word.startswith("--") and word.partition("=")[0] not in text and not word.startswith("--gtest_"):
             yield f"{script} knows no option '{word}'"

@@ -19,6 +19,7 @@ struct CatalogueEntry {
     std::vector<WideString> references; /* sources, as FILE:LINE */
     bool isFormat = false;              /* its placeholders are filled in */
     bool isFuzzy = false;               /* a guess that a translator has to confirm */
+    WideString guessedFrom;             /* the text that the guess was made for; empty: not told */
     bool isObsolete = false;            /* no text of the program any more; kept for the translator alone */
     size_t line = 0;                    /* of the file that it was read from; 0: it was not read from one */
 };
@@ -33,9 +34,10 @@ struct CatalogueField {
 struct Catalogue {
     std::vector<WideString> notes; /* of the whole file, each one line */
     std::vector<CatalogueField> fields;
+    bool isHeadFuzzy = false; /* a .po file's head that nobody has filled in yet */
     std::vector<CatalogueEntry> entries;
 
-    /* The entry of `text` that is not obsolete, or null. */
+    /* The entry of `text` that is not obsolete, or null. Looks at one after the other. */
     [[nodiscard]] const CatalogueEntry* Find(WideStringView text) const;
     [[nodiscard]] CatalogueEntry* Find(WideStringView text);
 };

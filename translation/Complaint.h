@@ -13,6 +13,10 @@ struct Complaint {
 
 using Complaints = std::vector<Complaint>;
 
+/* Adds a complaint, unless there are a thousand: nobody reads more, and a hostile file could bring one with
+ * every byte. */
+void Complain(Complaints& complaints, size_t line, std::string sentence);
+
 /* Prints each to the error output, in the order of their lines. */
 void PrintComplaints(const std::string& file, const Complaints& complaints);
 

@@ -7,15 +7,20 @@
  *     # Orvande Online 1.0.0: French       a note; those before the first empty line are of the whole file
  *     #+ Last-Translator: A. Person        a field of a .po file's head, before the first empty line
  *
+ *     #, fuzzy                             that head has not been filled in
+ *
  *     # Not in the plural.                 a note on the text below
  *     #. Sign in: label                    a place; the screen stands before the colon
  *     #: src/account/SignIn.cpp:25         a reference
  *     #, c-format, fuzzy                   flags
+ *     #| User name                         the text that a fuzzy translation was made for
+ *     #@ Sign in                           the screen, where the first place does not tell it
  *     User ID<TAB>Identifiant
  *
  *     #~ Log in                            an obsolete text, and in the next line
  *     #~ Connexion                         its translation
- */
+ *
+ * A TAB in a comment is written as backslash t, and a backslash before a t or a backslash as two. */
 #pragma once
 
 #include "Catalogue.h"
@@ -31,8 +36,9 @@ enum class TableEncoding {
     Latin1,           /* bytes, each the character of its number: the library reads this, too */
     Utf8,             /* with or without a mark; at least one character has more bytes than one */
     Utf16WithoutMark, /* little-endian; every second byte is 0 in ASCII */
-    Utf16BigEndian,   /* after a byte order mark */
-    Unknown           /* none of these: bytes 80 to 9F, which are no characters of Latin-1 */
+    Utf16BigEndian,   /* after a byte order mark, or every first byte is 0 in ASCII */
+    Unknown           /* none of these: bytes 80 to 9F, which are no characters of Latin-1, or bytes after the
+                         mark of UTF-8 that are none */
 };
 
 /* The lines of a file, decoded whatever its encoding is. */
@@ -55,7 +61,8 @@ struct TableRecord {
 /* None when the line is no record. A comment may look like one: see IsComment. The views are of `line`. */
 std::optional<TableRecord> ReadTableRecord(WideStringView line);
 
-/* Whether the line begins with # and has nothing after a TAB: spreadsheets fill up lines with TABs. */
+/* Whether the line begins with # and has nothing after a TAB: spreadsheets fill up lines with TABs. They may
+ * also have put the comment in double quotes. */
 bool IsTableComment(WideStringView line);
 
 /* Whether the library reads `raw` without dropping a double quote that was meant: each is doubled or has a
@@ -70,16 +77,22 @@ WideString MeantText(WideStringView raw);
 WideString HarvestedText(WideStringView raw);
 
 /* `text` so that the library reads it back from a field (UnescapeTranslationText) as it is, and spreadsheets
- * take it for one field of one line. */
+ * take it for one field of one line. A CR cannot be read back. */
 WideString EscapedText(WideStringView text);
 
-/* The catalogue of a table's lines. Raw harvest files are recognised (docs/translation-files.md tells how) and
- * their texts become what the library looks up. What cannot be understood is complained of and left out; of
- * two records of one text that differ the last counts, as for the library. */
+/* Whether the library itself may have written the lines, as a harvest file, and nobody has touched them
+ * since. */
+bool IsRawHarvest(const std::vector<WideString>& lines);
+
+/* The catalogue of a table's lines. Raw harvest files are recognised (docs/translation-files.md tells how)
+ * and their texts become what the library looks up. Translations are what is meant (MeantText). What cannot
+ * be understood is complained of and left out: an unknown encoding, half a unit, NUL and CR within a line,
+ * lines without a TAB, empty texts. Of two translations of one text the last counts, as for the library. */
 Catalogue ReadTable(const TableText& table, Complaints& complaints);
 
 /* The bytes of a language file: UTF-16LE with byte order mark, lines ended by CR LF. An entry without
- * translation has the translation XXXX. */
+ * translation has the translation XXXX. The first line is a comment, so that it is never taken for a
+ * harvest. */
 std::string WriteLanguageFile(const Catalogue& catalogue);
 
 /* The bytes of a table: UTF-8 without mark, lines ended by LF. Halves of character pairs, which UTF-8 does

@@ -8,23 +8,9 @@
 #include "frame/Folders.h"
 #include "frame/Paths.h"
 #include "settings/Settings.h"
+#include "ui/Ornaments.h"
 
 namespace {
-
-/* What a text may hold beside its words: the mark of its access key, full stops, a colon, double quotes. */
-bool IsOrnament(WCHAR unit) {
-    return unit == TEXT('&') || unit == TEXT('.') || unit == TEXT(':') || unit == TEXT('"');
-}
-
-WideString WithoutOrnaments(WideStringView text) {
-    WideString plain(text);
-    size_t length = 0;
-    for (const WCHAR unit : text) {
-        if (!IsOrnament(unit)) plain[length++] = unit;
-    }
-    plain.erase(length);
-    return plain;
-}
 
 /* `modulePath` with ".NAME.txt" in place of its extension; empty when the module is not known. */
 WideString TranslationFilePath(const WideString& modulePath, const WideString& name) {

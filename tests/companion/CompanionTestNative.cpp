@@ -1,5 +1,7 @@
 #include "companion/CompanionTest.h"
 
+#include <memory>
+
 #include "frame/LibraryEntry.h"
 #include "frame/ResourceModule.h"
 #include "transport/NetworkConnection.h"
@@ -25,5 +27,8 @@ void CompanionTest::TearDown() {
 }
 
 void CompanionTest::Restart() {
+    // What the unloading of a file does with it, and its loading.
+    std::destroy_at(&translationCatalogue);
+    std::construct_at(&translationCatalogue);
     AttachLibrary(device.LibraryInstance(), DLL_PROCESS_ATTACH, nullptr);
 }

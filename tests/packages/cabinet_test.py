@@ -6,7 +6,7 @@ import tempfile
 import unittest
 import xml.etree.ElementTree as xml
 
-from packages import package, unpacked
+from packages import TRANSLATIONS, package, unpacked
 
 import named_cases  # noqa: E402
 
@@ -38,10 +38,12 @@ class Cabinet(unittest.TestCase):
     def file(self, name):
         return (self.contents / self.installed()[name]).read_bytes()
 
-    def test_the_cabinet_installs_exactly_the_programs_and_their_conditions(self):
-        self.assertEqual([*PROGRAMS, *TEXTS], list(self.installed()))
+    def test_the_cabinet_installs_exactly_the_programs_their_translations_and_conditions(self):
+        self.assertEqual([*PROGRAMS, *TRANSLATIONS, *TEXTS], list(self.installed()))
         for name in PROGRAMS:
             self.assertEqual((unpacked("device") / "bin" / name).read_bytes(), self.file(name))
+        for name, file in TRANSLATIONS.items():
+            self.assertEqual(file.read_bytes(), self.file(name))
         for name in TEXTS:
             self.assertEqual((unpacked("device") / name).read_bytes(), self.file(name))
         self.assertEqual({"_setup.xml", *self.installed().values()},
@@ -55,7 +57,7 @@ class Cabinet(unittest.TestCase):
 
     def test_the_instructions_count_what_they_do(self):
         parameters = self.parameters()
-        self.assertEqual("6", parameters["NumFiles"])
+        self.assertEqual(str(len([*PROGRAMS, *TRANSLATIONS, *TEXTS])), parameters["NumFiles"])
         self.assertEqual("1", parameters["NumDirs"])
         self.assertEqual(["0"] * 3,
                          [parameters[name] for name in ("NumRegKeys", "NumRegVals", "NumShortcuts")])
@@ -68,7 +70,7 @@ class Cabinet(unittest.TestCase):
     def test_nothing_tells_when_it_was_packed(self):
         listing = subprocess.run(["gcab", "--list-details", self.cabinet], check=True, capture_output=True,
                                  text=True, env={"TZ": "UTC", "PATH": "/usr/bin"}).stdout
-        self.assertEqual(7, listing.count("2020-01-01 00:00:00"), listing)
+        self.assertEqual(1 + len(self.installed()), listing.count("2020-01-01 00:00:00"), listing)
 
 
 if __name__ == "__main__":

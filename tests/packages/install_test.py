@@ -91,6 +91,13 @@ class NativeInstalled(Installed, unittest.TestCase):
             finally:
                 process.terminate()
 
+    def test_translators_have_their_program(self):
+        program = self.prefix / "bin/orvande-translation"
+        self.assertEqual(f"orvande-translation {VERSION}\n", run(program, "--version"))
+        table = self.folder / "French.tsv"
+        run(program, "convert", ROOT / "languages/French.txt", table)
+        self.assertIn("Cancel\tAnnuler\n", table.read_text(encoding="utf-8"))
+
     def test_pkg_config_tells_the_same(self):
         folder, = self.prefix.rglob("pkgconfig")
         environment = os.environ | {"PKG_CONFIG_PATH": str(folder)}

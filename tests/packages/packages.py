@@ -13,6 +13,9 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 OUTPUT = ROOT / "build/packages"
 VERSION = ".".join(re.findall(r"VERSION_[A-Z]+ (\d+)", (ROOT / "include/LMOnlineVersion.h").read_text()))
 DLLS = {"OrvandeOnline": ROOT / "src/frame/Exports.def", "OrvandeAccount": ROOT / "companion/Exports.def"}
+# The project's file of each translation that lies beside the modules.
+TRANSLATIONS = {f"{module}.{file.name}": file for module in ("OrvandeOnline", "OrvandeAccount", "signin")
+                for file in sorted((ROOT / "languages").glob("*.txt"))}
 SCRATCH = pathlib.Path(os.environ.get("ORVANDE_TEST_SCRATCH", tempfile.gettempdir())).resolve()
 
 sys.path += [str(ROOT / "tests/support"), str(ROOT / "tools")]

@@ -8,7 +8,7 @@ import zipfile
 import pefile
 
 import packages
-from packages import ROOT, VERSION, documented_lines, package, run, run_windows, unpacked
+from packages import ROOT, TRANSLATIONS, VERSION, documented_lines, package, run, run_windows, unpacked
 
 import named_cases  # noqa: E402
 
@@ -28,6 +28,10 @@ class Sdk:
         self.assertLessEqual({"OrvandeOnline.dll", "OrvandeAccount.dll", "mapshop.exe", "signin.exe"}, names)
         for file in self.images():
             self.assertEqual((ROOT / f"build/{self.ring}" / file.name).read_bytes(), file.read_bytes())
+
+    def test_each_module_with_texts_has_every_language_beside_it(self):
+        self.assertEqual({name: file.read_bytes() for name, file in TRANSLATIONS.items()},
+                         {file.name: file.read_bytes() for file in self.folder.glob("bin/*.txt")})
 
     def test_every_image_has_the_version_and_its_name(self):
         for file in self.images():

@@ -105,6 +105,9 @@ class Commands(Documents):
                          "        orvande-tests\n    X=1 ./test device 'A*'\n\n    (gdb) break none\n")
         self.assert_good("```sh\nhttp_proxy=http://127.0.0.1:80 tools/wine x.exe\n```\n")
         self.assert_good("```sh\n./run download --resume /maps/a.map a.map\n```\n")
+        self.assert_good("```sh\ntools/translation template --language Dutch --output a.tsv\n```\n")
+        self.assert_good("```sh\ncp a.txt build/windows/signin.Dutch.txt\n"
+                         "mv build/wine-signin/home/a.txt b.txt\n```\n")
 
     def test_programs_that_are_not_there(self):
         self.assert_problem(3, "there is no program 'tools/none'", "Text:\n\n    tools/none x\n")
@@ -128,6 +131,10 @@ class Commands(Documents):
 
     def test_files_that_are_not_there(self):
         self.assert_problem(2, "there is no file 'src/none.cpp'", "```sh\ntools/format src/none.cpp\n```\n")
+        self.assert_problem(2, "there is no file 'build/windows/nonesuch.Dutch.txt'",
+                            "```sh\ncp a.txt build/windows/nonesuch.Dutch.txt\n```\n")
+        self.assert_problem(2, "there is no file 'build/wine-none/a.txt'",
+                            "```sh\nmv build/wine-none/a.txt b\n```\n")
 
     def test_what_is_no_shell(self):
         self.assert_problem(2, "bash says", "```sh\nif (x) { }\n```\n")

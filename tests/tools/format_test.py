@@ -77,6 +77,7 @@ class Program(unittest.TestCase):
 
     def test_tables_and_addresses_may_be_longer(self):
         self.assert_too_long("a.md", "| " + "a " * 70 + "|\n")
+        self.assert_too_long("a.md", "```\na\t" + "a " * 70 + "\n```\n")
         self.assert_too_long("a.py", 'x = "http://one.example/' + "a" * 111 + '"\n')
         self.assert_too_long("a.py", 'x = "http://one.example/ ' + "a" * 111 + '"\n', 1)
 

@@ -22,7 +22,7 @@ def parameter(parent, name, value, **attributes):
 
 def stored_name(file, number):
     """Files in the cabinet have short names, which end with their number."""
-    return f"{file.stem.upper()[:8]}.{number:03}"
+    return f"{file.name.partition('.')[0].upper()[:8]}.{number:03}"
 
 
 def instructions(files):

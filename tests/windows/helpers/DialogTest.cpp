@@ -6,6 +6,8 @@
 
 void DialogTest::SetUp() {
     DeviceTest::SetUp();
+    // A program that was killed may have left its language to the user.
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Software\\Orvande", L"Language");
     ownModule = nullptr;
     resourceModule = nullptr;
     StandInMenuBars(TRUE);
@@ -25,10 +27,14 @@ void DialogTest::UseFrench(std::string_view records) {
     const std::wstring path = program;
     languageFile = path.substr(0, path.rfind(L'.')) + L".French.txt";
     PutFile(languageFile, records);
+    UseLanguage(L"French");
+}
+
+void DialogTest::UseLanguage(const std::wstring& name) {
     SetRegistryValue(HKEY_CURRENT_USER, L"Software\\Orvande", L"Language", REG_SZ,
-                     BytesOf(std::wstring(L"French\0", 7)));
+                     BytesOf({name.c_str(), name.size() + 1}));
     ASSERT_TRUE(AttachLibrary(GetModuleHandleW(nullptr), DLL_PROCESS_ATTACH, nullptr));
-    ASSERT_EQ(L"French", translationCatalogue.CurrentLanguage());
+    ASSERT_EQ(name, translationCatalogue.CurrentLanguage());
 }
 
 int DialogTest::Show(Dialog& dialog, ScreenUser::Script script, HWND parent) {

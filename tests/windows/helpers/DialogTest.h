@@ -18,6 +18,9 @@ protected:
      * them. */
     void UseFrench(std::string_view records);
 
+    /* Gets the library ready in a language whose file lies beside the program. */
+    static void UseLanguage(const std::wstring& name);
+
     /* Shows a dialog to a user, and gives its result. */
     static int Show(Dialog& dialog, ScreenUser::Script script, HWND parent = nullptr);
 

@@ -57,8 +57,9 @@ void ScreenUser::CloseWhatIsLeft() const {
     for (const HWND menu : WindowsOf(thread, menuClass))
         PostMessageW(menu, WM_KEYDOWN, VK_ESCAPE, 0);
     for (const HWND dialog : WindowsOf(thread, dialogClass)) {
-        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        // What it does when it is done may wait for somebody else.
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     }
 }
 

@@ -11,17 +11,22 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
+#include "HandheldBox.h"
+#include "account/AccountTexts.h"
 #include "account/CreateAccountDialog.h"
 #include "account/SignInDialog.h"
 #include "frame/LibraryEntry.h"
-#include "ui/FormDialog.h"
-#include "ui/TextDialog.h"
+#include "ui/Dialog.h"
+#include "ui/MessageBoxes.h"
 #include "ui/TranslationCatalogue.h"
 
 namespace {
+
+using namespace account_texts;
 
 /* Tells that something is shown and waits until its picture has been taken; the last picture counts. */
 void HoldStill() {
@@ -40,34 +45,20 @@ HWND WaitFor(const ScreenUser& user, const WCHAR* caption) {
     return user.WaitForDialog(translationCatalogue.Translate(caption));
 }
 
-void FillForm(const ScreenUser& user) {
-    const HWND dialog = WaitFor(user, L"A form");
-    Type(dialog, FORM_FIELD, L"Corsica");
-    SendDlgItemMessageW(dialog, FORM_BOX, BM_SETCHECK, BST_CHECKED, 0);
-    HoldStill();
-    Close(dialog);
-}
-
-void ReadText(const ScreenUser& user) {
-    const HWND dialog = WaitFor(user, L"About");
-    HoldStill();
-    Close(dialog);
-}
-
 void FillSignIn(HWND dialog) {
     Type(dialog, USER_ID_FIELD, L"traveller");
     Type(dialog, PASSWORD_FIELD, L"secret99");
 }
 
 void SignInAsTraveller(const ScreenUser& user) {
-    const HWND dialog = WaitFor(user, L"Sign in to Your Account");
+    const HWND dialog = WaitFor(user, signInCaption);
     FillSignIn(dialog);
     HoldStill();
     Close(dialog);
 }
 
 void OpenSignInMenu(const ScreenUser& user) {
-    const HWND dialog = WaitFor(user, L"Sign in to Your Account");
+    const HWND dialog = WaitFor(user, signInCaption);
     FillSignIn(dialog);
     // A dialog that is still coming up would cover the menu.
     HoldStill();
@@ -88,33 +79,53 @@ void FillAccount(HWND dialog, const WCHAR* retyped) {
 }
 
 void CreateAsTraveller(const ScreenUser& user) {
-    const HWND dialog = WaitFor(user, L"Create Account");
+    const HWND dialog = WaitFor(user, creationCaption);
     FillAccount(dialog, L"secret99");
     HoldStill();
     Close(dialog);
 }
 
-void MistypeThePassword(const ScreenUser& user) {
-    const HWND dialog = WaitFor(user, L"Create Account");
-    FillAccount(dialog, L"secret");
-    PressKey(dialog, VK_F1);
-    const HWND box = WaitFor(user, L"Orvande Online");
+/* Its caption is not translated. */
+void LookAtBox(const ScreenUser& user) {
+    const HWND box = user.WaitForDialog(title);
+    FitToScreen(box);
     HoldStill();
     PostMessageW(box, WM_COMMAND, IDOK, 0);
     user.WaitUntil("the end of the box", [&] { return !IsWindow(box); });
+}
+
+void MistypeThePassword(const ScreenUser& user) {
+    const HWND dialog = WaitFor(user, creationCaption);
+    FillAccount(dialog, L"secret");
+    PressKey(dialog, VK_F1);
+    LookAtBox(user);
     Close(dialog);
 }
 
-void ShowForm() {
-    FormDialog().DoModal(nullptr);
+void Provoke(const ScreenUser& user) {
+    const HWND dialog = WaitFor(user, creationCaption);
+    PressKey(dialog, VK_F1);
+    LookAtBox(user);
+    Close(dialog);
 }
 
-void ShowText() {
-    const WideString text = translationCatalogue.Translate(
-        L"Maps of 48 countries, from the Azores to Cyprus, are in the map shop. Search it by region, and "
-        L"download what you need before you leave.");
-    RunTextDialog(TEXT_DIALOG, nullptr, text, SHOWN_TEXT, DONE_CANCEL_MENU_BAR);
+/* The messages of the account, but for those that are short in every language. */
+constexpr const WCHAR* messages[] = {nothingToCheck, unknownUser,   wrongPassword, problem,
+                                     nameTaken,      shortPassword, emailTaken,    badEmail};
+
+/* The one that is the longest in this language; in English. */
+WideString LongestMessage() {
+    return *std::ranges::max_element(
+        messages, {}, [](const WCHAR* text) { return translationCatalogue.Translate(text).size(); });
 }
+
+/* Looks as the creation of an account, and has but one thing to say. */
+class TellingDialog : public Dialog {
+public:
+    TellingDialog() : Dialog(CREATE_ACCOUNT_DIALOG) {}
+
+    void OnOK() override { ShowTranslatedMessage(window, MB_ICONHAND, LongestMessage()); }
+};
 
 void ShowSignIn() {
     Account account;
@@ -127,6 +138,10 @@ void ShowCreateAccount() {
     CreateAccountDialog(account).DoModal(nullptr);
 }
 
+void ShowLongestMessage() {
+    TellingDialog().DoModal(nullptr);
+}
+
 struct Picture {
     std::string_view name;
     void (*show)();
@@ -134,12 +149,11 @@ struct Picture {
 };
 
 constexpr Picture pictures[] = {
-    {"form", ShowForm, FillForm},
-    {"text", ShowText, ReadText},
     {"sign-in", ShowSignIn, SignInAsTraveller},
     {"sign-in-menu", ShowSignIn, OpenSignInMenu},
     {"create-account", ShowCreateAccount, CreateAsTraveller},
     {"message", ShowCreateAccount, MistypeThePassword},
+    {"long-message", ShowLongestMessage, Provoke},
 };
 
 bool Show(std::string_view name) {

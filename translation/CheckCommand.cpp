@@ -1,0 +1,59 @@
+/* orvande-translation check */
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+
+#include "CommandLine.h"
+#include "Commands.h"
+#include "Files.h"
+#include "Quoted.h"
+#include "ShownTexts.h"
+#include "TableCheck.h"
+#include "TableFile.h"
+#include "TextCheck.h"
+
+namespace {
+
+CheckedFile ReadPoToCheck(const std::string& path, Complaints& complaints) {
+    CheckedFile file{ReadCatalogue(path, complaints), 0, {}};
+    file.lastLine = static_cast<size_t>(std::ranges::count(ReadFile(path), '\n'));
+    return file;
+}
+
+CheckedFile ReadTableToCheck(const std::string& path, const TableText& table, std::string_view bytes,
+                             Complaints& complaints) {
+    // A table is UTF-8 as it is; the library reads the others.
+    if (FormToRead(path) != FileForm::Table) CheckEncoding(path, bytes, table, complaints);
+    CheckRecords(table, complaints);
+    CheckedFile file{ReadTable(table, complaints), table.lines.size(), FindEmptyTranslations(table)};
+    return file;
+}
+
+void CheckFile(const std::string& path, Complaints& complaints) {
+    if (FormToRead(path) == FileForm::Po) return CheckTexts(ReadPoToCheck(path, complaints), complaints);
+    const std::string bytes = ReadFile(path);
+    const TableText table = DecodeTable(bytes);
+    if (IsRawHarvest(table.lines))
+        return Complain(complaints, 1,
+                        "this is a harvest as the library writes it; begin a translation with: "
+                        "tools/translation convert " +
+                            ShellWord(path) + " NEW.txt");
+    CheckTexts(ReadTableToCheck(path, table, bytes, complaints), complaints);
+}
+
+}  // namespace
+
+int RunCheck(Arguments arguments) {
+    const FileCount any{1, std::numeric_limits<size_t>::max()};
+    int code = 0;
+    for (const std::string& path : ReadCommandLine("check FILE...", any, {}, arguments).files) {
+        Complaints complaints;
+        CheckFile(path, complaints);
+        PrintComplaints(path, complaints);
+        if (complaints.empty())
+            std::printf("%s: %zu texts, complete\n", path.c_str(), AllShownTexts().size());
+        else
+            code = 1;
+    }
+    return code;
+}

@@ -1,0 +1,18 @@
+/* convert: a translation in another form. */
+#include "CommandLine.h"
+#include "Commands.h"
+#include "Files.h"
+#include "ShownPlaces.h"
+
+int RunConvert(Arguments arguments) {
+    const CommandLine line = ReadCommandLine("convert IN OUT", {2, 2}, {}, arguments);
+    const std::string& in = line.files[0];
+    const std::string& out = line.files[1];
+    FormToWrite(out);
+    Complaints complaints;
+    Catalogue catalogue = ReadCatalogue(in, complaints);
+    TakePlacesOfThisVersion(catalogue);
+    WriteCatalogue(out, catalogue, complaints);
+    PrintComplaints(in, complaints);
+    return complaints.empty() ? 0 : 1;
+}

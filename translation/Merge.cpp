@@ -1,0 +1,127 @@
+#include "Merge.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "CatalogueBuilder.h"
+#include "Quoted.h"
+#include "Utf16.h"
+#include "ui/Ornaments.h"
+
+namespace {
+
+/* Whether a note of the whole file names the version and, behind a colon, the language. */
+bool IsTitle(const WideString& note) {
+    static const std::string version = NameOfVersion();
+    static const WideString product = Utf16Of(version.substr(0, version.rfind(' ') + 1));
+    return note.starts_with(product) && note.find(u": ") != WideString::npos;
+}
+
+bool IsBegun(const Catalogue& catalogue) {
+    return std::ranges::any_of(catalogue.entries,
+                               [](const CatalogueEntry& entry) { return !entry.translation.empty(); });
+}
+
+class Merger {
+public:
+    Merger(const Catalogue& from, Catalogue into, std::vector<MergeConflict>& toTell)
+        : old(from), merged(std::move(into)), conflicts(toTell) {
+        // An obsolete entry counts only where there is no other.
+        for (const CatalogueEntry& entry : old.entries) {
+            if (!entry.isObsolete) oldByText.emplace(entry.text, &entry);
+        }
+        for (const CatalogueEntry& entry : old.entries)
+            oldByText.emplace(entry.text, &entry);
+        for (const CatalogueEntry& entry : merged.entries)
+            (entry.isObsolete ? obsoleteTexts : texts).insert(entry.text);
+    }
+
+    Catalogue Merge(bool isWhole) {
+        MergeHead();
+        for (CatalogueEntry& entry : merged.entries) {
+            if (!entry.isObsolete) TakeOld(entry);
+        }
+        for (const CatalogueEntry& entry : old.entries)
+            KeepOld(entry, isWhole);
+        return std::move(merged);
+    }
+
+private:
+    void MergeHead() {
+        for (const WideString& note : old.notes) {
+            const auto title = std::ranges::find_if(merged.notes, IsTitle);
+            if (title == merged.notes.end() || !IsTitle(note))
+                AddOnce(merged.notes, {note});
+            else if (IsBegun(old))
+                *title = title->substr(0, title->find(u": ")) + note.substr(note.find(u": "));
+        }
+        for (const CatalogueField& field : old.fields) {
+            const auto same = std::ranges::find(merged.fields, field.name, &CatalogueField::name);
+            if (same == merged.fields.end())
+                merged.fields.push_back(field);
+            else if (same->value.empty())
+                same->value = field.value;
+        }
+        merged.isHeadFuzzy = merged.isHeadFuzzy && (old.isHeadFuzzy || old.fields.empty());
+    }
+
+    [[nodiscard]] const CatalogueEntry* FindOld(const WideString& text) const {
+        const auto found = oldByText.find(text);
+        return found == oldByText.end() ? nullptr : found->second;
+    }
+
+    void TakeOld(CatalogueEntry& entry) {
+        const CatalogueEntry* const same = FindOld(entry.text);
+        if (same != nullptr) AddOnce(entry.notes, same->notes);
+        if (!entry.translation.empty()) {
+            TellConflict(entry, same);
+        } else if (same != nullptr && !same->translation.empty()) {
+            entry.translation = same->translation;
+            entry.isFuzzy = same->isFuzzy;
+            entry.guessedFrom = same->guessedFrom;
+        } else {
+            Guess(entry);
+        }
+    }
+
+    void TellConflict(const CatalogueEntry& entry, const CatalogueEntry* same) {
+        if (same == nullptr || same->isObsolete || same->translation.empty()) return;
+        if (same->translation != entry.translation) conflicts.push_back({same->line, entry.line, entry.text});
+    }
+
+    void Guess(CatalogueEntry& entry) const {
+        const WideString plain = WithoutOrnaments(entry.text);
+        const CatalogueEntry* const without = FindOld(plain);
+        if (plain == entry.text || without == nullptr || without->translation.empty()) return;
+        AddOnce(entry.notes, without->notes);
+        entry.translation = without->translation;
+        entry.isFuzzy = true;
+        entry.guessedFrom = plain;
+    }
+
+    /* Keeps what only the old one has. */
+    void KeepOld(const CatalogueEntry& entry, bool isWhole) {
+        if (texts.contains(entry.text)) return;
+        const bool becomesObsolete = entry.isObsolete || isWhole;
+        if (becomesObsolete && (entry.translation.empty() || !obsoleteTexts.insert(entry.text).second))
+            return;
+        merged.entries.push_back(entry);
+        merged.entries.back().isObsolete = becomesObsolete;
+    }
+
+    const Catalogue& old;
+    Catalogue merged;
+    std::vector<MergeConflict>& conflicts;
+    std::map<WideStringView, const CatalogueEntry*> oldByText;
+    std::set<WideString> texts;         /* of the new one, without obsolete ones */
+    std::set<WideString> obsoleteTexts; /* of what is merged so far */
+};
+
+}  // namespace
+
+Catalogue Merge(const Catalogue& old, Catalogue fresh, bool isWhole, std::vector<MergeConflict>& conflicts) {
+    return Merger(old, std::move(fresh), conflicts).Merge(isWhole);
+}

@@ -1,0 +1,43 @@
+#include "Quoted.h"
+
+#include <algorithm>
+
+#include "LMOnlineVersion.h"
+#include "Utf16.h"
+
+namespace {
+
+constexpr size_t mostUnits = 60;
+
+}  // namespace
+
+std::string Quoted(WideStringView text) {
+    WideString shown;
+    for (const WCHAR unit : text.substr(0, mostUnits)) {
+        if (unit == u'\n')
+            shown.append(u"\\n");
+        else
+            shown += unit < u' ' || (unit >= 0x7F && unit < 0xA0) ? u'\x25A1' : unit;
+    }
+    const bool isCut = text.size() > mostUnits;
+    // No half of a pair is left at the end.
+    if (isCut && shown.back() >= 0xD800 && shown.back() < 0xDC00) shown.pop_back();
+    return "'" + Utf8Of(shown) + (isCut ? "...'" : "'");
+}
+
+std::string ShellWord(const std::string& path) {
+    const auto isPlain = [](char unit) {
+        return (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z') || (unit >= '+' && unit <= '9') ||
+               unit == '_';
+    };
+    if (std::ranges::all_of(path, isPlain)) return path;
+    std::string quoted;
+    for (const char unit : path)
+        quoted += unit == '\'' ? std::string("'\\''") : std::string(1, unit);
+    return "'" + quoted + "'";
+}
+
+std::string NameOfVersion() {
+    return "Orvande Online " + std::to_string(LM_ONLINE_VERSION_MAJOR) + "." +
+           std::to_string(LM_ONLINE_VERSION_MINOR) + "." + std::to_string(LM_ONLINE_VERSION_PATCH);
+}

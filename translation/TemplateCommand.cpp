@@ -1,0 +1,38 @@
+/* orvande-translation template */
+#include <algorithm>
+
+#include "CommandLine.h"
+#include "Commands.h"
+#include "Files.h"
+#include "Quoted.h"
+#include "ShownCatalogue.h"
+#include "Utf16.h"
+
+namespace {
+
+/* Languages name files on the handheld. */
+void CheckLanguage(const std::string& name) {
+    const auto isForbidden = [](char unit) {
+        return static_cast<uint8_t>(unit) < 0x20 ||
+               std::string_view("\\/:*?\"<>|").find(unit) != std::string::npos;
+    };
+    if (std::ranges::any_of(name, isForbidden))
+        throw UsageError("no file can have the name of the language '" + name +
+                         "': \\ / : * ? \" < > | are not for names");
+}
+
+}  // namespace
+
+int RunTemplate(Arguments arguments) {
+    const CommandLine line = ReadCommandLine("template [--language NAME] [--output FILE]", {},
+                                             {"--language", "--output"}, arguments);
+    const std::string language = line.Value("--language", "");
+    const std::string output = line.Value("--output", "-");
+    CheckLanguage(language);
+    Catalogue catalogue = ShownCatalogue();
+    catalogue.notes.push_back(
+        Utf16Of(NameOfVersion() + ": " +
+                (language.empty() ? "name this file after its language, such as OrvandeOnline.French.txt"
+                                  : language)));
+    return WriteMade(output, catalogue);
+}
