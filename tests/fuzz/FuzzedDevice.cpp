@@ -1,7 +1,6 @@
 #include "FuzzedDevice.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -46,8 +45,6 @@ using HostFile = std::unique_ptr<FILE, CloseFile>;
 }  // namespace
 
 FuzzedDevice::FuzzedDevice() {
-    // In memory: a disk may take milliseconds for a file that is written anew.
-    setenv("TMPDIR", "/dev/shm", 0);
     device.SetViolationHook([](const std::string& what) { Require(false, what.c_str()); });
     device.BeginTest();
 }

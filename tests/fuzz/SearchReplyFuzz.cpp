@@ -1,5 +1,6 @@
 /* Replies to a search of the map shop, whatever they hold and in whatever portions they come. The first byte
  * is the number of items asked for; FuzzedReply.h tells the rest. */
+#include <numeric>
 #include <vector>
 
 #include "FuzzedDevice.h"
@@ -13,6 +14,7 @@ struct Expected {
     std::vector<MapShopResult> maps;
     int32_t finalValue = 0;
     DWORD cause = 0;
+    bool isEndless = false;  // it promises a thousand entries more than there are
 };
 
 template <size_t capacity>
@@ -40,7 +42,8 @@ Expected ExpectedOf(const FuzzedReply& fuzzed) {
         for (int32_t entry = 0; entry < count; ++entry) {
             const int32_t type = reading.Int32(0);
             empty = reading.FoundAny() ? 0 : empty + 1;
-            if (empty == 1000) break;
+            expected.isEndless = empty == 1000;
+            if (expected.isEndless) break;
             if (type == 4) ReadMap(reading, expected.maps);
         }
         expected.finalValue = reading.Int32(0);
@@ -56,9 +59,12 @@ public:
         FuzzInput input(bytes);
         const int32_t items = input.TakeByte();
         const FuzzedReply fuzzed(input);
+        const Expected expected = ExpectedOf(fuzzed);
+        // Which costs as much as fifty other replies: one in sixteen has to do.
+        if (expected.isEndless && std::accumulate(bytes.begin(), bytes.end(), 0U) % 16 != 0) return;
         handheld.BeginRun();
         handheld.device.AddHost(u"online.orvande.example", 80, fuzzed.reply);
-        Search(items, ExpectedOf(fuzzed));
+        Search(items, expected);
         // Each read of the reply brings bytes, but for those of a thousand empty entries and of one map.
         Require(handheld.device.CountCalls("InternetReadFile") <= fuzzed.reply.body.size() + 1010,
                 "a reply that has ended is not read for ever");
