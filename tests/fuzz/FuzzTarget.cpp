@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <ostream>
 
 namespace {
 
@@ -13,6 +14,10 @@ const bool areFilesInMemory = setenv("TMPDIR", "/dev/shm", 0) == 0;
 std::vector<NamedFuzzTarget>& FuzzTargets() {
     static std::vector<NamedFuzzTarget> targets;
     return targets;
+}
+
+void PrintTo(const NamedFuzzTarget& target, std::ostream* out) {
+    *out << target.name;
 }
 
 void Require(bool holds, const char* what) {

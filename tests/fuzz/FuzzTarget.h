@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 #include <span>
 #include <string>
@@ -31,6 +32,9 @@ struct NamedFuzzTarget {
     std::string name;
     std::unique_ptr<FuzzTarget> (*make)();
 };
+
+/* Its name, in what GoogleTest prints. */
+void PrintTo(const NamedFuzzTarget& target, std::ostream* out);
 
 /* All targets that are linked into the program. */
 std::vector<NamedFuzzTarget>& FuzzTargets();

@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 constexpr unsigned mostSecondsOfOneInput = 20;
 constexpr uint64_t inputsBetweenLooksAtTheClock = 64;
-constexpr uint64_t leastInputs = 1000;
+constexpr uint64_t leastInputs = 100;
 
 /* What a handler of signals needs, which may not ask for memory. */
 std::string inputAtHand;
