@@ -1,9 +1,12 @@
-/* Takes the place of libsodium's hash, whose costs would leave a target some tens of runs a second. */
+/* Take the place of what would keep a target from its runs: libsodium's hash, which is costly on purpose, and
+ * the log, which has a line for each of them. */
 #include <sodium.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+
+#include "Log.h"
 
 int crypto_pwhash_str(char out[crypto_pwhash_STRBYTES], const char* const password, unsigned long long size,
                       unsigned long long /*passes*/, size_t /*memory*/) {
@@ -17,3 +20,5 @@ int crypto_pwhash_str(char out[crypto_pwhash_STRBYTES], const char* const passwo
 int crypto_pwhash_str_verify(const char* hash, const char* const password, unsigned long long size) {
     return std::string_view(hash).substr(1) == std::string_view(password, size) ? 0 : -1;
 }
+
+void LogLine(std::string_view /*text*/) {}
