@@ -19,6 +19,14 @@ TEST_F(CheckRecords, BareQuotesOfATextAreDropped) {
                                   "\"Press \"\"I Forgot\"\".\"")));
 }
 
+TEST_F(CheckRecords, BareQuotesOfAnEnclosedTextAreDropped) {
+    const size_t line = Replace("\"Press \"\"I Forgot\"\".\"", "\"Press \"I Forgot\".\"\tForgot");
+    EXPECT_THAT(Check(),
+                ElementsAre(Error(line,
+                                  "the library drops a double quote and does not find the text; write it as "
+                                  "\"Press \"\"I Forgot\"\".\"")));
+}
+
 TEST_F(CheckRecords, BareQuotesOfATranslationAreDropped) {
     const size_t line = Replace("Welcome", "Welcome\tMy \"site\"");
     EXPECT_THAT(Check(), ElementsAre(Error(line,
