@@ -49,7 +49,7 @@ void CheckUtf8(std::string_view bytes, const TableText& table, const std::string
 std::string FieldFor(const WideString& text) {
     constexpr size_t mostUnits = 400;
     const WideString field = EscapedText(text);
-    return field.size() <= mostUnits ? Visible(field) : "\"...\", with \"\" for each quote in it";
+    return field.size() <= mostUnits ? Visible(field) : R"("...", with "" for each quote in it)";
 }
 
 class RecordCheck {
