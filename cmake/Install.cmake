@@ -108,7 +108,8 @@ elseif(ORVANDE_RING STREQUAL "device")
     ${PROJECT_SOURCE_DIR}/cmake/arm-none-eabi.cmake
     DESTINATION ${package_folder})
 else()
-  # The simulated handheld, for tests of an application on Linux, the service, and the program for translators.
+  # The simulated handheld, for tests of an application on Linux, the service, and the program for
+  # translators.
   install(TARGETS simulator simulator_network DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/platform/simulator/ DESTINATION ${cxx_headers}/simulator
     FILES_MATCHING PATTERN *.h)

@@ -96,6 +96,10 @@ TEST(TableReader, WhatASpreadsheetHasDoneIsUnderstood) {
     EXPECT_EQ(catalogue.entries[1].translation, u"");
 }
 
+TEST(TableReader, CommentsHaveNoCarriageReturns) {
+    EXPECT_THAT(Read("\n# a\rb\r\r\nOpen\tOuvrir\n").entries.at(0).notes, ElementsAre(u"ab"));
+}
+
 TEST(TableReader, EmptyCellIsNoTranslationYet) {
     const Catalogue catalogue = Read("Open\t\nClose\t\r\n");
     ASSERT_EQ(catalogue.entries.size(), 2U);
