@@ -108,7 +108,7 @@ public:
             TakeEntry(message);
     }
 
-    [[nodiscard]] Catalogue& Get() { return built.Get(); }
+    Catalogue Catalogued() { return built.Take(); }
 
 private:
     void TakeHead(po_message_t message) {
@@ -216,5 +216,5 @@ Catalogue ReadPo(const std::string& path, Complaints& complaints) {
     if (found.empty())
         ReadPoMessages(bytes, found, [&reader](po_message_t message) { reader.Take(message); });
     complaints.insert(complaints.end(), found.begin(), found.end());
-    return std::move(reader.Get());
+    return reader.Catalogued();
 }

@@ -116,6 +116,15 @@ TEST(TableReader, LastTranslationOfATextCounts) {
     EXPECT_THAT(catalogue.entries[0].notes, ElementsAre(u"b", u"c"));
 }
 
+TEST(TableReader, ObsoleteTextIsKeptOnceAndOnlyWhileItIsNotInUse) {
+    const Catalogue catalogue = Read("\n#~ A\n#~ a\n#~ A\n#~ aa\n#~ B\n#~ b\n#~ C\n#~ c\nB\tXXXX\nC\tcc\n");
+    ASSERT_EQ(catalogue.entries.size(), 3U);
+    EXPECT_EQ(catalogue.entries[0].translation, u"aa");
+    EXPECT_TRUE(catalogue.entries[0].isObsolete);
+    EXPECT_EQ(catalogue.entries[1].translation, u"b");
+    EXPECT_EQ(catalogue.entries[2].translation, u"cc");
+}
+
 TEST(TableReader, HarvestIsTakenAsItWasWritten) {
     const std::set<WideString> texts = {u"C:\\new \"x\"", u"a\tb\nc", u"\"\"", u"Path \\\\server"};
     Complaints complaints;
