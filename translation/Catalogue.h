@@ -30,7 +30,7 @@ struct CatalogueField {
     WideString value;
 };
 
-/* Entries in the order of their file. A text occurs once, obsolete entries aside. */
+/* Entries in the order of their file. A text occurs once, obsolete or not. */
 struct Catalogue {
     std::vector<WideString> notes; /* of the whole file, each one line */
     std::vector<CatalogueField> fields;

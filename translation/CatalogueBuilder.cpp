@@ -15,24 +15,37 @@ WideString TranslationOrNone(WideString translation) {
 }
 
 CatalogueEntry* CatalogueBuilder::Find(const WideString& text) {
-    const auto found = indices.find(text);
-    return found == indices.end() ? nullptr : &catalogue.entries[found->second];
+    const auto found = inUse.find(text);
+    return found == inUse.end() ? nullptr : &catalogue.entries[found->second];
 }
 
 void CatalogueBuilder::Add(CatalogueEntry entry) {
-    CatalogueEntry* const earlier = entry.isObsolete ? nullptr : Find(entry.text);
-    if (earlier == nullptr) {
-        if (!entry.isObsolete) indices.emplace(entry.text, catalogue.entries.size());
+    std::map<WideString, size_t>& indices = entry.isObsolete ? obsolete : inUse;
+    const auto [found, isNew] = indices.try_emplace(entry.text, catalogue.entries.size());
+    if (isNew) {
         catalogue.entries.push_back(std::move(entry));
         return;
     }
-    AddOnce(earlier->notes, entry.notes);
-    AddOnce(earlier->places, entry.places);
-    AddOnce(earlier->references, entry.references);
-    earlier->isFormat = earlier->isFormat || entry.isFormat;
+    CatalogueEntry& earlier = catalogue.entries[found->second];
+    AddOnce(earlier.notes, entry.notes);
+    AddOnce(earlier.places, entry.places);
+    AddOnce(earlier.references, entry.references);
+    earlier.isFormat = earlier.isFormat || entry.isFormat;
     if (entry.translation.empty()) return;
-    earlier->translation = std::move(entry.translation);
-    earlier->isFuzzy = entry.isFuzzy;
-    earlier->guessedFrom = std::move(entry.guessedFrom);
-    earlier->line = entry.line;
+    earlier.translation = std::move(entry.translation);
+    earlier.isFuzzy = entry.isFuzzy;
+    earlier.guessedFrom = std::move(entry.guessedFrom);
+    earlier.line = entry.line;
+}
+
+Catalogue CatalogueBuilder::Take() {
+    for (const auto& [text, index] : obsolete) {
+        CatalogueEntry* const used = Find(text);
+        if (used != nullptr && used->translation.empty())
+            used->translation = catalogue.entries[index].translation;
+    }
+    std::erase_if(catalogue.entries, [this](const CatalogueEntry& entry) {
+        return entry.isObsolete && inUse.contains(entry.text);
+    });
+    return std::move(catalogue);
 }

@@ -18,11 +18,16 @@ public:
     /* The entry of `text` that is not obsolete, or null; valid until the next is added. */
     [[nodiscard]] CatalogueEntry* Find(const WideString& text);
 
-    /* An obsolete entry is added as it is. Of any other the text may be there already: then its entry takes
-     * what it lacks, and the later translation. */
+    /* When the text is there already, and likewise obsolete or not, its entry takes what it lacks, and the
+     * later translation. */
     void Add(CatalogueEntry entry);
+
+    /* The catalogue. An obsolete entry whose text is in use has been left out: what translates it is taken by
+     * the other when that has no translation. */
+    Catalogue Take();
 
 private:
     Catalogue catalogue;
-    std::map<WideString, size_t> indices; /* of entries that are not obsolete */
+    std::map<WideString, size_t> inUse;
+    std::map<WideString, size_t> obsolete;
 };

@@ -35,9 +35,17 @@ void ForEachLine(std::string_view text, Take take) {
     }
 }
 
+/* What a comment line of a table can hold of it. */
+WideString LineOf(std::string_view text) {
+    WideString line = Utf16Of(text);
+    std::erase(line, u'\r');
+    std::ranges::replace(line, u'\n', u' ');
+    return line;
+}
+
 std::vector<WideString> LinesOf(const char* text) {
     std::vector<WideString> lines;
-    ForEachLine(OrEmpty(text), [&](std::string_view line, size_t) { lines.push_back(Utf16Of(line)); });
+    ForEachLine(OrEmpty(text), [&](std::string_view line, size_t) { lines.push_back(LineOf(line)); });
     return lines;
 }
 
@@ -100,7 +108,7 @@ public:
             TakeEntry(message);
     }
 
-    [[nodiscard]] Catalogue& Get() { return built.Get(); }
+    Catalogue Catalogued() { return built.Take(); }
 
 private:
     void TakeHead(po_message_t message) {
@@ -118,7 +126,7 @@ private:
         if (value.starts_with(' ')) value.remove_prefix(1);
         if (name == "Content-Type") CheckCharset(value);
         const bool isOfForm = std::ranges::find(formFields, name) != std::end(formFields);
-        if (!isOfForm && !name.empty()) built.Get().fields.push_back({Utf16Of(name), Utf16Of(value)});
+        if (!isOfForm && !name.empty()) built.Get().fields.push_back({LineOf(name), LineOf(value)});
     }
 
     void CheckCharset(std::string_view type) {
@@ -137,8 +145,9 @@ private:
         entry.line = line;
         entry.text = TextOf(po_message_msgid(message));
         entry.translation = TranslationOrNone(TextOf(po_message_msgstr(message)));
-        entry.screen = TextOf(po_message_msgctxt(message));
+        entry.screen = LineOf(OrEmpty(po_message_msgctxt(message)));
         entry.guessedFrom = TextOf(po_message_prev_msgid(message));
+        std::erase(entry.guessedFrom, u'\r');
         entry.notes = LinesOf(po_message_comments(message));
         entry.places = LinesOf(po_message_extracted_comments(message));
         entry.references = ReferencesOf(message);
@@ -184,7 +193,7 @@ private:
             const size_t start = po_filepos_start_line(place);
             const bool hasLine = start != static_cast<size_t>(-1);
             references.push_back(
-                Utf16Of(std::string(po_filepos_file(place)) + (hasLine ? ":" + std::to_string(start) : "")));
+                LineOf(std::string(po_filepos_file(place)) + (hasLine ? ":" + std::to_string(start) : "")));
         }
         return references;
     }
@@ -207,5 +216,5 @@ Catalogue ReadPo(const std::string& path, Complaints& complaints) {
     if (found.empty())
         ReadPoMessages(bytes, found, [&reader](po_message_t message) { reader.Take(message); });
     complaints.insert(complaints.end(), found.begin(), found.end());
-    return std::move(reader.Get());
+    return reader.Catalogued();
 }

@@ -109,14 +109,18 @@ std::string LinesOf(const CatalogueEntry& entry) {
     return lines;
 }
 
-/* Whether its text and all that stands beside it has a UTF-8. */
-bool IsWhole(const CatalogueEntry& entry) {
+/* Complains of what no .po file holds. */
+void Check(const CatalogueEntry& entry, Complaints& complaints) {
     WideString all = entry.text + u' ' + entry.translation + u' ' + entry.screen + u' ' + entry.guessedFrom;
     for (const std::vector<WideString>& lines : {entry.notes, entry.places, entry.references}) {
         for (const WideString& line : lines)
             all.append(u" ").append(line);
     }
-    return Utf16Of(Utf8Of(all)) == all;
+    if (Utf16Of(Utf8Of(all)) != all)
+        Complain(complaints, entry.line, "half of a character pair, which UTF-8 does not have");
+    // Between screen and text in gettext's own files.
+    if (all.find(u'\4') != WideString::npos)
+        Complain(complaints, entry.line, "a character with the number 4, which gettext does not take");
 }
 
 bool IsHeadWhole(const Catalogue& catalogue) {
@@ -134,8 +138,7 @@ std::string WritePo(const Catalogue& catalogue, Complaints& complaints) {
     if (!IsHeadWhole(catalogue)) Complain(complaints, 0, "the head holds half of a character pair");
     std::string lines = HeadOf(catalogue);
     for (const CatalogueEntry& entry : catalogue.entries) {
-        if (!IsWhole(entry))
-            Complain(complaints, entry.line, "half of a character pair, which UTF-8 does not have");
+        Check(entry, complaints);
         lines.append("\n").append(LinesOf(entry));
     }
     return lines;

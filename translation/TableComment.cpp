@@ -1,5 +1,6 @@
 #include "TableComment.h"
 
+#include <string>
 #include <utility>
 
 namespace {
@@ -26,8 +27,8 @@ bool BeginsEscape(WCHAR next) {
 
 TableComment ReadTableComment(WideStringView line) {
     line = line.substr(0, line.find(u'\t'));
-    if (line.ends_with(u'\r')) line.remove_suffix(1);
     WideString comment = line.starts_with(u'"') ? WithoutEnclosingQuotes(line) : WideString(line);
+    std::erase(comment, u'\r');
     comment.erase(0, 1);
     TableComment read;
     if (!comment.empty() && marks.find(comment.front()) != WideStringView::npos) {

@@ -66,7 +66,7 @@ public:
         EndHead();
         // Notes behind the last text belong to none.
         AddOnce(built.Get().notes, next.notes);
-        return std::move(built.Get());
+        return built.Take();
     }
 
 private:
