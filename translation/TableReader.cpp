@@ -44,7 +44,7 @@ bool IsShownExactly(WideStringView text) {
 WideString TextOfField(WideStringView raw) {
     WideString text = UnescapeTranslationText(raw);
     WideString harvested = HarvestedText(raw);
-    if (IsShownExactly(text)) return text;
+    if (text == harvested || IsShownExactly(text)) return text;
     if (IsShownExactly(harvested)) return harvested;
     if (FindShownText(text) != nullptr) return text;
     return FindShownText(harvested) != nullptr ? harvested : text;
