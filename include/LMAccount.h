@@ -1,10 +1,13 @@
 /* Orvande Account: the user's account with the online services, as OrvandeAccount.dll exports it. The DLL
  * needs no OrvandeOnline.dll; an application may use either or both.
  *
- * What LMOnline.h says of conventions holds here: plain C functions under undecorated names, called from the
- * application's user-interface thread, running to their end before they return; NUL-terminated UTF-16; the
- * cause of a failure in the thread's last error, 0 after success. Nothing is thrown. Only the two functions
- * that show a dialog show messages, too.
+ * What LMOnline.h says of conventions holds here: plain C functions under undecorated names, running to their
+ * end before they return; NUL-terminated UTF-16; the cause of a failure in the thread's last error, 0 after
+ * success. Nothing is thrown. Only the two functions that show a dialog show messages, too.
+ *
+ * All are called from the application's user-interface thread, one at a time: windows, translations, data
+ * connection and wait cursor are one for the process, on the device the state of exceptions is, too, and
+ * nothing is locked.
  *
  * One sign-in:
  *

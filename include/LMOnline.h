@@ -3,8 +3,13 @@
  * Conventions
  *   - Every function is a plain C function with the platform's C calling convention (LM_CALL), exported under
  *     its undecorated name.
- *   - All functions are called from the application's user-interface thread. They run to their end before
- *     they return, and block while the network is waited for; the library has no threads of its own.
+ *   - LMMapShopSearch and the downloads are called from the application's user-interface thread, one at a
+ *     time, and none from a callback: internet session, data connection and wait cursor are one for the
+ *     process, on the device the state of exceptions is, too, and nothing is locked. LMMapShopGetNext and
+ *     LMMapShopClose touch only their search: they may be called from any thread, whatever else is under way,
+ *     as long as one search is used by one thread at a time.
+ *   - Functions run to their end before they return, and block while the network is waited for; the library
+ *     has no threads of its own.
  *   - Text is NUL-terminated UTF-16. Sizes are bytes unless "code units" are named.
  *   - A failure shows in the result, as stated at each function, and its cause in the thread's last error.
  *     Nothing is thrown, no message is shown.

@@ -15,7 +15,10 @@ SERVICE = ("native", "orvande-service")
 # What of tools/setup a ring needs, and what is built for it: presets and their targets.
 RINGS = {
     "native": (["native", "service", "samples"], [("native", "all")]),
-    "windows": (["windows", "service"], [SERVICE, ("windows", "all"), ("windows-tests", "windows-tests")]),
+    # docs/translation-files.md is followed there, which leads to tools/translation and tools/screenshots.
+    "windows": (["native", "windows", "service", "screen", "pictures"],
+                [("native", "orvande-service orvande-translation"), ("windows", "all"),
+                 ("windows-tests", "windows-tests orvande-pictures")]),
     "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
     "packages": (["native", "windows", "device", "service", "packages"],

@@ -55,7 +55,8 @@ std::vector<Mention> FindMentions(WideStringView text) {
     }
     std::vector<Mention> found;
     std::ranges::copy_if(all, std::back_inserter(found), [&all](const Mention& mention) {
-        return std::ranges::none_of(all, [&mention](const Mention& other) { return IsWithin(mention, other); });
+        return std::ranges::none_of(all,
+                                    [&mention](const Mention& other) { return IsWithin(mention, other); });
     });
     std::ranges::sort(found, {}, &Mention::begin);
     return found;

@@ -11,6 +11,6 @@ struct Mention {
     size_t begin; /* in the text that mentions it */
 };
 
-/* In double quotes, alone or as words of a longer name ("I Forgot"), or in a path (Menu / New Account); in the
- * order of the text. */
+/* In double quotes, alone or as words of a longer name ("I Forgot"), or in a path (Menu / New Account); in
+ * the order of the text. */
 std::vector<Mention> FindMentions(WideStringView text);

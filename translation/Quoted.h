@@ -5,8 +5,12 @@
 
 #include <string>
 
-/* The UTF-8 of a text in single quotes, line breaks as \n, and cut when it is longer than a sentence bears. */
+/* The UTF-8 of a text in single quotes, line breaks as \n, and cut when it is longer than a sentence
+ * bears. */
 std::string Quoted(WideStringView text);
+
+/* Its UTF-8 with a box for each character that would control a terminal. */
+std::string Visible(WideStringView text);
 
 /* A path as one word of a shell's command. */
 std::string ShellWord(const std::string& path);

@@ -40,8 +40,16 @@ void CheckUtf8(std::string_view bytes, const TableText& table, const std::string
                             " for " + Quoted(word) + mending);
     }
     if (bytes.starts_with("\xEF\xBB\xBF"))
-        Complain(complaints, 1,
-                 "the file begins with the byte order mark of UTF-8, which the library takes for text" + mending);
+        Complain(
+            complaints, 1,
+            "the file begins with the byte order mark of UTF-8, which the library takes for text" + mending);
+}
+
+/* What is to be written for a text, as far as a sentence bears it. */
+std::string FieldFor(const WideString& text) {
+    constexpr size_t mostUnits = 400;
+    const WideString field = EscapedText(text);
+    return field.size() <= mostUnits ? Visible(field) : R"("...", with "" for each quote in it)";
 }
 
 class RecordCheck {
@@ -56,11 +64,11 @@ public:
         if (!AreQuotesKept(record->rawText))
             Complain(complaints, line,
                      "the library drops a double quote and does not find the text; write it as " +
-                         Utf8Of(EscapedText(MeantText(record->rawText))));
+                         FieldFor(MeantText(record->rawText)));
         if (!AreQuotesKept(record->rawTranslation))
             Complain(complaints, line,
                      "the library drops a double quote of the translation; write it as " +
-                         Utf8Of(EscapedText(MeantText(record->rawTranslation))));
+                         FieldFor(MeantText(record->rawTranslation)));
         TellOther(*record);
     }
 
@@ -73,7 +81,8 @@ private:
         if (found->second.translation != translation)
             Complain(complaints, line,
                      Quoted(text) + " is translated as " + Quoted(found->second.translation) + " in line " +
-                         std::to_string(found->second.line) + ", which this line replaces; remove one of them");
+                         std::to_string(found->second.line) +
+                         ", which this line replaces; remove one of them");
         found->second = {translation, line};
     }
 
@@ -114,13 +123,17 @@ void CheckEncoding(const std::string& path, std::string_view bytes, const TableT
         case TableEncoding::Utf8:
             return CheckUtf8(bytes, table, mending, complaints);
         case TableEncoding::Utf16WithoutMark:
-            return Complain(complaints, 1,
-                            "the file is UTF-16 without a byte order mark, which the library takes for single "
-                            "bytes" + mending);
+            return Complain(
+                complaints, 1,
+                "the file is UTF-16 without a byte order mark, which the library takes for single "
+                "bytes" +
+                    mending);
         case TableEncoding::Utf16BigEndian:
-            return Complain(complaints, 1,
-                            "the bytes of the UTF-16 characters are in the wrong order (big-endian), in which the "
-                            "library finds no text" + mending);
+            return Complain(
+                complaints, 1,
+                "the bytes of the UTF-16 characters are in the wrong order (big-endian), in which the "
+                "library finds no text" +
+                    mending);
         case TableEncoding::Utf16:
         case TableEncoding::Latin1:
         case TableEncoding::Unknown:

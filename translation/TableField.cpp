@@ -20,12 +20,12 @@ size_t LengthOfFirst(WideStringView raw) {
     return isPair ? 2 : 1;
 }
 
-bool HasBareQuote(WideStringView raw) {
-    for (size_t length = 0; !raw.empty(); raw.remove_prefix(length)) {
-        length = LengthOfFirst(raw);
-        if (raw[0] == quote && length == 1) return true;
+/* Where the library first drops a double quote; npos: nowhere. */
+size_t FindBareQuote(WideStringView raw) {
+    for (size_t at = 0; at < raw.size(); at += LengthOfFirst(raw.substr(at))) {
+        if (raw[at] == quote && LengthOfFirst(raw.substr(at)) == 1) return at;
     }
-    return false;
+    return WideStringView::npos;
 }
 
 /* Whether what stands within the first and the last unit ends before the last, and not with a backslash that
@@ -36,6 +36,17 @@ bool IsEnclosed(WideStringView raw) {
     while (raw.size() > 1)
         raw.remove_prefix(std::min(raw[0] == backslash ? size_t{2} : size_t{1}, raw.size()));
     return !raw.empty();
+}
+
+WideStringView WithoutEnds(WideStringView raw) {
+    return raw.substr(1, raw.size() - 2);
+}
+
+/* Whether the first bare quote of `raw` stands before a word: then it is not the end of one that began before
+ * `raw`. */
+bool DoesBareQuoteOpen(WideStringView raw) {
+    const size_t at = FindBareQuote(raw);
+    return at == 0 || raw[at - 1] == u' ' || raw[at - 1] == u'(';
 }
 
 WideStringView WithoutLineEnd(WideStringView line) {
@@ -75,12 +86,13 @@ bool IsTableComment(WideStringView line) {
 }
 
 bool AreQuotesKept(WideStringView raw) {
-    if (IsEnclosed(raw)) raw = raw.substr(1, raw.size() - 2);
-    return !HasBareQuote(raw);
+    if (IsEnclosed(raw)) raw = WithoutEnds(raw);
+    return FindBareQuote(raw) == WideStringView::npos;
 }
 
 WideString MeantText(WideStringView raw) {
     if (AreQuotesKept(raw)) return UnescapeTranslationText(raw);
+    if (IsEnclosed(raw) && DoesBareQuoteOpen(WithoutEnds(raw))) raw = WithoutEnds(raw);
     WideString doubled;
     for (size_t length = 0; !raw.empty(); raw.remove_prefix(length)) {
         length = LengthOfFirst(raw);

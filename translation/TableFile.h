@@ -70,7 +70,7 @@ bool IsTableComment(WideStringView line);
 bool AreQuotesKept(WideStringView raw);
 
 /* What the writer of `raw` has meant: as the library reads it, but with double quotes that it would drop
- * (AreQuotesKept). */
+ * (AreQuotesKept). Those at both ends enclose the whole, unless the next one inside ends a word. */
 WideString MeantText(WideStringView raw);
 
 /* The text of a harvest file, where only TAB and LF are escaped, from its raw form. */

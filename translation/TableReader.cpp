@@ -46,6 +46,8 @@ WideString TextOfField(WideStringView raw) {
     WideString harvested = HarvestedText(raw);
     if (text == harvested || IsShownExactly(text)) return text;
     if (IsShownExactly(harvested)) return harvested;
+    WideString meant = MeantText(raw);
+    if (IsShownExactly(meant)) return meant;
     if (FindShownText(text) != nullptr) return text;
     return FindShownText(harvested) != nullptr ? harvested : text;
 }

@@ -13,7 +13,8 @@ namespace {
 /* Languages name files on the handheld. */
 void CheckLanguage(const std::string& name) {
     const auto isForbidden = [](char unit) {
-        return static_cast<uint8_t>(unit) < 0x20 || std::string_view("\\/:*?\"<>|").find(unit) != std::string::npos;
+        return static_cast<uint8_t>(unit) < 0x20 ||
+               std::string_view("\\/:*?\"<>|").find(unit) != std::string::npos;
     };
     if (std::ranges::any_of(name, isForbidden))
         throw UsageError("no file can have the name of the language '" + name +

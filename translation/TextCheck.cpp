@@ -16,6 +16,7 @@ namespace {
 
 /* Nobody is helped by more, and to look for similar texts takes time. */
 constexpr size_t mostSimilar = 100;
+constexpr size_t mostTold = 1000;
 
 bool IsTitle(const ShownText& shown) {
     return shown.places.front().kind == TextKind::Title;
@@ -58,11 +59,12 @@ std::string OwnerOfRoom(const TextPlace& place) {
 
 class TextCheck {
 public:
-    TextCheck(const CheckedFile& checked, Complaints& told)
-        : file(checked), catalogue(checked.catalogue), complaints(told) {}
+    TextCheck(const CheckedFile& checked, Complaints& added)
+        : file(checked), catalogue(checked.catalogue), complaints(added) {}
 
     void Run() {
         for (const CatalogueEntry& entry : catalogue.entries) {
+            if (told >= mostTold) break;
             if (!entry.isObsolete) CheckEntry(entry);
         }
         for (const ShownText& shown : AllShownTexts())
@@ -75,7 +77,8 @@ private:
         if (shown == nullptr) return TellUnknown(entry);
         if (IsTitle(*shown)) return;
         if (file.emptyLines.contains(entry.line))
-            Tell(entry, "the translation of " + Quoted(entry.text) + " is empty; write one, or XXXX for none yet");
+            Tell(entry,
+                 "the translation of " + Quoted(entry.text) + " is empty; write one, or XXXX for none yet");
         else if (entry.translation.empty())
             Tell(entry, Quoted(entry.text) + " is not translated yet");
         else if (entry.isFuzzy)
@@ -84,7 +87,7 @@ private:
     }
 
     void TellUnknown(const CatalogueEntry& entry) {
-        const ShownText* const similar = ++unknown <= mostSimilar ? FindSimilarText(entry.text) : nullptr;
+        const ShownText* const similar = told < mostSimilar ? FindSimilarText(entry.text) : nullptr;
         Tell(entry, Quoted(entry.text) + " is no text of " + NameOfVersion() +
                         (similar ? "; did you mean " + Quoted(similar->text) + "?" : "; remove it"));
     }
@@ -151,13 +154,15 @@ private:
         const TextRoom room = RoomAt(place);
         const bool hasBreak = entry.translation.find(u'\n') != WideString::npos;
         if (hasBreak && room.lines == 1 && WideStringView(shown.text).find(u'\n') == WideStringView::npos)
-            return Tell(entry, "the translation has a line break, and " + OwnerOfRoom(place) + " has one line");
+            return Tell(entry,
+                        "the translation has a line break, and " + OwnerOfRoom(place) + " has one line");
         if (Fits(place, entry.translation)) return;
         const TextRoom needed = NeededRoom(place, entry.translation);
         const bool isTooWide = needed.width > room.width;
         const std::string line = isTooWide && room.lines > 1 ? " in a line" : "";
-        const std::string has = isTooWide ? std::to_string(room.width) + line
-                                          : std::to_string(room.lines) + " of " + std::to_string(room.width) + " pixels";
+        const std::string has =
+            isTooWide ? std::to_string(room.width) + line
+                      : std::to_string(room.lines) + " of " + std::to_string(room.width) + " pixels";
         Tell(entry, Quoted(entry.translation) + " needs " +
                         (isTooWide ? std::to_string(needed.width) + " pixels" + line
                                    : std::to_string(needed.lines) + " lines") +
@@ -166,6 +171,7 @@ private:
 
     /* Once a line: a text may be shown in several places. */
     void Tell(const CatalogueEntry& entry, std::string sentence) {
+        ++told;
         const auto isSame = [&](const Complaint& other) {
             return other.line == entry.line && other.sentence == sentence;
         };
@@ -175,7 +181,7 @@ private:
     const CheckedFile& file;
     const Catalogue& catalogue;
     Complaints& complaints;
-    size_t unknown = 0;
+    size_t told = 0;
 };
 
 }  // namespace

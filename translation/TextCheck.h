@@ -13,6 +13,6 @@ struct CheckedFile {
 };
 
 /* Complains of texts that are unknown, missing (at the last line) or not translated, of guesses, and of
- * translations that do not fit: placeholders, access keys, line breaks, names of soft keys and menu items, and
- * the room on the screen. The title need not be translated: it stays English. */
+ * translations that do not fit: placeholders, access keys, line breaks, names of soft keys and menu items,
+ * and the room on the screen. The title need not be translated: it stays English. */
 void CheckTexts(const CheckedFile& file, Complaints& complaints);

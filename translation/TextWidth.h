@@ -12,8 +12,8 @@ struct TextRoom {
 
 /* What a place has room for:
  *
- *   label       its control: dialog units are a quarter of the width and an eighth of the height of the font's
- *               average character, as Windows measures it (GetDialogBaseUnits' way, with the dialog's font)
+ *   label       its control: a dialog unit is a quarter of the width, or an eighth of the height, of the
+ *               dialog font's average character, as Windows measures it
  *   check box   the same, less 13 pixels for the box and 3 behind it, half the width of a digit
  *   caption     the narrower screen, 176, less 4 on each side
  *   soft key    half of it, 88, less 4 on each side: two buttons share the menu bar

@@ -14,7 +14,7 @@ HEADER = """\
  * has {pixels} pixels then.
  *
  * The numbers are those of tahoma.ttf in Debian's package fonts-wine, which was made with the widths of the
- * handheld's font: of its bitmaps of {pixels} pixels an em, and where it has none its outlines' scaled and rounded
+ * handheld's font: of its bitmaps of {0} pixels an em, and where it has none its outlines' scaled and rounded
  * advances. On Windows, GetGlyphOutlineW tells the bitmaps' with GGO_BITMAP (gmCellIncX); what
  * GetCharWidth32W tells under Wine are the advances of hinted outlines, which nobody's handheld has.
  * tahoma_widths.py makes this file. */
@@ -72,7 +72,7 @@ def main():
     lines = [f'    {{0x{first:04X}, 0x{last:04X}, {"true" if is_bitmap else "false"}, "{widths}"}},'
              for first, last, is_bitmap, widths in ranges]
     above, below = font["VDMX"].groups[0][PIXELS]
-    print(HEADER.format(pixels=PIXELS, height=above - below, ranges="\n".join(lines)), end="")
+    print(HEADER.format(PIXELS, pixels=PIXELS, height=above - below, ranges="\n".join(lines)), end="")
 
 
 main()

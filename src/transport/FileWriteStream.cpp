@@ -9,6 +9,10 @@ void FileWriteStream::Write(const void* data, uint32_t size) {
     if (good) good = fwrite(data, size, 1, file.Get()) == 1;
 }
 
+void FileWriteStream::Flush() {
+    if (good) good = fflush(file.Get()) == 0;
+}
+
 bool FileWriteStream::Read(void* /*data*/, uint32_t /*size*/) {
     good = false;
     return false;

@@ -194,3 +194,21 @@ TEST_F(SigningIn, MemoryThatRunsOutIsAProblemThatIsToldWhileItCanBe) {
     }
     UseUpMessages();
 }
+
+TEST_F(SigningIn, MemoryThatRunsOutForARefusalMakesItAProblem) {
+    Translate("A problem occured communicating with the server\tFr\n");
+    for (size_t n = 1;; ++n) {
+        SCOPED_TRACE(n);
+        Answer(MapShopReply().Int32(4));
+        ExpectMessageOnce();
+        const size_t boxes = device.MessageBoxes().size();
+        AllocationWatch watch(n);
+        EXPECT_FALSE(SignIn(account, nullptr));
+        watch.Stop();
+        EXPECT_EQ(boxes + 1, device.MessageBoxes().size());
+        ExpectBox(watch.Failed() ? u"Fr" : unknownUser, 0);
+        if (!watch.Failed()) break;
+        ASSERT_LT(n, 200u);
+    }
+    UseUpMessages();
+}

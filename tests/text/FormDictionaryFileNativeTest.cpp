@@ -94,10 +94,23 @@ TEST_F(FormDictionaryFailures, DiskWithJustEnoughRoomIsEnough) {
 }
 
 TEST_F(FormDictionaryFailures, WriteErrorInAnEarlierEntryIsStillReportedAtTheEnd) {
-    FormDictionary dictionary = With(TEXT("a"), TEXT("1"));
+    FormDictionary dictionary = With(TEXT("a"), WideString(5000, 'x'));
     dictionary.SetString(TEXT("b"), TEXT("2"));
     device.FailCall("fwrite", 1, ERROR_DISK_FULL, Failing::Once);
     EXPECT_FALSE(dictionary.SaveToFile(Path()));
+    EXPECT_LT(1u, device.CountCalls("fwrite")) << "the last write succeeded";
+}
+
+TEST_F(FormDictionaryFailures, WriteErrorThatOnlyShowsWhenTheFileIsFlushedIsReported) {
+    device.FailCall("fwrite", 1, ERROR_DISK_FULL, Failing::Once);
+    EXPECT_FALSE(With(TEXT("a"), TEXT("1")).SaveToFile(Path()));
+    EXPECT_EQ(1u, device.CountCalls("fwrite"));
+}
+
+TEST_F(FormDictionaryFailures, CloseThatFailsAfterEverythingWasWrittenIsNoFailure) {
+    device.FailCall("fclose", 1, ERROR_GEN_FAILURE);
+    EXPECT_TRUE(With(TEXT("a"), TEXT("1")).SaveToFile(Path()));
+    EXPECT_EQ(std::string("a=1\r\n"), TakeFile(Path()));
 }
 
 TEST_F(FormDictionaryFailures, MemoryThatRunsOutInALoadLeavesNoFileOpenAndOtherEntriesAlone) {

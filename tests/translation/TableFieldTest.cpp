@@ -72,6 +72,8 @@ TEST(TableField, QuotesAreKeptWhenDoubledEscapedOrAroundTheWhole) {
 TEST(TableField, BareQuotesAreMeant) {
     EXPECT_EQ(MeantText(u"Press \"OK\"\\nnow"), u"Press \"OK\"\nnow");
     EXPECT_EQ(MeantText(u"\"A\" and \"B\""), u"\"A\" and \"B\"");
+    EXPECT_EQ(MeantText(u"\"Press \"OK\" now\""), u"Press \"OK\" now");
+    EXPECT_EQ(MeantText(u"\"\"OK\" is pressed\""), u"\"OK\" is pressed");
     EXPECT_EQ(MeantText(u"5\" or \\\\ \"\"6\"\""), u"5\" or \\ \"6\"");
     EXPECT_EQ(MeantText(u"\"Press \"\"OK\"\"\""), u"Press \"OK\"");
 }

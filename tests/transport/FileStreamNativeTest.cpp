@@ -20,21 +20,32 @@ TEST_F(FileStreamOnDevice, FailedWriteClearsGoodAndLaterOnesDoNothing) {
     {
         FileWriteStream stream(path);
         stream.WriteBytes("kept", 4);
+        stream.Flush();
         EXPECT_TRUE(stream.good);
-        stream.WriteBytes("lost", 4);
+        stream.WriteBytes(std::string(5000, 'x').data(), 5000);
         EXPECT_FALSE(stream.good);
         stream.WriteBytes("late", 4);
+        stream.Flush();
         EXPECT_FALSE(stream.good);
     }
     EXPECT_EQ("kept", device.TakeFile(path).value_or("no file"));
 }
 
-TEST_F(FileStreamOnDevice, WriteThatFillsTheStorageClearsGood) {
+TEST_F(FileStreamOnDevice, FlushTellsThatTheStorageIsFull) {
     device.SetFreeStorage(6);
     FileWriteStream stream(path);
     stream.WriteInt32(1);
+    stream.Flush();
     EXPECT_TRUE(stream.good);
     stream.WriteInt32(2);
+    stream.Flush();
+    EXPECT_FALSE(stream.good);
+}
+
+TEST_F(FileStreamOnDevice, FlushOfAFileThatWasNotOpenedDoesNothing) {
+    FileWriteStream stream(TEXT("\\None\\file"));
+    EXPECT_FALSE(stream.good);
+    stream.Flush();
     EXPECT_FALSE(stream.good);
 }
 

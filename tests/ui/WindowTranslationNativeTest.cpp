@@ -249,6 +249,19 @@ TEST_F(WindowTranslation, NoTextIsReadWhileTheFirstItemCannotBeAskedFor) {
         EXPECT_EQ(std::string::npos, call.find("mask 0x10")) << call;
 }
 
+TEST_F(WindowTranslation, ItemWhoseTextCannotBeReadIsPassedOver) {
+    Translate("Open\tOuvrir\nOther\tAutre\n");
+    const Menu menu;
+    menu.Add(TEXT("Open"), 5);
+    menu.Add(TEXT("Other"), 6);
+    // The count takes three calls, and each item one before that for its text.
+    device.FailCall("GetMenuItemInfoW", 5, ERROR_GEN_FAILURE);
+    TranslateMenu(menu.handle);
+    EXPECT_EQ(TEXT("Open"), menu.Text(0));
+    EXPECT_EQ(TEXT("Autre"), menu.Text(1));
+    EXPECT_TRUE(translationCatalogue.UntranslatedTexts().empty());
+}
+
 TEST_F(WindowTranslation, MenuIsAskedByPositionWithItsTextFieldsOnly) {
     Translate("Open\tOuvrir\n");
     const Menu menu;

@@ -31,7 +31,8 @@ public:
 
     /* How often the function was called; exact however many there were. Reads and writes of files are
      * counted, not listed: "fread" is each byte that is read and each meeting with the end, "fwrite" each
-     * call that writes. */
+     * time that written bytes reach the storage: when 4096 of them are together, with fflush, fclose or
+     * fseek. */
     size_t CountCalls(std::string_view function) const;
 
     /* Empties the journal; handles keep their numbers. */

@@ -37,7 +37,8 @@ public:
     void SetReadOnly(std::u16string_view path, bool isReadOnly);
 
     /* The bytes that can still be written to files before storage is full: the write that meets the limit is
-     * cut short there and fails. Nothing: no limit. */
+     * cut short there and fails. The runtime's files collect 4096 bytes before they write. Nothing: no
+     * limit. */
     void SetFreeStorage(std::optional<uint64_t> bytes);
 
     /* The path of a special folder; nothing: there is none, and asking for it fails. The personal folder

@@ -1,5 +1,7 @@
-/* The runtime's files. A FILE of the host's runtime stands for one, with the device's storage behind it. It
- * has no buffer, so that a failure comes from the very call that met it. */
+/* The runtime's files. A FILE of the host's runtime stands for one, with the device's storage behind it. What
+ * is written is collected as the device's runtime does it: it reaches the storage when the buffer is full,
+ * when it is flushed, when the file is closed and before a seek, and only then a failure shows. Reading has
+ * no buffer, so that a test can let any byte fail. */
 #include "Platform.h"
 
 #include <fcntl.h>
@@ -33,6 +35,8 @@ struct StandardFile {
     std::string contents;  // open for reading
     size_t position = 0;
     FILE* stream = nullptr;
+    bool isLastWriteLost = false;
+    char buffer[4096];  // of what is written
 };
 
 struct StandardFiles {
@@ -74,19 +78,21 @@ bool Store(const StandardFile& file, const char* bytes, size_t size) {
     return write(file.descriptor, bytes, room) == static_cast<ssize_t>(size);
 }
 
-/* The runtime takes a result below `size` for an error. */
+bool StoreText(const StandardFile& file, const char* bytes, size_t size) {
+    return std::all_of(bytes, bytes + size, [&](const char& byte) {
+        return byte == '\n' ? Store(file, "\r\n", 2) : Store(file, &byte, 1);
+    });
+}
+
+/* The runtime takes a result below `size` for an error, and forgets the bytes all the same. */
 ssize_t WriteBytes(void* cookie, const char* buffer, size_t size) {
     const simulator::OwnWork ownWork;
-    const auto& file = *static_cast<StandardFile*>(cookie);
+    auto& file = *static_cast<StandardFile*>(cookie);
     static CountedFunction writes("fwrite");
-    if (writes.Call()) return 0;
-    if (file.descriptor < 0) return 0;
-    if (!file.isText) return Store(file, buffer, size) ? static_cast<ssize_t>(size) : 0;
-    for (size_t i = 0; i < size; ++i) {
-        const bool isStored = buffer[i] == '\n' ? Store(file, "\r\n", 2) : Store(file, buffer + i, 1);
-        if (!isStored) return static_cast<ssize_t>(i);
-    }
-    return static_cast<ssize_t>(size);
+    const bool isStored = !writes.Call() && file.descriptor >= 0 &&
+                          (file.isText ? StoreText(file, buffer, size) : Store(file, buffer, size));
+    file.isLastWriteLost = !isStored;
+    return isStored ? static_cast<ssize_t>(size) : 0;
 }
 
 int Seek(void* cookie, off64_t* offset, int origin) {
@@ -107,15 +113,17 @@ int Seek(void* cookie, off64_t* offset, int origin) {
     return 0;
 }
 
+/* What was still in the buffer has been written before. Whether that was lost, or what a flush has lost
+ * before it, cannot be told apart here; closing reports either. */
 int Close(void* cookie) {
     Call call("fclose");
     const auto* const file = static_cast<StandardFile*>(cookie);
     call.Arguments({file->name});
     if (file->descriptor >= 0) close(file->descriptor);
+    const bool isLost = file->isLastWriteLost;
     Current().open.remove_if([&](const StandardFile& other) { return &other == file; });
-    if (!call.MustFail()) return call.Returns(0, "0");
-    SetLastError(call.OrderedError());
-    return call.Returns(EOF, "-1");
+    if (call.MustFail()) SetLastError(call.OrderedError());
+    return call.MustFail() || isLost ? call.Returns(EOF, "-1") : call.Returns(0, "0");
 }
 
 /* The mode as the host's runtime knows it, or null. */
@@ -146,7 +154,9 @@ DWORD OpenPlace(StandardFile& file, std::u16string_view path, bool forWriting) {
 
 FILE* OpenStream(StandardFile& file, const char* mode) {
     file.stream = fopencookie(&file, mode, {ReadBytes, WriteBytes, Seek, Close});
-    if (file.stream != nullptr) setvbuf(file.stream, nullptr, _IONBF, 0);
+    if (file.stream == nullptr) return nullptr;
+    const int buffering = file.descriptor >= 0 ? _IOFBF : _IONBF;
+    setvbuf(file.stream, file.buffer, buffering, sizeof file.buffer);
     return file.stream;
 }
 

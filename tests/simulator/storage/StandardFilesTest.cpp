@@ -143,15 +143,55 @@ TEST_F(StandardFiles, OrderedReadFailureSetsTheErrorAndNotTheEnd) {
     fclose(file);
 }
 
-TEST_F(StandardFiles, OrderedWriteFailureFailsThatVeryWrite) {
+TEST_F(StandardFiles, WritesReachTheStorageWhenTheBufferIsFull) {
+    FILE* const file = _wfopen(path, u"wb");
+    EXPECT_EQ(1u, fwrite(std::string(4095, 'a').data(), 4095, 1, file));
+    EXPECT_EQ("", device.TakeFile(path));
+    EXPECT_EQ(1u, fwrite("ab", 2, 1, file));
+    EXPECT_EQ(std::string(4096, 'a'), device.TakeFile(path));
+    EXPECT_EQ(1u, device.CountCalls("fwrite"));
+    EXPECT_EQ(0, fclose(file));
+    EXPECT_EQ(std::string(4096, 'a') + "b", device.TakeFile(path));
+    EXPECT_EQ(2u, device.CountCalls("fwrite"));
+}
+
+TEST_F(StandardFiles, FlushAndSeekWriteWhatWasCollected) {
+    FILE* const file = _wfopen(path, u"wb");
+    EXPECT_EQ('a', fputc('a', file));
+    EXPECT_EQ("", device.TakeFile(path));
+    EXPECT_EQ(0, fflush(file));
+    EXPECT_EQ("a", device.TakeFile(path));
+    EXPECT_EQ('b', fputc('b', file));
+    EXPECT_EQ(0, fseek(file, 0, SEEK_SET));
+    EXPECT_EQ("ab", device.TakeFile(path));
+    EXPECT_EQ(0, fflush(file));
+    EXPECT_EQ(2u, device.CountCalls("fwrite")) << "there was nothing to flush";
+    EXPECT_EQ(0, fclose(file));
+}
+
+TEST_F(StandardFiles, OrderedWriteFailureShowsWhereTheBytesAreWritten) {
     device.FailCall("fwrite", 2, ERROR_WRITE_FAULT);
     FILE* const file = _wfopen(path, u"wb");
     EXPECT_EQ(1u, fwrite("ab", 2, 1, file));
-    EXPECT_EQ(0u, fwrite("cd", 2, 1, file));
+    EXPECT_EQ(0, fflush(file));
+    EXPECT_EQ(1u, fwrite("cd", 2, 1, file));
+    EXPECT_FALSE(ferror(file));
+    EXPECT_EQ(EOF, fflush(file));
     EXPECT_TRUE(ferror(file));
-    fclose(file);
-    EXPECT_EQ("ab", device.TakeFile(path));
-    EXPECT_EQ(2u, device.CountCalls("fwrite"));
+    EXPECT_EQ(DWORD{ERROR_WRITE_FAULT}, GetLastError());
+    EXPECT_EQ(1u, fwrite("ef", 2, 1, file));
+    EXPECT_EQ(0, fclose(file));
+    EXPECT_EQ("abef", device.TakeFile(path)) << "what was lost is not tried again";
+    EXPECT_EQ(3u, device.CountCalls("fwrite"));
+}
+
+TEST_F(StandardFiles, WriteThatFailsAtTheCloseFailsIt) {
+    device.FailCall("fwrite", 1, ERROR_WRITE_FAULT);
+    FILE* const file = _wfopen(path, u"wb");
+    EXPECT_EQ(1u, fwrite("ab", 2, 1, file));
+    EXPECT_EQ(EOF, fclose(file));
+    EXPECT_EQ(Lines{"fclose(file 1) = -1"}, device.Calls({"fclose"}));
+    EXPECT_EQ("", device.TakeFile(path));
 }
 
 TEST_F(StandardFiles, OrderedSeekAndCloseFailuresAreReported) {
@@ -166,22 +206,24 @@ TEST_F(StandardFiles, OrderedSeekAndCloseFailuresAreReported) {
 }
 
 TEST_F(StandardFiles, FullStorageCutsTheWriteThatMeetsTheLimit) {
-    device.SetFreeStorage(5);
+    device.SetFreeStorage(5000);
     FILE* const file = _wfopen(path, u"wb");
-    EXPECT_EQ(1u, fwrite("abc", 3, 1, file));
-    EXPECT_EQ(0u, fwrite("defg", 4, 1, file));
+    const std::string bytes(8192, 'a');
+    EXPECT_EQ(1u, fwrite(bytes.data(), 4096, 1, file));
+    EXPECT_EQ(1u, fwrite(bytes.data(), 4096, 1, file));
+    EXPECT_FALSE(ferror(file));
+    EXPECT_EQ(0u, fwrite(bytes.data(), 8192, 1, file));
     EXPECT_TRUE(ferror(file));
-    EXPECT_EQ(0u, fwrite("h", 1, 1, file));
     fclose(file);
-    EXPECT_EQ("abcde", device.TakeFile(path));
+    EXPECT_EQ(std::string(5000, 'a'), device.TakeFile(path));
 }
 
-TEST_F(StandardFiles, FullStorageCutsTextToo) {
+TEST_F(StandardFiles, FullStorageShowsAtTheCloseOfAFileThatFitsTheBuffer) {
     device.SetFreeStorage(2);
     FILE* const file = _wfopen(path, u"w");
-    EXPECT_EQ(0u, fwrite("a\n", 2, 1, file));
-    EXPECT_TRUE(ferror(file));
-    fclose(file);
+    EXPECT_EQ(1u, fwrite("a\n", 2, 1, file));
+    EXPECT_FALSE(ferror(file));
+    EXPECT_EQ(EOF, fclose(file));
     EXPECT_EQ("a\r", device.TakeFile(path));
 }
 

@@ -6,6 +6,8 @@
 
 void DialogTest::SetUp() {
     DeviceTest::SetUp();
+    // A program that was killed may have left its language to the user.
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Software\\Orvande", L"Language");
     ownModule = nullptr;
     resourceModule = nullptr;
     StandInMenuBars(TRUE);

@@ -1,0 +1,77 @@
+/* What `check` says of .po files: the same, with their lines. */
+#include "CheckFixture.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class CheckPo : public CheckFixture {
+protected:
+    /* A .po file of all texts, each translated by itself, that begins with 4 lines of head and a blank
+     * one. */
+    CheckPo() {
+        lines = {"msgid \"\"", "msgstr \"\"", "\"Content-Type: text/plain; charset=UTF-8\\n\"",
+                 "\"Language: fr\\n\"", ""};
+        for (const ShownText& shown : AllShownTexts()) {
+            const std::string text = Escaped(Utf8Of(shown.text));
+            lines.insert(lines.end(), {"msgid \"" + text + "\"", "msgstr \"" + text + "\"", ""});
+        }
+    }
+
+    /* Puts other lines in place of an entry's second one; the number of the first line of the entry. */
+    size_t Translate(const std::string& text, const std::vector<std::string>& others) {
+        const auto found = std::ranges::find(lines, "msgid \"" + text + "\"");
+        const auto line = static_cast<size_t>(found - lines.begin()) + 1;
+        lines.erase(found + 1);
+        lines.insert(lines.begin() + static_cast<ptrdiff_t>(line), others.begin(), others.end());
+        return line;
+    }
+
+    std::vector<std::string> CheckLines() { return Check(Joined("\n"), "fr.po"); }
+
+private:
+    static std::string Escaped(const std::string& text) {
+        std::string escaped;
+        for (const char unit : text)
+            escaped += unit == '\n' ? "\\n" : unit == '"' ? "\\\"" : std::string(1, unit);
+        return escaped;
+    }
+};
+
+}  // namespace
+
+TEST_F(CheckPo, ACompleteTranslationIsPraised) {
+    EXPECT_THAT(CheckLines(), IsEmpty());
+    EXPECT_EQ("FILE: 14 texts, complete\n", said);
+}
+
+TEST_F(CheckPo, AnEmptyTranslationIsNoneYet) {
+    const size_t line = Translate("Welcome", {"msgstr \"\""});
+    EXPECT_THAT(CheckLines(), ElementsAre(Error(line, "'Welcome' is not translated yet")));
+}
+
+TEST_F(CheckPo, AGuessHasToBeConfirmed) {
+    lines[5] = "#, fuzzy\n" + lines[5];
+    lines[8] = "#, fuzzy\n" + lines[8];
+    EXPECT_THAT(CheckLines(),
+                ElementsAre(Error(11,
+                                  "the translation of 'Welcome' is a guess; confirm it by removing "
+                                  "'fuzzy' from the line of its flags")));
+}
+
+TEST_F(CheckPo, QuotesAndUtf8AreAsTheyAreInSuchFiles) {
+    Translate("Welcome", {"msgstr \"\\\"Reçu\\\"\""});
+    EXPECT_THAT(CheckLines(), IsEmpty());
+}
+
+TEST_F(CheckPo, TextsAreJudgedAsInTables) {
+    const size_t line = Translate("Save it", {"msgstr \"Garder le mot\""});
+    lines.resize(lines.size() - 3);
+    const size_t last = lines.size();
+    EXPECT_THAT(
+        CheckLines(),
+        ElementsAre(
+            Error(line, "'Garder le mot' needs 65 pixels, its check box on the screen 'Sign in' has 56"),
+            Error(last, "the text '%d maps' is missing (Everywhere: message)")));
+}

@@ -1,0 +1,104 @@
+/* What `check` says of the lines of files, whatever their texts are. */
+#include "CheckFixture.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using CheckRecords = CheckFixture;
+
+TEST_F(CheckRecords, ACompleteTranslationIsPraised) {
+    EXPECT_THAT(Check(), IsEmpty());
+    EXPECT_EQ("FILE: 14 texts, complete\n", said);
+}
+
+TEST_F(CheckRecords, BareQuotesOfATextAreDropped) {
+    const size_t line = Replace("\"Press \"\"I Forgot\"\".\"", "Press \"I Forgot\".\tForgot");
+    EXPECT_THAT(Check(),
+                ElementsAre(Error(line,
+                                  "the library drops a double quote and does not find the text; write it as "
+                                  "\"Press \"\"I Forgot\"\".\"")));
+}
+
+TEST_F(CheckRecords, BareQuotesOfAnEnclosedTextAreDropped) {
+    const size_t line = Replace("\"Press \"\"I Forgot\"\".\"", "\"Press \"I Forgot\".\"\tForgot");
+    EXPECT_THAT(Check(),
+                ElementsAre(Error(line,
+                                  "the library drops a double quote and does not find the text; write it as "
+                                  "\"Press \"\"I Forgot\"\".\"")));
+}
+
+TEST_F(CheckRecords, BareQuotesOfATranslationAreDropped) {
+    const size_t line = Replace("Welcome", "Welcome\tMy \"site\"");
+    EXPECT_THAT(Check(), ElementsAre(Error(line,
+                                           "the library drops a double quote of the translation; write it as "
+                                           "\"My \"\"site\"\"\"")));
+}
+
+TEST_F(CheckRecords, WhatControlsATerminalIsNotPrinted) {
+    const size_t line = Replace("Welcome", "Welcome\t\x1B[2J\"\xC2\x9B");
+    EXPECT_THAT(Check(), ElementsAre(Error(line,
+                                           "the library drops a double quote of the translation; write it as "
+                                           "\"□[2J\"\"□\"")));
+}
+
+TEST_F(CheckRecords, AFieldThatIsTooLongForASentenceIsDescribed) {
+    const size_t line = Replace("Welcome", "Welcome\t\"" + std::string(400, 'i') + "\" i");
+    EXPECT_THAT(Check()[0], Error(line,
+                                  "the library drops a double quote of the translation; write it as \"...\", "
+                                  "with \"\" for each quote in it"));
+}
+
+TEST_F(CheckRecords, QuotesThatAreEscapedOrEncloseAreRead) {
+    Replace("Welcome", "\"Welcome\"\t\"My \"\"site\"\"\"");
+    Replace("Save it", "Save it\t\\\"It\\\"");
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckRecords, OfTwoTranslationsTheLastCounts) {
+    lines.emplace_back("Welcome\tHello");
+    EXPECT_THAT(Check(), ElementsAre(Error(15,
+                                           "'Welcome' is translated as 'Welcome' in line 2, which this line "
+                                           "replaces; remove one of them")));
+}
+
+TEST_F(CheckRecords, TheSameRecordTwiceIsNoMistake) {
+    lines.emplace_back("Welcome\t\"Welcome\"");
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckRecords, AnEmptyTranslationShowsNothing) {
+    const size_t line = Replace("Welcome", "Welcome\t");
+    const std::string error =
+        Error(line, "the translation of 'Welcome' is empty; write one, or XXXX for none yet");
+    EXPECT_THAT(Check(), ElementsAre(error));
+    EXPECT_THAT(Check(Joined("\n")), ElementsAre(error));
+}
+
+TEST_F(CheckRecords, ALineNeedsATab) {
+    const size_t line = Replace("Welcome", "Welcome Hello");
+    EXPECT_THAT(Check(), ElementsAre(Error(line, "the line has no TAB between a text and its translation"),
+                                     Error(14, "the text 'Welcome' is missing (Sign in: caption)")));
+}
+
+TEST_F(CheckRecords, CommentsAreNoRecords) {
+    lines.insert(lines.begin(), {"# French, \"unfinished\"", "#. Sign in: label"});
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckRecords, AHarvestGetsOneHint) {
+    EXPECT_THAT(Check(Utf16Bytes(u"\xFEFFOpen\tXXXX\r\nPress \"I Forgot\".\tXXXX\r\n"), "OrvandeOnline.txt"),
+                ElementsAre(Error(1,
+                                  "this is a harvest as the library writes it; begin a translation with: "
+                                  "tools/translation convert FILE NEW.txt")));
+}
+
+TEST_F(CheckRecords, SeveralFilesAreJudgedEach) {
+    EXPECT_THAT(Check("Opne\tOuvrir\n").size(), 14);
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckRecords, WithoutAFileNothingIsChecked) {
+    EXPECT_THROW(RunCheck({}), UsageError);
+    const std::string missing[] = {"/nowhere/French.txt"};
+    EXPECT_THROW(RunCheck(missing), UsageError);
+}

@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""What `check` says of mistakes stands in the tables of docs/translation-files.md, word for word, with what
+to do about it; and what stands there is said.
+
+    messages_test.py PROGRAM               PROGRAM: orvande-translation
+"""
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(SOURCE / "tests/support"))
+import named_cases  # noqa: E402
+
+PROGRAM = pathlib.Path(sys.argv[1]).resolve()
+PAGE = (SOURCE / "docs/translation-files.md").read_text(encoding="utf-8")
+CHECKING = PAGE.partition("\n## Checking\n")[2].partition("\n## ")[0]
+MESSAGE = re.compile(r"^\| `(.*?)` \| ", re.MULTILINE)
+VARIABLE = re.compile(r"FILE|TEXT|OTHER|NUMBER|PLACE|PROGRAM|LIST|TRANSLATION|NAME|FIELD|GARBAGE|WORD")
+SAID = re.compile(r"^[^:]+:(?:\d+:)? error: (.*)$", re.MULTILINE)
+# No text of this version has an access key, so nothing can be wrong with one.
+NOT_SAID_TODAY = {"the access key is lost: write & before a letter, as in 'TEXT'",
+                  "more than one & underlines a letter; 'TEXT' has one"}
+ENGLISH_QUOTES = 'The Password is not correct. If you have lost your password, click the "I Forgot" button.'
+PO_HEAD = 'msgid ""\nmsgstr "Content-Type: text/plain; charset=UTF-8\\n"\n\n'
+
+
+def language_file(text):
+    return b"\xff\xfe" + text.encode("utf-16-le")
+
+
+# A file for each message, or several.
+MISTAKES = {
+    "not-translated.tsv": b"# Head\n\nMenu\tXXXX\n",
+    "empty.tsv": b"Menu\t\n",
+    "similar.tsv": b"User Id\tUtente\n",
+    "unknown.tsv": b"Lighthouse of Alexandria\tFaro\n",
+    "twice.tsv": b"Menu\tMenu\nMenu\tElenco\n",
+    "guess.tsv": b"# Head\n\n#, fuzzy\nMenu\tMenu\n",
+    "placeholder.tsv": b"The server returned error code %d\tErrore %s\n",
+    "ampersand.tsv": b"Menu\tA & B\n",
+    "name.tsv": b"Menu\tElenco\nSelect Menu / New Account\tAltro\n",
+    "line-break.tsv": b"Menu\tMe\\nnu\n",
+    "too-wide.tsv": b"Menu\t" + 40 * b"W" + b"\n",
+    "word-too-wide.tsv": b"Internal server error\t" + 60 * b"W" + b"\n",
+    "too-many-lines.tsv": b"Internal server error\t" + 90 * b"WWWW WWWW " + b"\n",
+    "no-tab.tsv": b"Menu Menu\n",
+    "no-text.tsv": b'"\tMenu\n',
+    "quotes-in-text.tsv": f"{ENGLISH_QUOTES}\tPassword\n".encode(),
+    "quotes-in-translation.tsv": b'Menu\tIl "menu"\n',
+    "carriage-return.tsv": b"Menu\tMe\rnu\n",
+    "nul.tsv": b"Menu\tMe\0nu\n",
+    "obsolete-empty.tsv": b'# Head\n\n#~ "\n#~ Menu\n',
+    "obsolete-alone.tsv": b"# Head\n\n#~ Log in\n\nMenu\tMenu\n",
+    "utf-8.txt": "Menu\tMenù\n".encode(),
+    "utf-8-mark.txt": b"\xef\xbb\xbfMenu\tMenu\n",
+    "no-mark.txt": language_file("Menu\tMenu\r\n")[2:],
+    "big-endian.txt": b"\xfe\xff" + "Menu\tMenu\r\n".encode("utf-16-be"),
+    "odd.txt": language_file("Menu\tMenu\r\n") + b"x",
+    "unknown-bytes.txt": b"Menu\tMen\x80\n",
+    "harvest.txt": language_file("Menu\tXXXX\r\n"),
+    "bytes.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Men\xf9"\n',
+    "charset.po": PO_HEAD.replace("UTF-8", "ISO-8859-1").encode() + b'msgid "Menu"\nmsgstr "Menu"\n',
+    "two.po": PO_HEAD.encode() + b'msgctxt "A"\nmsgid "Menu"\nmsgstr "Menu"\n\n'
+                                 b'msgctxt "B"\nmsgid "Menu"\nmsgstr "Elenco"\n',
+    "plural.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgid_plural "Menus"\nmsgstr[0] "A"\nmsgstr[1] "B"\n',
+    "no-text.po": PO_HEAD.encode() + b'msgctxt "A"\nmsgid ""\nmsgstr "B"\n',
+    "escape.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Men\\371"\n',
+}
+
+
+def pattern_of(message):
+    """What the message of the page may be in the program's output."""
+    fixed = VARIABLE.split(message)
+    return re.compile(".+".join(map(re.escape, fixed)))
+
+
+class Messages(unittest.TestCase):
+    maxDiff = None
+
+    @classmethod
+    def setUpClass(cls):
+        cls.on_page = MESSAGE.findall(CHECKING)
+        cls.said = {}
+        with tempfile.TemporaryDirectory() as folder:
+            for name, data in MISTAKES.items():
+                (pathlib.Path(folder) / name).write_bytes(data)
+                run = subprocess.run([PROGRAM, "check", name], cwd=folder, stdin=subprocess.DEVNULL,
+                                     capture_output=True, check=False)
+                cls.said[name] = (run.returncode, SAID.findall(run.stderr.decode()))
+
+    def test_mistakes_end_with_1(self):
+        self.assertEqual([], [name for name, (code, said) in self.said.items() if code != 1 or not said])
+
+    def test_what_is_said_is_on_the_page(self):
+        patterns = [pattern_of(message) for message in self.on_page]
+        self.assertEqual([], [(name, sentence) for name, (_, said) in self.said.items() for sentence in said
+                              if not any(pattern.fullmatch(sentence) for pattern in patterns)])
+
+    def test_what_is_on_the_page_is_said(self):
+        everything = [sentence for _, said in self.said.values() for sentence in said]
+        self.assertEqual([], [message for message in self.on_page if message not in NOT_SAID_TODAY
+                              and not any(map(pattern_of(message).fullmatch, everything))])
+
+    def test_what_no_text_of_today_can_cause_is_in_the_program(self):
+        self.assertEqual(set(), NOT_SAID_TODAY - set(self.on_page))
+        code = PROGRAM.read_bytes()
+        for message in NOT_SAID_TODAY:
+            for words in re.split(VARIABLE.pattern + "|'", message):
+                self.assertIn(words.encode(), code)
+
+    def test_all_messages_are_different(self):
+        self.assertEqual(sorted(set(self.on_page)), sorted(self.on_page))
+
+
+if __name__ == "__main__":
+    named_cases.main()
