@@ -35,8 +35,8 @@ void WriteAll(int file, std::string_view bytes, const std::string& path) {
 /* A file beside the one that it is to become. It goes away unless it becomes that. */
 class NewFile {
 public:
-    explicit NewFile(std::string finalPath) : target(std::move(finalPath)), path(target + ".XXXXXX") {
-        file = mkostemp(path.data(), O_CLOEXEC);
+    explicit NewFile(std::string finalPath)
+        : target(std::move(finalPath)), path(target + ".XXXXXX"), file(mkostemp(path.data(), O_CLOEXEC)) {
         if (file < 0) Fail(target, "written");
     }
     NewFile(const NewFile&) = delete;
@@ -66,7 +66,7 @@ private:
 
     std::string target;
     std::string path;
-    int file = -1;
+    int file;
     bool isDone = false;
 };
 

@@ -123,19 +123,20 @@ void Check(const CatalogueEntry& entry, Complaints& complaints) {
         Complain(complaints, entry.line, "a character with the number 4, which gettext does not take");
 }
 
-bool IsHeadWhole(const Catalogue& catalogue) {
+bool CanHoldHead(const Catalogue& catalogue) {
     WideString all;
     for (const WideString& note : catalogue.notes)
         all.append(u" ").append(note);
     for (const CatalogueField& field : catalogue.fields)
         all.append(u" ").append(field.name).append(u" ").append(field.value);
-    return Utf16Of(Utf8Of(all)) == all;
+    return Utf16Of(Utf8Of(all)) == all && all.find(u'\4') == WideString::npos;
 }
 
 }  // namespace
 
 std::string WritePo(const Catalogue& catalogue, Complaints& complaints) {
-    if (!IsHeadWhole(catalogue)) Complain(complaints, 0, "the head holds half of a character pair");
+    if (!CanHoldHead(catalogue))
+        Complain(complaints, 0, "the head holds half of a character pair, or a character with the number 4");
     std::string lines = HeadOf(catalogue);
     for (const CatalogueEntry& entry : catalogue.entries) {
         Check(entry, complaints);

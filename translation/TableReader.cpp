@@ -44,7 +44,7 @@ bool IsShownExactly(WideStringView text) {
 WideString TextOfField(WideStringView raw) {
     WideString text = UnescapeTranslationText(raw);
     WideString harvested = HarvestedText(raw);
-    if (IsShownExactly(text)) return text;
+    if (text == harvested || IsShownExactly(text)) return text;
     if (IsShownExactly(harvested)) return harvested;
     WideString meant = MeantText(raw);
     if (IsShownExactly(meant)) return meant;
