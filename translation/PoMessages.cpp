@@ -77,22 +77,6 @@ void HandOver(po_file_t file, const char* domain, const std::function<void(po_me
 
 }  // namespace
 
-// What the library itself forgets to free is not looked for by the leak sanitizer, which asks these two.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,misc-definitions-in-headers)
-extern "C" {
-const char* __lsan_default_suppressions();
-const char* __lsan_default_options();
-}
-
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libgettextpo";
-}
-
-extern "C" const char* __lsan_default_options() {
-    return "print_suppressions=0";
-}
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,misc-definitions-in-headers)
-
 void ReadPoMessages(const std::string& bytes, Complaints& complaints,
                     const std::function<void(po_message_t message)>& take) {
     const MemoryFile memory(bytes);
