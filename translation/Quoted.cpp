@@ -11,18 +11,25 @@ constexpr size_t mostUnits = 60;
 
 }  // namespace
 
+std::string Visible(WideStringView text) {
+    WideString shown(text);
+    std::ranges::replace_if(
+        shown, [](WCHAR unit) { return unit < u' ' || (unit >= 0x7F && unit < 0xA0); }, u'\x25A1');
+    return Utf8Of(shown);
+}
+
 std::string Quoted(WideStringView text) {
     WideString shown;
     for (const WCHAR unit : text.substr(0, mostUnits)) {
         if (unit == u'\n')
             shown.append(u"\\n");
         else
-            shown += unit < u' ' || (unit >= 0x7F && unit < 0xA0) ? u'\x25A1' : unit;
+            shown += unit;
     }
     const bool isCut = text.size() > mostUnits;
     // No half of a pair is left at the end.
     if (isCut && shown.back() >= 0xD800 && shown.back() < 0xDC00) shown.pop_back();
-    return "'" + Utf8Of(shown) + (isCut ? "...'" : "'");
+    return "'" + Visible(shown) + (isCut ? "...'" : "'");
 }
 
 std::string ShellWord(const std::string& path) {

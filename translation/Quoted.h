@@ -9,6 +9,9 @@
  * bears. */
 std::string Quoted(WideStringView text);
 
+/* Its UTF-8 with a box for each character that would control a terminal. */
+std::string Visible(WideStringView text);
+
 /* A path as one word of a shell's command. */
 std::string ShellWord(const std::string& path);
 

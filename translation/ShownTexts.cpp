@@ -1,12 +1,15 @@
 #include "ShownTexts.h"
 
+#include <algorithm>
+
 #include "ui/Ornaments.h"
 
 const ShownText* FindShownText(WideStringView text) {
-    const ShownText* withOrnaments = nullptr;
-    for (const ShownText& shown : AllShownTexts()) {
-        if (shown.text == text) return &shown;
-        if (withOrnaments == nullptr && WithoutOrnaments(shown.text) == text) withOrnaments = &shown;
-    }
-    return withOrnaments;
+    const std::span<const ShownText> texts = AllShownTexts();
+    const auto exactly = std::ranges::find(texts, text, &ShownText::text);
+    if (exactly != texts.end()) return &*exactly;
+    if (std::ranges::any_of(text, IsOrnament)) return nullptr;
+    const auto found = std::ranges::find_if(
+        texts, [text](const ShownText& shown) { return WithoutOrnaments(shown.text) == text; });
+    return found != texts.end() ? &*found : nullptr;
 }

@@ -45,6 +45,13 @@ void CheckUtf8(std::string_view bytes, const TableText& table, const std::string
             "the file begins with the byte order mark of UTF-8, which the library takes for text" + mending);
 }
 
+/* What is to be written for a text, as far as a sentence bears it. */
+std::string FieldFor(const WideString& text) {
+    constexpr size_t mostUnits = 400;
+    const WideString field = EscapedText(text);
+    return field.size() <= mostUnits ? Visible(field) : R"("...", with "" for each quote in it)";
+}
+
 class RecordCheck {
 public:
     explicit RecordCheck(Complaints& told) : complaints(told) {}
@@ -57,11 +64,11 @@ public:
         if (!AreQuotesKept(record->rawText))
             Complain(complaints, line,
                      "the library drops a double quote and does not find the text; write it as " +
-                         Utf8Of(EscapedText(MeantText(record->rawText))));
+                         FieldFor(MeantText(record->rawText)));
         if (!AreQuotesKept(record->rawTranslation))
             Complain(complaints, line,
                      "the library drops a double quote of the translation; write it as " +
-                         Utf8Of(EscapedText(MeantText(record->rawTranslation))));
+                         FieldFor(MeantText(record->rawTranslation)));
         TellOther(*record);
     }
 

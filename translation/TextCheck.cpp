@@ -16,6 +16,7 @@ namespace {
 
 /* Nobody is helped by more, and to look for similar texts takes time. */
 constexpr size_t mostSimilar = 100;
+constexpr size_t mostTold = 1000;
 
 bool IsTitle(const ShownText& shown) {
     return shown.places.front().kind == TextKind::Title;
@@ -58,11 +59,12 @@ std::string OwnerOfRoom(const TextPlace& place) {
 
 class TextCheck {
 public:
-    TextCheck(const CheckedFile& checked, Complaints& told)
-        : file(checked), catalogue(checked.catalogue), complaints(told) {}
+    TextCheck(const CheckedFile& checked, Complaints& added)
+        : file(checked), catalogue(checked.catalogue), complaints(added) {}
 
     void Run() {
         for (const CatalogueEntry& entry : catalogue.entries) {
+            if (told >= mostTold) break;
             if (!entry.isObsolete) CheckEntry(entry);
         }
         for (const ShownText& shown : AllShownTexts())
@@ -85,7 +87,7 @@ private:
     }
 
     void TellUnknown(const CatalogueEntry& entry) {
-        const ShownText* const similar = ++unknown <= mostSimilar ? FindSimilarText(entry.text) : nullptr;
+        const ShownText* const similar = told < mostSimilar ? FindSimilarText(entry.text) : nullptr;
         Tell(entry, Quoted(entry.text) + " is no text of " + NameOfVersion() +
                         (similar ? "; did you mean " + Quoted(similar->text) + "?" : "; remove it"));
     }
@@ -169,6 +171,7 @@ private:
 
     /* Once a line: a text may be shown in several places. */
     void Tell(const CatalogueEntry& entry, std::string sentence) {
+        ++told;
         const auto isSame = [&](const Complaint& other) {
             return other.line == entry.line && other.sentence == sentence;
         };
@@ -178,7 +181,7 @@ private:
     const CheckedFile& file;
     const Catalogue& catalogue;
     Complaints& complaints;
-    size_t unknown = 0;
+    size_t told = 0;
 };
 
 }  // namespace

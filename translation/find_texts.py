@@ -204,8 +204,21 @@ def generated(texts):
     return "\n".join(lines)
 
 
+def refuse(sentence):
+    print(f"find_texts.py: {sentence}", file=sys.stderr)
+    sys.exit(2)
+
+
 def main(arguments):
-    output, resource_file, root, *paths = arguments
+    if len(arguments) < 4:
+        refuse("called as OUTPUT RESOURCES ROOT FILE...")
+    try:
+        make(*arguments)
+    except (OSError, UnicodeError) as error:
+        refuse(error)
+
+
+def make(output, resource_file, root, *paths):
     files = {path: (pathlib.Path(root) / path).read_text(encoding="utf-8") for path in paths}
     try:
         resources = ResourceTexts(pathlib.Path(resource_file).read_bytes())

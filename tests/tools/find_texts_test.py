@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """On which screens texts are, and what has no place."""
 import pathlib
+import subprocess
 import sys
+import tempfile
 import types
 import unittest
 
@@ -144,6 +146,31 @@ class Generated(unittest.TestCase):
                       '    {TextKind::Title, "Everywhere", "src/Entry.cpp:2", 0, 0},\n};\n', made)
         self.assertIn('    {TEXT("Sample"), false, places0},\n', made)
         self.assertEqual(8, made.count("{TEXT("))
+
+
+class Called(unittest.TestCase):
+    def run_tool(self, *arguments):
+        run = subprocess.run([sys.executable, "-B", ROOT / "translation/find_texts.py", *arguments],
+                             capture_output=True, text=True, check=False)
+        self.assertEqual("", run.stdout)
+        return run.returncode, run.stderr
+
+    def test_too_few_arguments_are_told(self):
+        self.assertEqual((2, "find_texts.py: called as OUTPUT RESOURCES ROOT FILE...\n"), self.run_tool("a"))
+
+    def test_a_file_that_cannot_be_read_is_told(self):
+        code, told = self.run_tool("/nowhere/out", "/nowhere/res", "/nowhere", "a.cpp")
+        self.assertEqual(2, code)
+        self.assertIn("/nowhere/a.cpp", told)
+        self.assertEqual(1, told.count("\n"))
+
+    def test_resources_that_cannot_be_read_are_a_mistake(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, data in (("a.cpp", b""), ("a.res", b"no resources")):
+                (pathlib.Path(folder) / name).write_bytes(data)
+            self.assertEqual((1, f"{folder}/a.res: error: the file ends too early\n"),
+                             self.run_tool(f"{folder}/out", f"{folder}/a.res", folder, "a.cpp"))
+            self.assertFalse((pathlib.Path(folder) / "out").exists())
 
 
 if __name__ == "__main__":

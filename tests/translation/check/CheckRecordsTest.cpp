@@ -34,6 +34,20 @@ TEST_F(CheckRecords, BareQuotesOfATranslationAreDropped) {
                                            "\"My \"\"site\"\"\"")));
 }
 
+TEST_F(CheckRecords, WhatControlsATerminalIsNotPrinted) {
+    const size_t line = Replace("Welcome", "Welcome\t\x1B[2J\"\xC2\x9B");
+    EXPECT_THAT(Check(), ElementsAre(Error(line,
+                                           "the library drops a double quote of the translation; write it as "
+                                           "\"□[2J\"\"□\"")));
+}
+
+TEST_F(CheckRecords, AFieldThatIsTooLongForASentenceIsDescribed) {
+    const size_t line = Replace("Welcome", "Welcome\t\"" + std::string(400, 'i') + "\" i");
+    EXPECT_THAT(Check()[0], Error(line,
+                                  "the library drops a double quote of the translation; write it as \"...\", "
+                                  "with \"\" for each quote in it"));
+}
+
 TEST_F(CheckRecords, QuotesThatAreEscapedOrEncloseAreRead) {
     Replace("Welcome", "\"Welcome\"\t\"My \"\"site\"\"\"");
     Replace("Save it", "Save it\t\\\"It\\\"");
