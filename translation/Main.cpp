@@ -63,7 +63,10 @@ int Run(Arguments arguments) {
 int main(int argc, char** argv) {
     try {
         const std::vector<std::string> arguments(argv + 1, argv + std::max(argc, 1));
-        return Run(arguments);
+        const int code = Run(arguments);
+        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+            throw UsageError("'standard output' cannot be written");
+        return code;
     } catch (const UsageError& error) {
         std::fprintf(stderr, "orvande-translation: %s\n", error.what());
         return cannot;

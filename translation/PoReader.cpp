@@ -18,6 +18,10 @@ bool IsUtf8(std::string_view bytes) {
     return Utf8Of(Utf16Of(bytes)) == bytes;
 }
 
+bool IsAscii(std::string_view bytes) {
+    return std::ranges::all_of(bytes, [](char byte) { return static_cast<uint8_t>(byte) < 0x80; });
+}
+
 std::string_view OrEmpty(const char* text) {
     return text == nullptr ? std::string_view() : text;
 }
@@ -64,9 +68,44 @@ bool HasEscapedNul(std::string_view line) {
     return false;
 }
 
+bool IsUtf8Charset(std::string charset) {
+    std::ranges::transform(charset, charset.begin(), [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 32) : letter;
+    });
+    // The last stands in templates.
+    return charset == "UTF-8" || charset == "UTF8" || charset == "ASCII" || charset == "US-ASCII" ||
+           charset == "CHARSET";
+}
+
+/* What stands behind "charset=", or nothing. */
+std::string CharsetIn(std::string_view text) {
+    constexpr std::string_view mark = "charset=";
+    const size_t at = text.find(mark);
+    if (at == std::string_view::npos) return {};
+    text.remove_prefix(at + mark.size());
+    return std::string(text.substr(0, text.find_first_of("; \t\\\"")));
+}
+
+/* A file that is UTF-8 all the same would be spoiled by another conversion. */
+void ComplainOfCharset(const std::string& charset, std::string_view bytes, size_t line,
+                       Complaints& complaints) {
+    const bool isMislabelled = IsUtf8(bytes) && !IsAscii(bytes);
+    Complain(complaints, line,
+             "the charset is '" + charset + "' and not UTF-8: " +
+                 (isMislabelled ? "write UTF-8 there, which the file is" : "convert the file with msgconv"));
+}
+
 void ComplainOfBytes(std::string_view bytes, Complaints& complaints) {
+    const bool isUtf8 = IsUtf8(bytes);
+    bool isDeclared = false;
     ForEachLine(bytes, [&](std::string_view line, size_t number) {
-        if (!IsUtf8(line)) Complain(complaints, number, "the line is not UTF-8: save the file as that");
+        const std::string charset = isDeclared || !line.starts_with('"') ? "" : CharsetIn(line);
+        if (!charset.empty() && !isUtf8 && !IsUtf8Charset(charset)) {
+            isDeclared = true;
+            ComplainOfCharset(charset, bytes, number, complaints);
+        }
+        if (!isDeclared && !IsUtf8(line))
+            Complain(complaints, number, "the line is not UTF-8: save the file as that");
         if (line.find('\0') != std::string_view::npos || HasEscapedNul(line))
             Complain(complaints, number, "a character with the number 0, which ends a text");
     });
@@ -83,18 +122,10 @@ std::vector<size_t> LinesOfTexts(std::string_view bytes) {
     return lines;
 }
 
-bool IsUtf8Charset(std::string charset) {
-    std::ranges::transform(charset, charset.begin(), [](char letter) {
-        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 32) : letter;
-    });
-    // The last stands in templates.
-    return charset == "UTF-8" || charset == "UTF8" || charset == "ASCII" || charset == "US-ASCII" ||
-           charset == "CHARSET";
-}
-
 class PoReader {
 public:
-    PoReader(std::string_view bytes, Complaints& toTell) : lines(LinesOfTexts(bytes)), complaints(toTell) {}
+    PoReader(std::string_view all, Complaints& toTell)
+        : bytes(all), lines(LinesOfTexts(all)), complaints(toTell) {}
 
     void Take(po_message_t message) {
         line = index < lines.size() ? lines[index] : 0;
@@ -130,14 +161,8 @@ private:
     }
 
     void CheckCharset(std::string_view type) {
-        constexpr std::string_view mark = "charset=";
-        const size_t at = type.find(mark);
-        if (at == std::string_view::npos) return;
-        const std::string charset(
-            type.substr(at + mark.size(), type.find_first_of("; \t", at) - at - mark.size()));
-        if (!IsUtf8Charset(charset))
-            Complain(complaints, line,
-                     "the charset is '" + charset + "' and not UTF-8: convert the file with msgconv");
+        const std::string charset = CharsetIn(type);
+        if (!charset.empty() && !IsUtf8Charset(charset)) ComplainOfCharset(charset, bytes, line, complaints);
     }
 
     void TakeEntry(po_message_t message) {
@@ -182,9 +207,9 @@ private:
 
     /* Escapes may make bytes that are no UTF-8. */
     WideString TextOf(const char* text) {
-        const std::string_view bytes = OrEmpty(text);
-        if (!IsUtf8(bytes)) Complain(complaints, line, "an escape stands for a byte that is not UTF-8");
-        return Utf16Of(bytes);
+        const std::string_view read = OrEmpty(text);
+        if (!IsUtf8(read)) Complain(complaints, line, "an escape stands for a byte that is not UTF-8");
+        return Utf16Of(read);
     }
 
     static std::vector<WideString> ReferencesOf(po_message_t message) {
@@ -198,6 +223,7 @@ private:
         return references;
     }
 
+    std::string_view bytes;
     std::vector<size_t> lines;
     Complaints& complaints;
     CatalogueBuilder built;

@@ -19,17 +19,23 @@ std::string Visible(WideStringView text) {
 }
 
 std::string Quoted(WideStringView text) {
+    if (text.size() <= mostUnits) return QuotedWhole(text);
+    WideStringView beginning = text.substr(0, mostUnits);
+    // No half of a pair is left at the end.
+    if (beginning.back() >= 0xD800 && beginning.back() < 0xDC00) beginning.remove_suffix(1);
+    std::string quoted = QuotedWhole(beginning);
+    return quoted.insert(quoted.size() - 1, "...");
+}
+
+std::string QuotedWhole(WideStringView text) {
     WideString shown;
-    for (const WCHAR unit : text.substr(0, mostUnits)) {
+    for (const WCHAR unit : text) {
         if (unit == u'\n')
             shown.append(u"\\n");
         else
             shown += unit;
     }
-    const bool isCut = text.size() > mostUnits;
-    // No half of a pair is left at the end.
-    if (isCut && shown.back() >= 0xD800 && shown.back() < 0xDC00) shown.pop_back();
-    return "'" + Visible(shown) + (isCut ? "...'" : "'");
+    return "'" + Visible(shown) + "'";
 }
 
 std::string ShellWord(const std::string& path) {

@@ -9,6 +9,9 @@
  * bears. */
 std::string Quoted(WideStringView text);
 
+/* The same, not cut. */
+std::string QuotedWhole(WideStringView text);
+
 /* Its UTF-8 with a box for each character that would control a terminal. */
 std::string Visible(WideStringView text);
 

@@ -69,6 +69,9 @@ public:
             Complain(complaints, line,
                      "the library drops a double quote of the translation; write it as " +
                          FieldFor(MeantText(record->rawTranslation)));
+        if (record->rawTranslation.find(u'\t') != WideStringView::npos)
+            Complain(complaints, line,
+                     "a second TAB, which the user would see with all behind it; delete both, or write \\t");
         TellOther(*record);
     }
 
@@ -114,6 +117,17 @@ std::set<size_t> FindEmptyTranslations(const TableText& table) {
         if (!record || record->translation.empty()) lines.insert(index + 1);
     }
     return lines;
+}
+
+void CheckTableEncoding(const TableText& table, Complaints& complaints) {
+    if (table.encoding != TableEncoding::Latin1) return;
+    for (size_t index = 0; index < table.lines.size(); ++index) {
+        const WideString& line = table.lines[index];
+        if (IsAscii(line) || IsTableComment(line)) continue;
+        return Complain(complaints, index + 1,
+                        "the file is not UTF-8, and " + Quoted(FirstWordBeyondAscii(line)) +
+                            " a guess: save it as UTF-8");
+    }
 }
 
 void CheckEncoding(const std::string& path, std::string_view bytes, const TableText& table,

@@ -9,7 +9,7 @@
 #include <string_view>
 
 /* Complains of records that the library reads as something else than is meant: double quotes that it drops,
- * and two different translations of one text. */
+ * two different translations of one text, and further TABs. */
 void CheckRecords(const TableText& table, Complaints& complaints);
 
 /* The numbers of the lines that have an empty translation. */
@@ -19,3 +19,7 @@ std::set<size_t> FindEmptyTranslations(const TableText& table);
  * file of these bytes, `path`, is mended. */
 void CheckEncoding(const std::string& path, std::string_view bytes, const TableText& table,
                    Complaints& complaints);
+
+/* Complains of a table whose characters are a guess: neither UTF-8 nor UTF-16, but bytes of some code
+ * page. */
+void CheckTableEncoding(const TableText& table, Complaints& complaints);

@@ -217,6 +217,12 @@ void ComplainOfEncoding(const TableText& table, Complaints& complaints) {
              "the file is neither UTF-16 nor UTF-8 nor Latin-1: save it as UTF-8");
 }
 
+/* Whether the lines end with CR alone, as those of old Macs, so that there is but one. */
+bool HasLinesOfCr(const TableText& table) {
+    return table.lines.size() == 1 && std::ranges::count(table.lines.front(), u'\r') > 1 &&
+           !table.lines.front().ends_with(u"\r\r");
+}
+
 }  // namespace
 
 bool IsRawHarvest(const std::vector<WideString>& lines) {
@@ -234,5 +240,9 @@ bool IsRawHarvest(const std::vector<WideString>& lines) {
 
 Catalogue ReadTable(const TableText& table, Complaints& complaints) {
     ComplainOfEncoding(table, complaints);
+    if (HasLinesOfCr(table)) {
+        Complain(complaints, 1, "the lines end with a carriage return alone: save the file with line feeds");
+        return {};
+    }
     return TableReader(complaints).Read(table.lines);
 }

@@ -22,6 +22,29 @@ bool IsTitle(const ShownText& shown) {
     return shown.places.front().kind == TextKind::Title;
 }
 
+WideStringView WithoutBlanks(WideStringView text) {
+    constexpr WideStringView blanks = u" \t\u00A0\u3000";
+    const size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
+/* XXXX as people type it. */
+bool IsMarkOfNone(WideStringView translation) {
+    const WideStringView mark = WithoutBlanks(translation);
+    return mark.size() >= 3 && mark.find_first_not_of(u"Xx") == WideStringView::npos;
+}
+
+/* Beside the text that is meant, a blank that is none, or nothing to be seen, would be looked for in vain. */
+WideString WithVisibleBlanks(WideString text) {
+    std::ranges::replace_if(
+        text,
+        [](WCHAR unit) {
+            return unit == 0xA0 || unit == 0xAD || (unit >= 0x2000 && unit <= 0x200F) || unit == 0xFEFF;
+        },
+        u'\x25A1');
+    return text;
+}
+
 /* How many letters of a text are access keys. */
 size_t CountAccessKeys(WideStringView text) {
     size_t count = 0;
@@ -76,10 +99,11 @@ private:
         const ShownText* const shown = FindShownText(entry.text);
         if (shown == nullptr) return TellUnknown(entry);
         if (IsTitle(*shown)) return;
-        if (file.emptyLines.contains(entry.line))
+        const bool isBlank = !entry.translation.empty() && WithoutBlanks(entry.translation).empty();
+        if (file.emptyLines.contains(entry.line) || isBlank)
             Tell(entry,
                  "the translation of " + Quoted(entry.text) + " is empty; write one, or XXXX for none yet");
-        else if (entry.translation.empty())
+        else if (entry.translation.empty() || IsMarkOfNone(entry.translation))
             Tell(entry, Quoted(entry.text) + " is not translated yet");
         else if (entry.isFuzzy)
             Tell(entry, "the translation of " + Quoted(entry.text) +
@@ -88,8 +112,8 @@ private:
 
     void TellUnknown(const CatalogueEntry& entry) {
         const ShownText* const similar = told < mostSimilar ? FindSimilarText(entry.text) : nullptr;
-        Tell(entry, Quoted(entry.text) + " is no text of " + NameOfVersion() +
-                        (similar ? "; did you mean " + Quoted(similar->text) + "?" : "; remove it"));
+        Tell(entry, Quoted(WithVisibleBlanks(entry.text)) + " is no text of " + NameOfVersion() +
+                        (similar ? "; did you mean " + QuotedWhole(similar->text) + "?" : "; remove it"));
     }
 
     void CheckText(const ShownText& shown) {

@@ -3,7 +3,8 @@
 A text is an argument of TranslationCatalogue::Translate, or of a function that passes this parameter on to
 it, through however many functions. An argument is followed to its literals: over named constants, both sides
 of a choice (a ? b : c), conversions and the parameters of the function around it. What cannot be followed is
-a Mistake, so that no text is forgotten.
+a Mistake, so that no text is forgotten; so is a name that may mean several things, since scopes are not told
+apart.
 
 Functions are told apart by their names and numbers of parameters, and those that only one file knows by the
 file.
@@ -27,11 +28,14 @@ TOKEN = re.compile(r"""
 """, re.VERBOSE | re.DOTALL)
 ESCAPE = re.compile(r"\\(x[0-9A-Fa-f]+|u[0-9A-Fa-f]{4}|U[0-9A-Fa-f]{8}|[0-7]{1,3}|.)", re.DOTALL)
 MEANINGS = {"n": "\n", "t": "\t", "r": "\r", "a": "\a", "b": "\b", "f": "\f", "v": "\v",
-            '"': '"', "'": "'", "\\": "\\", "?": "?"}
+            '"': '"', "'": "'", "\\": "\\", "?": "?", "\n": ""}
 CLOSING = {"(": ")", "[": "]", "{": "}"}
 AFTER_PARAMETERS = {"const", "noexcept", "override", "final", "mutable", "try"}
 NO_FUNCTIONS = {"alignas", "decltype", "__attribute__", "noexcept"}
 CONVERSIONS = {"WideString", "WideStringView"}
+CHANGES = {"append", "assign", "clear", "erase", "insert", "pop_back", "push_back", "remove_prefix",
+           "remove_suffix", "replace", "resize", "swap"}
+BEFORE_EXPRESSIONS = {"and", "case", "co_return", "else", "goto", "not", "or", "return", "throw"}
 
 
 class Mistake(Exception):
@@ -139,6 +143,8 @@ class Source:
         self.tokens = []
         self.directives = []
         self.classes = set()
+        self.class_ranges = []  # indices of the brackets around them, here and below
+        self.value_ranges = []  # of { } that is neither a scope nor a function's body
         self.functions = []
         self.read_tokens(text)
         self.read_scopes()
@@ -169,7 +175,12 @@ class Source:
             elif token.value == "(":
                 index = closing(self.tokens, index)
             elif token.value == "{":
+                begin = index
                 kind, index = self.open_scope(head, index, scopes)
+                if kind == "value":
+                    self.value_ranges.append((begin, index))
+                elif kind == "class":
+                    self.class_ranges.append((begin, closing(self.tokens, begin)))
                 if kind in ("namespace", "anonymous", "class"):
                     scopes.append(kind)
                 if kind != "value":
@@ -216,12 +227,30 @@ class Source:
 
     def is_declared_at(self, index):
         """Whether the name at `index`, which is in no function, is declared there and not called."""
+        if any(begin < index < end for begin, end in self.value_ranges):
+            return False
+        before = self.statement_before(index)
+        return not is_open(before) and not has_mark(before, "=")
+
+    def statement_before(self, index):
         head = index
         while head > 0 and self.tokens[head - 1].value not in (";", "{", "}"):
             head -= 1
-        before = self.tokens[head:index]
-        opened = sum(token.value == "(" for token in before) > sum(token.value == ")" for token in before)
-        return not opened and not has_mark(before, "=")
+        return self.tokens[head:index]
+
+    def declarations(self, name, function):
+        """Indices of the name where it is declared as a variable: in the function, or in none."""
+        begin, end = (function.begin, function.end) if function else (0, len(self.tokens) - 1)
+        for index in range(begin, end):
+            if self.tokens[index].value != name or not is_declaration(self.tokens, index):
+                continue
+            if function or (self.function_at(index) is None and not is_open(self.statement_before(index))
+                            and self.tokens[index + 1].value != "("):
+                yield index
+
+    def is_member(self, index):
+        return (self.function_at(index) is None
+                and any(begin < index < end for begin, end in self.class_ranges))
 
     def find_calls(self):
         """(index of the name, the function around it or None), for each call."""
@@ -236,6 +265,30 @@ class Source:
         """Those of the call whose name is at `index`, each as its tokens."""
         inside = self.tokens[index + 2:closing(self.tokens, index + 1)]
         return split(inside, ",") if inside else []
+
+
+def is_open(tokens):
+    """Whether the last of them is within parentheses."""
+    return sum(token.value == "(" for token in tokens) > sum(token.value == ")" for token in tokens)
+
+
+def is_declaration(tokens, index):
+    """Whether the name at `index` is declared there, as a variable or parameter: behind its type, or in the
+    brackets behind auto."""
+    if tokens[index + 1].value not in ("=", "{", "[", ";", ":", ",", ")", "(", "]"):
+        return False
+    head = index - 1
+    for mark in "&*":
+        while head > 0 and (tokens[head].value == mark or tokens[head].value == "const"):
+            head -= 1
+    before = tokens[head]
+    if before.kind == "name":
+        return before.value not in BEFORE_EXPRESSIONS
+    if before.value in ("[", ","):
+        while head > 0 and (tokens[head].kind == "name" or tokens[head].value == ","):
+            head -= 1
+        return tokens[head].value == "[" and "auto" in (tokens[head - 1].value, tokens[head - 2].value)
+    return before.value == ">" or (head < index - 1 and tokens[head + 1].value == "const")
 
 
 def declared_name(tokens):
@@ -276,6 +329,10 @@ class Search:
             for function in source.functions:
                 if function.is_local:
                     self.locals[source.path, function.last_name].append(function)
+        self.with_defaults = {token.value for source in sources
+                              for index, token in enumerate(source.tokens[:-1])
+                              if token.kind == "name" and source.tokens[index + 1].value == "("
+                              and any(has_mark(each, "=") for each in source.arguments(index))}
 
     def run(self):
         """The texts in the order of files and of calls."""
@@ -287,7 +344,7 @@ class Search:
         for source in self.sources:
             for index, around, called, position in self.shown_arguments(source):
                 argument = self.argument_at(source, index, position)
-                literals, _ = self.follow(source, around, argument)
+                literals, _ = self.follow(source, around, argument, not self.does_hand_on(around))
                 is_title = self.is_title(source, index)
                 found += [Found(text, position in called.formats, is_title, file, line)
                           for text, file, line in literals]
@@ -306,23 +363,27 @@ class Search:
     def called(self, source, index, count):
         """The functions that a call with `count` arguments may mean."""
         name = source.tokens[index].value
-        functions = self.locals.get((source.path, name)) or [
-            function for function in self.functions if function.last_name == name and not function.is_local]
+        functions = self.locals.get((source.path, name), [])
+        if not functions or source.tokens[index - 1].value in (".", "->"):
+            functions = functions + [function for function in self.functions
+                                     if function.last_name == name and not function.is_local]
         exact = [function for function in functions if count == len(function.parameters)
-                 or (function.takes_more and count > len(function.parameters))]
+                 or (function.takes_more and count > len(function.parameters))
+                 or (name in self.with_defaults and count < len(function.parameters))]
         return exact or functions
 
     def passed(self, source, kind):
         """(index of the call, function around, function called, position) for each argument that goes to a
         parameter of that kind."""
         for index, around in source.calls:
-            if around is not None and around.name in self.handing_on:
-                continue
             seen = set()
             for function in self.called(source, index, len(source.arguments(index))):
                 for position in sorted(getattr(function, kind) - seen):
                     seen.add(position)
                     yield index, around, function, position
+
+    def does_hand_on(self, function):
+        return function is not None and function.name in self.handing_on
 
     def shown_arguments(self, source):
         return self.passed(source, "shown")
@@ -342,7 +403,7 @@ class Search:
             for source in self.sources:
                 for kind in ("shown", "formats"):
                     for index, around, _, position in self.passed(source, kind):
-                        if around is None:
+                        if around is None or self.does_hand_on(around):
                             continue
                         argument = self.argument_at(source, index, position)
                         _, parameters = self.follow(source, around, argument, kind == "shown")
@@ -362,11 +423,15 @@ class Search:
                 if function.shown and (function.last_name in classes):
                     raise Mistake(source.place(source.tokens[function.begin].line),
                                   f"a constructor, {function.last_name}, shows its argument; let a function")
+                if function.shown and function.last_name == "operator":
+                    raise Mistake(source.place(source.tokens[function.begin].line),
+                                  "an operator shows its argument; let a function that has a name")
             for index, token in enumerate(source.tokens):
-                around = source.function_at(index)
-                if token.kind != "name" or token.value not in showing or around is None:
+                if token.kind != "name" or token.value not in showing:
                     continue
                 if not self.called(source, index, 1) or source.tokens[index + 1].value == "(":
+                    continue
+                if source.statement_before(index)[:1] and source.statement_before(index)[0].value == "using":
                     continue
                 if any(function.shown for function in self.called(source, index, 1)):
                     raise Mistake(source.place(token.line),
@@ -400,7 +465,7 @@ class Search:
             return [], [name]
         constant = name and self.constant(source, around, name)
         if constant:
-            return self.follow(constant[0], None, constant[1], must_be_known)
+            return self.follow(*constant, must_be_known)
         if not must_be_known:
             return [], []
         words = "".join(token.value for token in tokens) or "nothing"
@@ -409,20 +474,19 @@ class Search:
                       "literal; write a literal, a constant or a choice of them")
 
     def constant(self, source, around, name):
-        """The file and the tokens of the value that a constant of this name has: of the function, of the
-        file, or of any header."""
-        regions = [(source, around.begin, around.end)] if around else []
-        regions.append((source, 0, len(source.tokens)))
-        regions += [(other, 0, len(other.tokens)) for other in self.sources if other.path.endswith(".h")]
-        for file, begin, end in regions:
-            for index in range(begin, end):
-                is_own = around is not None and file is source and around.begin < index < around.end
-                if file.tokens[index].value != name or (file.function_at(index) and not is_own):
-                    continue
-                value = constant_value(file.tokens, index)
-                if value:
-                    return file, value
-        return None
+        """The one constant of this name, of the function or else of the file and all headers: its file, the
+        function around it, and the tokens of its value. None: there is none, or another variable has the
+        name, too."""
+        declared = [(source, index) for index in source.declarations(name, around)] if around else []
+        if not declared:
+            files = [source] + [other for other in self.sources
+                                if other.path.endswith(".h") and other is not source]
+            declared = [(file, index) for file in files for index in file.declarations(name, None)]
+        if len(declared) != 1:
+            return None
+        file, index = declared[0]
+        value = constant_value(file.tokens, index, file.is_member(index))
+        return (file, file.function_at(index), value) if value else None
 
 
 def plain_expression(tokens):
@@ -480,8 +544,9 @@ def variable_name(tokens):
     return values[-1] if all(token.kind == "name" for token in tokens[::2]) else ""
 
 
-def constant_value(tokens, index):
-    """The tokens behind the = of the constant that is declared with the name at `index`."""
+def constant_value(tokens, index, is_member):
+    """The tokens behind the = of the constant that is declared with the name at `index`. A member that is not
+    static may have another value, which a constructor gives it."""
     head = index
     while head > 0 and tokens[head - 1].value not in (";", "{", "}", "(", ","):
         head -= 1
@@ -489,7 +554,8 @@ def constant_value(tokens, index):
     begin = index + 1
     if tokens[begin].value == "[":
         begin = closing(tokens, begin) + 1
-    is_constant = "constexpr" in words or ("const" in words and tokens[index - 1].value != "*")
+    is_constant = "constexpr" in words or ("const" in words and tokens[index - 1].value != "*"
+                                           and ("static" in words or not is_member))
     if not is_constant or tokens[begin].value not in ("=", "{"):
         return None
     end = begin
@@ -499,17 +565,26 @@ def constant_value(tokens, index):
 
 
 def refuse_other_values(source, function, name, line):
-    """A parameter that is assigned to, or whose name is a parameter of a lambda, too, may be another text."""
+    """A parameter that is changed, or whose name another variable has, too, may be another text."""
     tokens = source.tokens
     for index in range(function.begin, function.end):
         value = tokens[index].value
-        if value == name and tokens[index - 1].value not in (".", "->"):
-            behind = [token.value for token in tokens[index + 1:index + 3]]
-            if (behind[0] == "=" and behind[1] != "=") or behind == ["+", "="]:
-                raise Mistake(source.place(line), f"'{name}', which is shown, is given another value at line "
-                              f"{tokens[index].line}")
+        if value == name and tokens[index - 1].value not in (".", "->") and is_changed(tokens, index):
+            raise Mistake(source.place(line), f"'{name}', which is shown, is given another value at line "
+                          f"{tokens[index].line}")
         if value == "(" and tokens[index - 1].value == "]" and index > function.begin:
             inside = tokens[index + 1:closing(tokens, index)]
             if any(parameter_name(parameter) == name for parameter in split(inside, ",")):
                 raise Mistake(source.place(line), f"'{name}', which is shown, may be the parameter of the "
                               f"lambda at line {tokens[index].line}; give it a name of its own")
+    for index in source.declarations(name, function):
+        raise Mistake(source.place(line), f"'{name}', which is shown, may be the variable at line "
+                      f"{tokens[index].line}; give it a name of its own")
+
+
+def is_changed(tokens, index):
+    """Whether the variable whose name is at `index` is assigned to or changed there."""
+    before = [token.value for token in tokens[index - 2:index]]
+    behind = [token.value for token in tokens[index + 1:index + 3]]
+    return ((behind[0] == "=" and behind[1] != "=") or behind in (["+", "="], ["+", "+"], ["-", "-"])
+            or before in (["+", "+"], ["-", "-"]) or (behind[0] == "." and behind[1] in CHANGES))

@@ -52,6 +52,9 @@ MISTAKES = {
     "quotes-in-text.tsv": f"{ENGLISH_QUOTES}\tPassword\n".encode(),
     "quotes-in-translation.tsv": b'Menu\tIl "menu"\n',
     "carriage-return.tsv": b"Menu\tMe\rnu\n",
+    "second-tab.tsv": b"Menu\tMenu\t\n",
+    "lines-of-cr.tsv": b"Menu\tMenu\rForgot\tForgot\r",
+    "code-page.tsv": b"Menu\tMen\xf9\n",
     "nul.tsv": b"Menu\tMe\0nu\n",
     "obsolete-empty.tsv": b'# Head\n\n#~ "\n#~ Menu\n',
     "obsolete-alone.tsv": b"# Head\n\n#~ Log in\n\nMenu\tMenu\n",
@@ -64,6 +67,8 @@ MISTAKES = {
     "harvest.txt": language_file("Menu\tXXXX\r\n"),
     "bytes.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Men\xf9"\n',
     "charset.po": PO_HEAD.replace("UTF-8", "ISO-8859-1").encode() + b'msgid "Menu"\nmsgstr "Menu"\n',
+    "mislabelled.po": (PO_HEAD.replace("UTF-8", "ISO-8859-1") + 'msgid "Menu"\nmsgstr "Menù"\n').encode(),
+    "carriage-return.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Me\\rnu"\n',
     "two.po": PO_HEAD.encode() + b'msgctxt "A"\nmsgid "Menu"\nmsgstr "Menu"\n\n'
                                  b'msgctxt "B"\nmsgid "Menu"\nmsgstr "Elenco"\n',
     "plural.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgid_plural "Menus"\nmsgstr[0] "A"\nmsgstr[1] "B"\n',

@@ -102,3 +102,18 @@ TEST_F(CheckRecords, WithoutAFileNothingIsChecked) {
     const std::string missing[] = {"/nowhere/French.txt"};
     EXPECT_THROW(RunCheck(missing), UsageError);
 }
+
+TEST_F(CheckRecords, ASecondTabIsShown) {
+    const std::string sentence =
+        "a second TAB, which the user would see with all behind it; delete both, or write \\t";
+    const size_t line = Replace("Welcome", "Welcome\tHello\t");
+    EXPECT_THAT(Check(), ElementsAre(Error(line, sentence)));
+    Replace("Welcome", "Welcome\tHello\\tyou");
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckRecords, OfLinesThatEndWithCrAloneThereIsOne) {
+    EXPECT_THAT(Check(Joined("\r"), "French.tsv"),
+                testing::Contains(
+                    Error(1, "the lines end with a carriage return alone: save the file with line feeds")));
+}
