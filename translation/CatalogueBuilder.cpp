@@ -1,11 +1,13 @@
 #include "CatalogueBuilder.h"
 
-#include <algorithm>
+#include <set>
 #include <utility>
 
 void AddOnce(std::vector<WideString>& lines, const std::vector<WideString>& added) {
+    if (added.empty()) return;
+    std::set<WideString> known(lines.begin(), lines.end());
     for (const WideString& line : added) {
-        if (std::ranges::find(lines, line) == lines.end()) lines.push_back(line);
+        if (known.insert(line).second) lines.push_back(line);
     }
 }
 
