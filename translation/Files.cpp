@@ -16,8 +16,8 @@
 
 namespace {
 
-// A hundred times a language file, so that a hostile one takes neither long nor much memory.
-constexpr size_t mostBytes = size_t{2} << 20;
+// Fifty times a language file, so that a hostile one takes neither long nor much memory.
+constexpr size_t mostBytes = size_t{512} << 10;
 
 [[noreturn]] void Fail(const std::string& path, const char* what) {
     const std::string cause = errno == 0 ? "" : std::string(": ") + std::strerror(errno);
@@ -89,7 +89,7 @@ std::string ReadFile(const std::string& path) {
     std::array<char, 65536> buffer = {};
     for (size_t count = 0; (count = fread(buffer.data(), 1, buffer.size(), file.get())) > 0;) {
         bytes.append(buffer.data(), count);
-        if (bytes.size() > mostBytes) throw UsageError("'" + path + "' is larger than 2 MB");
+        if (bytes.size() > mostBytes) throw UsageError("'" + path + "' is larger than 512 KB");
     }
     if (ferror(file.get()) != 0) Fail(path, "read");
     return bytes;

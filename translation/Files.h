@@ -7,7 +7,8 @@
 #include <string>
 #include <string_view>
 
-/* The bytes of a file. Throws UsageError when there is none, it cannot be read, or it is larger than 2 MB. */
+/* The bytes of a file. Throws UsageError when there is none, it cannot be read, or it is larger than 512
+ * KB. */
 std::string ReadFile(const std::string& path);
 
 /* Writes a file whole or not at all: what stood there stays until all is written. "-" is the standard output.

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int mistakes = 1;
 constexpr int cannot = 2;
 
 constexpr const char* usage =
@@ -67,11 +66,8 @@ int main(int argc, char** argv) {
         if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
             throw UsageError("'standard output' cannot be written");
         return code;
-    } catch (const UsageError& error) {
-        std::fprintf(stderr, "orvande-translation: %s\n", error.what());
-        return cannot;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "orvande-translation: %s\n", error.what());
-        return mistakes;
+        return cannot;
     }
 }

@@ -8,19 +8,11 @@
 #include "PoMessages.h"
 #include "TableComment.h"
 #include "Utf16.h"
+#include "Utf8.h"
 
 namespace {
 
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view formFields[] = {"MIME-Version", "Content-Type", "Content-Transfer-Encoding"};
-
-bool IsUtf8(std::string_view bytes) {
-    return Utf8Of(Utf16Of(bytes)) == bytes;
-}
-
-bool IsAscii(std::string_view bytes) {
-    return std::ranges::all_of(bytes, [](char byte) { return static_cast<uint8_t>(byte) < 0x80; });
-}
 
 std::string_view OrEmpty(const char* text) {
     return text == nullptr ? std::string_view() : text;

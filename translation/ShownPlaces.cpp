@@ -1,14 +1,9 @@
 #include "ShownPlaces.h"
 
-#include <algorithm>
-
+#include "CatalogueBuilder.h"
 #include "Utf16.h"
 
 namespace {
-
-void AddOnce(std::vector<WideString>& lines, WideString line) {
-    if (std::ranges::find(lines, line) == lines.end()) lines.push_back(std::move(line));
-}
 
 bool IsShownSomewhere(const CatalogueEntry& entry) {
     return !entry.screen.empty() || !entry.places.empty() || !entry.references.empty();
@@ -48,8 +43,8 @@ void TakePlaces(CatalogueEntry& entry, const ShownText& shown) {
     entry.places.clear();
     entry.references.clear();
     for (const TextPlace& place : shown.places) {
-        AddOnce(entry.places, Utf16Of(PlaceText(place)));
-        AddOnce(entry.references, Utf16Of(place.source));
+        AddOnce(entry.places, {Utf16Of(PlaceText(place))});
+        AddOnce(entry.references, {Utf16Of(place.source)});
     }
     entry.isFormat = shown.isFormat;
 }

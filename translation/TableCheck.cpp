@@ -5,6 +5,7 @@
 
 #include "Quoted.h"
 #include "Utf16.h"
+#include "Utf8.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ void CheckUtf8(std::string_view bytes, const TableText& table, const std::string
                         "the file is UTF-8, and the library would show " + Quoted(ReadByteByByte(word)) +
                             " for " + Quoted(word) + mending);
     }
-    if (bytes.starts_with("\xEF\xBB\xBF"))
+    if (bytes.starts_with(utf8Mark))
         Complain(
             complaints, 1,
             "the file begins with the byte order mark of UTF-8, which the library takes for text" + mending);
@@ -50,6 +51,11 @@ std::string FieldFor(const WideString& text) {
     constexpr size_t mostUnits = 400;
     const WideString field = EscapedText(text);
     return field.size() <= mostUnits ? Visible(field) : R"("...", with "" for each quote in it)";
+}
+
+/* Whether a field of several lines may begin with `raw`, as spreadsheets write one. */
+bool IsLeftOpen(WideStringView raw) {
+    return raw.starts_with(u'"') && !AreQuotesKept(raw) && AreQuotesKept(raw.substr(1));
 }
 
 class RecordCheck {
@@ -66,9 +72,7 @@ public:
                      "the library drops a double quote and does not find the text; write it as " +
                          FieldFor(MeantText(record->rawText)));
         if (!AreQuotesKept(record->rawTranslation))
-            Complain(complaints, line,
-                     "the library drops a double quote of the translation; write it as " +
-                         FieldFor(MeantText(record->rawTranslation)));
+            Complain(complaints, line, AboutQuotes(record->rawTranslation));
         if (record->rawTranslation.find(u'\t') != WideStringView::npos)
             Complain(complaints, line,
                      "a second TAB, which the user would see with all behind it; delete both, or write \\t");
@@ -76,6 +80,15 @@ public:
     }
 
 private:
+    static std::string AboutQuotes(WideStringView rawTranslation) {
+        if (IsLeftOpen(rawTranslation))
+            return "no double quote closes the one before the translation; write it in one line, with \\n "
+                   "for "
+                   "each line break";
+        return "the library drops a double quote of the translation; write it as " +
+               FieldFor(MeantText(rawTranslation));
+    }
+
     void TellOther(const TableRecord& record) {
         const WideString text = MeantText(record.rawText);
         const WideString translation = MeantText(record.rawTranslation);

@@ -3,20 +3,12 @@
 
 #include "TableFile.h"
 #include "Utf16.h"
+#include "Utf8.h"
 
 namespace {
 
 constexpr std::string_view utf16Mark = "\xFF\xFE";
 constexpr std::string_view utf16BigEndianMark = "\xFE\xFF";
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
-
-bool IsUtf8(std::string_view bytes) {
-    return Utf8Of(Utf16Of(bytes)) == bytes;
-}
-
-bool IsAscii(std::string_view bytes) {
-    return std::ranges::all_of(bytes, [](char byte) { return static_cast<uint8_t>(byte) < 0x80; });
-}
 
 bool IsLatin1(std::string_view bytes) {
     return std::ranges::none_of(bytes, [](char byte) {

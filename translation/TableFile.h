@@ -58,7 +58,8 @@ struct TableRecord {
     WideString translation;
 };
 
-/* None when the line is no record. A comment may look like one: see IsComment. The views are of `line`. */
+/* None when the line is no record. A comment may look like one: see IsTableComment. The views are of
+ * `line`. */
 std::optional<TableRecord> ReadTableRecord(WideStringView line);
 
 /* Whether the line begins with # and has nothing after a TAB: spreadsheets fill up lines with TABs. They may

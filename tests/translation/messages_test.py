@@ -51,6 +51,7 @@ MISTAKES = {
     "no-text.tsv": b'"\tMenu\n',
     "quotes-in-text.tsv": f"{ENGLISH_QUOTES}\tPassword\n".encode(),
     "quotes-in-translation.tsv": b'Menu\tIl "menu"\n',
+    "left-open.tsv": b'Menu\t"Me\nnu"\n',
     "carriage-return.tsv": b"Menu\tMe\rnu\n",
     "second-tab.tsv": b"Menu\tMenu\t\n",
     "lines-of-cr.tsv": b"Menu\tMenu\rForgot\tForgot\r",

@@ -48,6 +48,15 @@ TEST_F(CheckRecords, AFieldThatIsTooLongForASentenceIsDescribed) {
                                   "with \"\" for each quote in it"));
 }
 
+TEST_F(CheckRecords, ATranslationOfSeveralLinesIsNotClosed) {
+    const size_t line = Replace("Welcome", "Welcome\t\"My\nsite\"");
+    EXPECT_THAT(Check(),
+                ElementsAre(Error(line,
+                                  "no double quote closes the one before the translation; write it "
+                                  "in one line, with \\n for each line break"),
+                            Error(line + 1, "the line has no TAB between a text and its translation")));
+}
+
 TEST_F(CheckRecords, QuotesThatAreEscapedOrEncloseAreRead) {
     Replace("Welcome", "\"Welcome\"\t\"My \"\"site\"\"\"");
     Replace("Save it", "Save it\t\\\"It\\\"");
