@@ -3,6 +3,7 @@
 
 #include "Files.h"
 #include "PoFile.h"
+#include "TableCheck.h"
 #include "TableFile.h"
 
 namespace {
@@ -48,7 +49,9 @@ FileForm FormToRead(const std::string& path) {
 
 Catalogue ReadCatalogue(const std::string& path, Complaints& complaints) {
     if (FormToRead(path) == FileForm::Po) return ReadPo(path, complaints);
-    return ReadTable(DecodeTable(ReadFile(path)), complaints);
+    const TableText table = DecodeTable(ReadFile(path));
+    if (FormToRead(path) == FileForm::Table) CheckTableEncoding(table, complaints);
+    return ReadTable(table, complaints);
 }
 
 void CheckCatalogue(const std::string& path, const Catalogue& catalogue, Complaints& complaints) {

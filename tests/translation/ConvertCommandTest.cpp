@@ -159,6 +159,13 @@ TEST_F(ConvertCommand, MistakesAreToldAndNothingIsWritten) {
     EXPECT_FALSE(Exists("out.txt"));
 }
 
+TEST_F(ConvertCommand, TableOfACodePageIsNotGuessed) {
+    Put("a.tsv", "Menu\tMen\xF9\n");
+    const Result result = Run(RunConvert, {"a.tsv", "a.txt"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_THAT(result.errors, HasSubstr("a.tsv:1: error: the file is not UTF-8"));
+}
+
 TEST_F(ConvertCommand, WhatCannotBeDoneIsOneSentence) {
     Put("in.txt", "Open\n");
     EXPECT_EQ(Run(RunConvert, {"in.txt", "out.csv"}).errors,
