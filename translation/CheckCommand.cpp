@@ -5,12 +5,12 @@
 
 #include "CommandLine.h"
 #include "Commands.h"
-#include "Files.h"
-#include "Quoted.h"
-#include "ShownTexts.h"
-#include "TableCheck.h"
-#include "TableFile.h"
-#include "TextCheck.h"
+#include "check/TextCheck.h"
+#include "files/Files.h"
+#include "files/Quoted.h"
+#include "files/TableCheck.h"
+#include "files/TableFile.h"
+#include "texts/ShownTexts.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "Commands.h"
-#include "Complaint.h"
 #include "LMOnlineVersion.h"
+#include "files/Complaint.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <utility>
 
-#include "CatalogueBuilder.h"
-#include "Quoted.h"
 #include "Utf16.h"
+#include "files/CatalogueBuilder.h"
+#include "files/Quoted.h"
 #include "ui/Ornaments.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <filesystem>
 
 #include "Commands.h"
-#include "Complaint.h"
-#include "Files.h"
 #include "FuzzInput.h"
+#include "files/Complaint.h"
+#include "files/Files.h"
 #include "service/TemporaryFolder.h"
 
 namespace {

@@ -8,7 +8,7 @@ import types
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation")]
+sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
 import named_cases  # noqa: E402
 from find_texts import EVERYWHERE, Finder, Place, generated, literal  # noqa: E402
 from resource_texts import Control, Dialog  # noqa: E402
@@ -100,7 +100,8 @@ class WithoutPlace(unittest.TestCase):
         return str(raised.exception)
 
     def test_a_source_of_no_screen(self):
-        self.assertEqual("src/New.cpp:1: error: a text is shown, but translation/find_texts.py does not say "
+        self.assertEqual("src/New.cpp:1: error: a text is shown, but "
+                         "translation/texts/find_texts.py does not say "
                          "on which screen (SOURCES)",
                          self.refusal({"src/New.cpp": 'void h() { Show(L"New"); }'}))
 
@@ -150,7 +151,7 @@ class Generated(unittest.TestCase):
 
 class Called(unittest.TestCase):
     def run_tool(self, *arguments):
-        run = subprocess.run([sys.executable, "-B", ROOT / "translation/find_texts.py", *arguments],
+        run = subprocess.run([sys.executable, "-B", ROOT / "translation/texts/find_texts.py", *arguments],
                              capture_output=True, text=True, check=False)
         self.assertEqual("", run.stdout)
         return run.returncode, run.stderr

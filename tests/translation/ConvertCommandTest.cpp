@@ -3,9 +3,9 @@
 #include <set>
 
 #include "CommandFixture.h"
-#include "OpenedFile.h"
 #include "Samples.h"
 #include "Utf16.h"
+#include "files/OpenedFile.h"
 #include "ui/TranslationFile.h"
 
 using testing::HasSubstr;

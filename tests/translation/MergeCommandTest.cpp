@@ -2,9 +2,9 @@
 
 #include "CommandFixture.h"
 #include "Samples.h"
-#include "ShownTexts.h"
-#include "TableFile.h"
 #include "Utf16.h"
+#include "files/TableFile.h"
+#include "texts/ShownTexts.h"
 
 using testing::HasSubstr;
 using testing::Not;

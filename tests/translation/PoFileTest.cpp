@@ -1,4 +1,4 @@
-#include "PoFile.h"
+#include "files/PoFile.h"
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
 #include <gmock/gmock.h>
 #include <stdio.h>
 
-#include "OpenedFile.h"
 #include "Samples.h"
-#include "TableFile.h"
 #include "Utf16.h"
+#include "files/OpenedFile.h"
+#include "files/TableFile.h"
 #include "ui/TranslationFile.h"
 
 using testing::ElementsAre;
