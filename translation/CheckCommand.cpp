@@ -5,32 +5,43 @@
 
 #include "CommandLine.h"
 #include "Commands.h"
-#include "Files.h"
-#include "Quoted.h"
-#include "ShownTexts.h"
-#include "TableCheck.h"
-#include "TableFile.h"
-#include "TextCheck.h"
+#include "check/TextCheck.h"
+#include "files/Files.h"
+#include "files/Quoted.h"
+#include "files/TableCheck.h"
+#include "files/TableFile.h"
+#include "texts/ShownTexts.h"
 
 namespace {
+
+constexpr const char* languageFile = "-";
 
 CheckedFile ReadPoToCheck(const std::string& path, Complaints& complaints) {
     CheckedFile file{ReadCatalogue(path, complaints), 0, {}};
     file.lastLine = static_cast<size_t>(std::ranges::count(ReadFile(path), '\n'));
+    CheckCatalogue(languageFile, file.catalogue, complaints);
     return file;
 }
 
 CheckedFile ReadTableToCheck(const std::string& path, const TableText& table, std::string_view bytes,
                              Complaints& complaints) {
     // A table is UTF-8 as it is; the library reads the others.
-    if (FormToRead(path) != FileForm::Table) CheckEncoding(path, bytes, table, complaints);
+    if (FormToRead(path) == FileForm::Table)
+        CheckTableEncoding(table, complaints);
+    else
+        CheckEncoding(path, bytes, table, complaints);
     CheckRecords(table, complaints);
     CheckedFile file{ReadTable(table, complaints), table.lines.size(), FindEmptyTranslations(table)};
     return file;
 }
 
+/* Of a file in which nothing was understood it is no news that each text is missing. */
+void CheckTextsRead(const CheckedFile& file, Complaints& complaints) {
+    if (complaints.empty() || !file.catalogue.entries.empty()) CheckTexts(file, complaints);
+}
+
 void CheckFile(const std::string& path, Complaints& complaints) {
-    if (FormToRead(path) == FileForm::Po) return CheckTexts(ReadPoToCheck(path, complaints), complaints);
+    if (FormToRead(path) == FileForm::Po) return CheckTextsRead(ReadPoToCheck(path, complaints), complaints);
     const std::string bytes = ReadFile(path);
     const TableText table = DecodeTable(bytes);
     if (IsRawHarvest(table.lines))
@@ -38,7 +49,7 @@ void CheckFile(const std::string& path, Complaints& complaints) {
                         "this is a harvest as the library writes it; begin a translation with: "
                         "tools/translation convert " +
                             ShellWord(path) + " NEW.txt");
-    CheckTexts(ReadTableToCheck(path, table, bytes, complaints), complaints);
+    CheckTextsRead(ReadTableToCheck(path, table, bytes, complaints), complaints);
 }
 
 }  // namespace

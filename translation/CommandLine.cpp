@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Complaint.h"
+#include "files/Complaint.h"
 
 std::string CommandLine::Value(std::string_view option, std::string_view otherwise) const {
     const auto found = options.find(option);

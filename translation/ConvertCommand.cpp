@@ -1,8 +1,8 @@
 /* convert: a translation in another form. */
 #include "CommandLine.h"
 #include "Commands.h"
-#include "Files.h"
-#include "ShownPlaces.h"
+#include "files/Files.h"
+#include "files/ShownPlaces.h"
 
 int RunConvert(Arguments arguments) {
     const CommandLine line = ReadCommandLine("convert IN OUT", {2, 2}, {}, arguments);

@@ -6,12 +6,11 @@
 #include <vector>
 
 #include "Commands.h"
-#include "Complaint.h"
 #include "LMOnlineVersion.h"
+#include "files/Complaint.h"
 
 namespace {
 
-constexpr int mistakes = 1;
 constexpr int cannot = 2;
 
 constexpr const char* usage =
@@ -63,12 +62,12 @@ int Run(Arguments arguments) {
 int main(int argc, char** argv) {
     try {
         const std::vector<std::string> arguments(argv + 1, argv + std::max(argc, 1));
-        return Run(arguments);
-    } catch (const UsageError& error) {
-        std::fprintf(stderr, "orvande-translation: %s\n", error.what());
-        return cannot;
+        const int code = Run(arguments);
+        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+            throw UsageError("'standard output' cannot be written");
+        return code;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "orvande-translation: %s\n", error.what());
-        return mistakes;
+        return cannot;
     }
 }

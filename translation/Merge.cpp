@@ -6,9 +6,9 @@
 #include <string_view>
 #include <utility>
 
-#include "CatalogueBuilder.h"
-#include "Quoted.h"
 #include "Utf16.h"
+#include "files/CatalogueBuilder.h"
+#include "files/Quoted.h"
 #include "ui/Ornaments.h"
 
 namespace {
@@ -106,8 +106,8 @@ private:
     void KeepOld(const CatalogueEntry& entry, bool isWhole) {
         if (texts.contains(entry.text)) return;
         const bool becomesObsolete = entry.isObsolete || isWhole;
-        if (becomesObsolete && (entry.translation.empty() || !obsoleteTexts.insert(entry.text).second))
-            return;
+        if (becomesObsolete && entry.translation.empty()) return;
+        if (!obsoleteTexts.insert(entry.text).second) return;
         merged.entries.push_back(entry);
         merged.entries.back().isObsolete = becomesObsolete;
     }
@@ -117,7 +117,7 @@ private:
     std::vector<MergeConflict>& conflicts;
     std::map<WideStringView, const CatalogueEntry*> oldByText;
     std::set<WideString> texts;         /* of the new one, without obsolete ones */
-    std::set<WideString> obsoleteTexts; /* of what is merged so far */
+    std::set<WideString> obsoleteTexts; /* of the new one, and all that only the old one has */
 };
 
 }  // namespace

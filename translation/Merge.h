@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "Catalogue.h"
+#include "files/Catalogue.h"
 
 /* A text that both have translated, each in its way. */
 struct MergeConflict {

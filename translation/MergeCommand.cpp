@@ -5,10 +5,10 @@
 
 #include "CommandLine.h"
 #include "Commands.h"
-#include "Files.h"
 #include "Merge.h"
-#include "Quoted.h"
-#include "ShownPlaces.h"
+#include "files/Files.h"
+#include "files/Quoted.h"
+#include "files/ShownPlaces.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "PseudoText.h"
-#include "Quoted.h"
-#include "ShownCatalogue.h"
 #include "Utf16.h"
+#include "files/Quoted.h"
+#include "files/ShownCatalogue.h"
 
 int RunPseudo(Arguments arguments) {
     const CommandLine line = ReadCommandLine("pseudo [--output FILE]", {}, {"--output"}, arguments);

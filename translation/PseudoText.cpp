@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "FoundPlaceholders.h"
-#include "Mentions.h"
+#include "check/FoundPlaceholders.h"
+#include "check/Mentions.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 
 #include "CommandLine.h"
 #include "Commands.h"
-#include "Files.h"
-#include "Quoted.h"
-#include "ShownCatalogue.h"
 #include "Utf16.h"
+#include "files/Files.h"
+#include "files/Quoted.h"
+#include "files/ShownCatalogue.h"
 
 namespace {
 

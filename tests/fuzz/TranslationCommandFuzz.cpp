@@ -9,9 +9,9 @@
 #include <optional>
 
 #include "Commands.h"
-#include "Complaint.h"
-#include "Files.h"
 #include "FuzzInput.h"
+#include "files/Complaint.h"
+#include "files/Files.h"
 #include "service/TemporaryFolder.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include "FuzzInput.h"
 #include "FuzzedDevice.h"
-#include "TableFile.h"
+#include "files/TableFile.h"
 #include "ui/TranslationCatalogue.h"
 
 namespace {

@@ -32,6 +32,14 @@ class Result(unittest.TestResult):
         print(self.errors[-1][1])
         self.report(" FAILED ", test)
 
+    def addSubTest(self, test, subtest, error):
+        """Also called with each that is well."""
+        count = len(self.failures) + len(self.errors)
+        super().addSubTest(test, subtest, error)
+        if count < len(self.failures) + len(self.errors):
+            print((self.failures if issubclass(error[0], test.failureException) else self.errors)[-1][1])
+            self.report(" FAILED ", test)
+
     def addSkip(self, test, reason):
         super().addSkip(test, reason)
         print(f"skipped: {reason}")

@@ -15,8 +15,7 @@ from typing import NamedTuple
 
 import documents
 
-MARK = re.compile(r"<!-- (prints|in|files in|edit)([^:]*)(?:: (\S+))? -->$")
-EXIT_CODE = re.compile(r", exit code (\d+)")
+MARK = re.compile(r"<!-- (?:(prints)( among others)?(?:, exit code (\d+))?|(in|files in|edit): (\S+)) -->$")
 
 
 class Step(NamedTuple):
@@ -38,11 +37,14 @@ def commands_of(block, section):
 
 
 def marked_step(block, lines, section):
-    mark = MARK.match(lines[block.row - 2].strip()) if block.row >= 2 else None
-    if mark:
-        code = EXIT_CODE.search(mark[2])
-        yield Step(block.row + 1, section, mark[1], block.lines, mark[3] or "", "among others" in mark[2],
-                   int(code[1]) if code else 0)
+    comment = lines[block.row - 2].strip() if block.row >= 2 else ""
+    if not comment.startswith("<!--"):
+        return
+    mark = MARK.match(comment)
+    if not mark:
+        raise ValueError(f"line {block.row - 1}: nobody knows what is meant by '{comment}'")
+    yield Step(block.row + 1, section, mark[1] or mark[4], block.lines, mark[5] or "", bool(mark[2]),
+               int(mark[3] or 0))
 
 
 def steps_of(text):

@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 """On which screens texts are, and what has no place."""
 import pathlib
+import subprocess
 import sys
+import tempfile
 import types
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation")]
+sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
 import named_cases  # noqa: E402
 from find_texts import EVERYWHERE, Finder, Place, generated, literal  # noqa: E402
 from resource_texts import Control, Dialog  # noqa: E402
@@ -98,7 +100,8 @@ class WithoutPlace(unittest.TestCase):
         return str(raised.exception)
 
     def test_a_source_of_no_screen(self):
-        self.assertEqual("src/New.cpp:1: error: a text is shown, but translation/find_texts.py does not say "
+        self.assertEqual("src/New.cpp:1: error: a text is shown, but "
+                         "translation/texts/find_texts.py does not say "
                          "on which screen (SOURCES)",
                          self.refusal({"src/New.cpp": 'void h() { Show(L"New"); }'}))
 
@@ -144,6 +147,31 @@ class Generated(unittest.TestCase):
                       '    {TextKind::Title, "Everywhere", "src/Entry.cpp:2", 0, 0},\n};\n', made)
         self.assertIn('    {TEXT("Sample"), false, places0},\n', made)
         self.assertEqual(8, made.count("{TEXT("))
+
+
+class Called(unittest.TestCase):
+    def run_tool(self, *arguments):
+        run = subprocess.run([sys.executable, "-B", ROOT / "translation/texts/find_texts.py", *arguments],
+                             capture_output=True, text=True, check=False)
+        self.assertEqual("", run.stdout)
+        return run.returncode, run.stderr
+
+    def test_too_few_arguments_are_told(self):
+        self.assertEqual((2, "find_texts.py: called as OUTPUT RESOURCES ROOT FILE...\n"), self.run_tool("a"))
+
+    def test_a_file_that_cannot_be_read_is_told(self):
+        code, told = self.run_tool("/nowhere/out", "/nowhere/res", "/nowhere", "a.cpp")
+        self.assertEqual(2, code)
+        self.assertIn("/nowhere/a.cpp", told)
+        self.assertEqual(1, told.count("\n"))
+
+    def test_resources_that_cannot_be_read_are_a_mistake(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, data in (("a.cpp", b""), ("a.res", b"no resources")):
+                (pathlib.Path(folder) / name).write_bytes(data)
+            self.assertEqual((1, f"{folder}/a.res: error: the file ends too early\n"),
+                             self.run_tool(f"{folder}/out", f"{folder}/a.res", folder, "a.cpp"))
+            self.assertFalse((pathlib.Path(folder) / "out").exists())
 
 
 if __name__ == "__main__":

@@ -6,7 +6,7 @@ import sys
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation")]
+sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
 import named_cases  # noqa: E402
 from resource_texts import BadResources, ResourceTexts  # noqa: E402
 

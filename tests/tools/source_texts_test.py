@@ -5,7 +5,7 @@ import sys
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation")]
+sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
 import named_cases  # noqa: E402
 from source_texts import Mistake, Search, Source  # noqa: E402
 
@@ -111,6 +111,25 @@ class Functions(unittest.TestCase):
         self.assertEqual(["a", "b"], texts('int shown = Show(nullptr, L"a");\n'
                                            'Sample object(Show(0, L"b"));\n'))
 
+    def test_calls_in_braces_outside_of_functions_are_found(self):
+        self.assertEqual(["a", "b", "c"], texts(
+            'const WideString one{catalogue.Translate(L"a")};\n'
+            'class Sample { WideString two{catalogue.Translate(L"b")}; };\n'
+            'const bool three = [] { Show(0, L"c"); return true; }();\n'))
+
+    def test_a_call_may_leave_defaults_out(self):
+        self.assertEqual(["a"], texts(
+            "void Tell(const WCHAR* text, int flags) { Show(0, text); }\nvoid Tell(int) {}\n"
+            + body('Tell(L"a");'), b_h="void Tell(const WCHAR* text, int flags = 0);"))
+
+    def test_a_function_of_the_file_hides_no_method(self):
+        self.assertEqual(["a"], texts("static void Tell(int x) { Log(x); }\n" + body('x.Tell(L"a");'),
+                                      b_h="class B { void Tell(const WCHAR* text) { Show(0, text); } };"))
+
+    def test_functions_that_hand_on_other_texts_may_have_texts_of_their_own(self):
+        found = search(body('Show(0, buffer); Show(0, L"a");'), handing_on=["f"])
+        self.assertEqual(["a"], [each.text for each in found])
+
     def test_lambdas_belong_to_the_function_around_them(self):
         self.assertEqual(["a"], texts("void Tell(const WCHAR* text) { Run([&] { Show(0, text); }); }\n"
                                       + body('Run([] { Tell(L"a"); });')))
@@ -158,6 +177,35 @@ class Mistakes(unittest.TestCase):
     def test_a_parameter_may_be_compared(self):
         self.assertEqual([], texts(body("if (given == 0 || given != owner) return; Show(0, given);")))
 
+    def test_a_parameter_that_is_changed_is_not_followed(self):
+        for change in ('given.append(L"a");', "++given;", "given++;", 'given += L"a";'):
+            with self.subTest(change):
+                self.assertEqual("a.cpp:3: error: 'given', which is shown, is given another value at line 2",
+                                 self.refusal(body(change + "\nShow(0, given);")))
+
+    def test_a_parameter_whose_name_a_variable_has_is_not_followed(self):
+        self.assertEqual("a.cpp:2: error: 'given', which is shown, may be the variable at line 2; give it a "
+                         "name of its own",
+                         self.refusal(body("for (const auto& given : list) Show(0, given);")))
+
+    def test_a_name_that_two_things_have_is_not_followed(self):
+        constant = 'const WCHAR text[] = L"a";'
+        for name, code, header in (
+                ("blocks", body(f"if (is) {{ {constant} }} else {{ {constant} Show(0, text); }}"), ""),
+                ("a variable", constant + body("WideString text = Make(); Show(0, text);"), ""),
+                ("a parameter", constant + body("Run([](const WideString& text) { Show(0, text); });"), ""),
+                ("a range", constant + body("for (const auto& text : list) Show(0, text);"), ""),
+                ("a binding", constant + body("const auto& [number, text] = pair; Show(0, text);"), ""),
+                ("a member", constant + body("Show(0, text);"), "class B { const WCHAR* text; };"),
+                ("a header", constant + body("Show(0, text);"),
+                 'class B { static constexpr WCHAR text[] = L"b"; };')):
+            with self.subTest(name):
+                self.assertIn("cannot be followed from 'text'", self.refusal(code, b_h=header))
+
+    def test_a_member_that_a_constructor_may_set_is_not_followed(self):
+        self.assertEqual(self.cannot_follow("text", 1), self.refusal(
+            'class A { A() : text(L"b") {} const WideString text = L"a"; void f() { Show(0, text); } };'))
+
     def test_a_lambda_with_a_parameter_of_that_name_is_not_followed(self):
         self.assertEqual("a.cpp:2: error: 'given', which is shown, may be the parameter of the lambda at "
                          "line 2; give it a name of its own",
@@ -170,6 +218,14 @@ class Mistakes(unittest.TestCase):
     def test_a_constructor_shows_nothing(self):
         self.assertIn("a constructor, Sample, shows its argument",
                       self.refusal("class Sample { Sample(const WCHAR* text) { Show(0, text); } };\n"))
+
+    def test_an_operator_shows_nothing(self):
+        self.assertEqual("a.cpp:1: error: an operator shows its argument; let a function that has a name",
+                         self.refusal("void operator<<(Out&, const WCHAR* text) { Show(0, text); }\n"))
+
+    def test_a_function_that_shows_is_in_no_table(self):
+        self.assertEqual("a.cpp:1: error: Show, which shows a text, is not called but handed on",
+                         self.refusal('constexpr Command commands[] = {{L"a", Show}};'))
 
     def test_a_function_that_shows_is_called_and_not_handed_on(self):
         self.assertEqual("a.cpp:2: error: Show, which shows a text, is not called but handed on",

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "Commands.h"
-#include "Complaint.h"
-#include "Files.h"
+#include "files/Complaint.h"
+#include "files/Files.h"
 #include "service/TemporaryFolder.h"
 
 class CommandTest : public testing::Test {

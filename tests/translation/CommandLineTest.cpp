@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "Complaint.h"
+#include "files/Complaint.h"
 
 using testing::ElementsAre;
 

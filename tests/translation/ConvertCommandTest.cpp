@@ -3,9 +3,9 @@
 #include <set>
 
 #include "CommandFixture.h"
-#include "OpenedFile.h"
 #include "Samples.h"
 #include "Utf16.h"
+#include "files/OpenedFile.h"
 #include "ui/TranslationFile.h"
 
 using testing::HasSubstr;
@@ -157,6 +157,13 @@ TEST_F(ConvertCommand, MistakesAreToldAndNothingIsWritten) {
     EXPECT_EQ(Run(RunConvert, {"in.po", "out.txt"}).errors,
               "in.po:1: error: a carriage return, which the library drops\n");
     EXPECT_FALSE(Exists("out.txt"));
+}
+
+TEST_F(ConvertCommand, TableOfACodePageIsNotGuessed) {
+    Put("a.tsv", "Menu\tMen\xF9\n");
+    const Result result = Run(RunConvert, {"a.tsv", "a.txt"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_THAT(result.errors, HasSubstr("a.tsv:1: error: the file is not UTF-8"));
 }
 
 TEST_F(ConvertCommand, WhatCannotBeDoneIsOneSentence) {

@@ -1,4 +1,4 @@
-#include "Files.h"
+#include "files/Files.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -68,10 +68,10 @@ TEST_F(Files, WhatCannotBeReadIsTold) {
 
 TEST_F(Files, WhatIsTooLargeIsNotRead) {
     WriteFile(PathOf("a"), "");
-    std::filesystem::resize_file(PathOf("a"), 16 << 20);
-    EXPECT_EQ(ReadFile(PathOf("a")).size(), 16U << 20);
-    std::filesystem::resize_file(PathOf("a"), (16 << 20) + 1);
-    EXPECT_EQ(ErrorOf([&] { ReadFile(PathOf("a")); }), "'" + PathOf("a") + "' is larger than 16 MB");
+    std::filesystem::resize_file(PathOf("a"), 512 << 10);
+    EXPECT_EQ(ReadFile(PathOf("a")).size(), 512U << 10);
+    std::filesystem::resize_file(PathOf("a"), (512 << 10) + 1);
+    EXPECT_EQ(ErrorOf([&] { ReadFile(PathOf("a")); }), "'" + PathOf("a") + "' is larger than 512 KB");
 }
 
 TEST_F(Files, WhatCannotBeWrittenIsTold) {

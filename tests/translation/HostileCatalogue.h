@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "Catalogue.h"
+#include "files/Catalogue.h"
 
 /* The same ones for the same seed. */
 class HostileCatalogues {

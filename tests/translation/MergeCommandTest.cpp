@@ -2,9 +2,9 @@
 
 #include "CommandFixture.h"
 #include "Samples.h"
-#include "ShownTexts.h"
-#include "TableFile.h"
 #include "Utf16.h"
+#include "files/TableFile.h"
+#include "texts/ShownTexts.h"
 
 using testing::HasSubstr;
 using testing::Not;
@@ -88,6 +88,7 @@ TEST_F(MergeCommand, ObsoleteTextsComeBack) {
     EXPECT_EQ(Merged("#+\n\n#~ A\n#~ a\n\n#~ B\n#~ b\n", "#+\n\nA\tXXXX\n"), "#+\n\nA\ta\n\n#~ B\n#~ b\n");
     EXPECT_EQ(Merged("#+\n\n#~ A\n#~ a\n", "#+\n\nA\tb\n"), "#+\n\nA\tb\n");
     EXPECT_EQ(notes, "");
+    EXPECT_EQ(Merged("#+\n\nA\tused\n", "#+\n\nB\tb\n\n#~ A\n#~ new\n"), "#+\n\nB\tb\n\n#~ A\n#~ new\n");
     EXPECT_EQ(Merged("#+\n\n#~ A\n#~ old\n", "#+\n\nB\tb\n\n#~ A\n#~ new\n"), "#+\n\nB\tb\n\n#~ A\n#~ new\n");
 }
 

@@ -1,4 +1,4 @@
-#include "PoFile.h"
+#include "files/PoFile.h"
 
 #include <gmock/gmock.h>
 
@@ -167,6 +167,10 @@ TEST_F(PoFile, ControlCharactersAreEscaped) {
               plainHead + "\nmsgid \"\\a\\b\\f\\v\\r\\001x\"\nmsgstr \"\"\n");
 }
 
+TEST_F(PoFile, ScreensAreOfOneLine) {
+    EXPECT_EQ(Read("msgctxt \"a\\r\\nb\"\nmsgid \"c\"\nmsgstr \"\"\n").entries.at(0).screen, u"a b");
+}
+
 TEST_F(PoFile, XxxxIsNoTranslation) {
     EXPECT_EQ(Read("msgid \"a\"\nmsgstr \"XXXX\"\n").entries.at(0).translation, u"");
 }
@@ -242,7 +246,7 @@ TEST_F(PoFile, UnreadableFileCannotBeRead) {
     EXPECT_THROW(ReadPo(folder.Path().string(), complaints), UsageError);
 }
 
-TEST_F(PoFile, HalvesOfPairsCannotBeWritten) {
+TEST_F(PoFile, WhatGettextDoesNotTakeCannotBeWritten) {
     Catalogue catalogue;
     CatalogueEntry entry;
     entry.text = u"a";
@@ -251,4 +255,9 @@ TEST_F(PoFile, HalvesOfPairsCannotBeWritten) {
     catalogue.entries.push_back(entry);
     WritePo(catalogue, complaints);
     EXPECT_THAT(Sentences(complaints), ElementsAre("7: half of a character pair, which UTF-8 does not have"));
+    complaints.clear();
+    catalogue.entries[0].translation = u"b\4";
+    WritePo(catalogue, complaints);
+    EXPECT_THAT(Sentences(complaints),
+                ElementsAre("7: a character with the number 4, which gettext does not take"));
 }

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Catalogue.h"
-#include "Complaint.h"
+#include "files/Catalogue.h"
+#include "files/Complaint.h"
 #include "text/WideString.h"
 
 /* The complaints as "LINE: SENTENCE". */

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Samples.h"
-#include "TableFile.h"
+#include "files/TableFile.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "TableFile.h"
+#include "files/TableFile.h"
 #include "ui/TranslationFile.h"
 
 TEST(TableField, EscapedTextsAreReadBackByTheLibrary) {

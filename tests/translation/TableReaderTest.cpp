@@ -1,10 +1,10 @@
 #include <gmock/gmock.h>
 #include <stdio.h>
 
-#include "OpenedFile.h"
 #include "Samples.h"
-#include "TableFile.h"
 #include "Utf16.h"
+#include "files/OpenedFile.h"
+#include "files/TableFile.h"
 #include "ui/TranslationFile.h"
 
 using testing::ElementsAre;
@@ -96,6 +96,10 @@ TEST(TableReader, WhatASpreadsheetHasDoneIsUnderstood) {
     EXPECT_EQ(catalogue.entries[1].translation, u"");
 }
 
+TEST(TableReader, CommentsHaveNoCarriageReturns) {
+    EXPECT_THAT(Read("\n# a\rb\r\r\nOpen\tOuvrir\n").entries.at(0).notes, ElementsAre(u"ab"));
+}
+
 TEST(TableReader, EmptyCellIsNoTranslationYet) {
     const Catalogue catalogue = Read("Open\t\nClose\t\r\n");
     ASSERT_EQ(catalogue.entries.size(), 2U);
@@ -110,6 +114,15 @@ TEST(TableReader, LastTranslationOfATextCounts) {
     EXPECT_EQ(catalogue.entries[0].translation, u"Ouvrir");
     EXPECT_EQ(catalogue.entries[0].line, 7U);
     EXPECT_THAT(catalogue.entries[0].notes, ElementsAre(u"b", u"c"));
+}
+
+TEST(TableReader, ObsoleteTextIsKeptOnceAndOnlyWhileItIsNotInUse) {
+    const Catalogue catalogue = Read("\n#~ A\n#~ a\n#~ A\n#~ aa\n#~ B\n#~ b\n#~ C\n#~ c\nB\tXXXX\nC\tcc\n");
+    ASSERT_EQ(catalogue.entries.size(), 3U);
+    EXPECT_EQ(catalogue.entries[0].translation, u"aa");
+    EXPECT_TRUE(catalogue.entries[0].isObsolete);
+    EXPECT_EQ(catalogue.entries[1].translation, u"b");
+    EXPECT_EQ(catalogue.entries[2].translation, u"cc");
 }
 
 TEST(TableReader, HarvestIsTakenAsItWasWritten) {

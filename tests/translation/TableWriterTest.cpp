@@ -2,8 +2,8 @@
 
 #include "HostileCatalogue.h"
 #include "Samples.h"
-#include "TableFile.h"
 #include "Utf16.h"
+#include "files/TableFile.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

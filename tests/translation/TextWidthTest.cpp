@@ -1,8 +1,8 @@
 /* How wide texts are. The widths of single characters are those of the font's bitmaps of 11 pixels. */
 #include <gtest/gtest.h>
 
-#include "TextWidth.h"
-#include "WidthsOfTahoma.h"
+#include "texts/TextWidth.h"
+#include "texts/WidthsOfTahoma.h"
 
 namespace {
 

@@ -73,3 +73,11 @@ TEST_F(TranslationProgram, TemplateIsTranslatedMergedAndConverted) {
     EXPECT_EQ(result.errors, "");
     EXPECT_THAT(result.output, StartsWith("\xFF\xFE#"));
 }
+
+TEST_F(TranslationProgram, WhatCannotBeToldIsAFailure) {
+    for (const std::string arguments : {"--help >/dev/full", "--version >&-"}) {
+        const int status = std::system(("'" ORVANDE_TRANSLATION_PROGRAM "' " + arguments + " 2>&-").c_str());
+        ASSERT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 2) << arguments;
+    }
+}

@@ -1,7 +1,15 @@
 /* gettext's library keeps what it has allocated for comments, by its own account (gettext-po.c: "FIXME:
- * memory leak"); a sanitizer looks for other leaks. */
-extern "C" const char* __lsan_default_suppressions();
+ * memory leak"); a sanitizer, which asks these two, looks for other leaks. */
+extern "C" {
+const char* __lsan_default_suppressions();
+const char* __lsan_default_options();
+}
 
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:libgettextpo";
+}
+
+/* Programs print what they have to say and nothing else. */
+extern "C" const char* __lsan_default_options() {
+    return "print_suppressions=0";
 }

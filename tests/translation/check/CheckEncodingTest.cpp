@@ -95,3 +95,11 @@ TEST_F(CheckEncoding, APathWithBlanksIsQuotedForTheShell) {
     ASSERT_EQ(1U, told.size());
     EXPECT_THAT(told[0], testing::EndsWith("convert 'FILE' NEW.txt"));
 }
+
+TEST_F(CheckEncoding, TheCharactersOfATableThatIsNotUtf8AreAGuess) {
+    std::string latin1 = Joined("\n");
+    EXPECT_THAT(Check(latin1, "French.tsv"), IsEmpty());
+    latin1.replace(latin1.find("\u00E7"), 2, "\xE7");
+    EXPECT_THAT(Check(latin1, "French.tsv"),
+                ElementsAre(Error(2, "the file is not UTF-8, and 're\u00E7u' a guess: save it as UTF-8")));
+}

@@ -11,10 +11,10 @@
 
 #include "Commands.h"
 #include "Samples.h"
-#include "ShownTexts.h"
-#include "TableFile.h"
 #include "Utf16.h"
+#include "files/TableFile.h"
 #include "service/TemporaryFolder.h"
+#include "texts/ShownTexts.h"
 
 class CheckFixture : public testing::Test {
 protected:

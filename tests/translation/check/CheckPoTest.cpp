@@ -75,3 +75,22 @@ TEST_F(CheckPo, TextsAreJudgedAsInTables) {
             Error(line, "'Garder le mot' needs 65 pixels, its check box on the screen 'Sign in' has 56"),
             Error(last, "the text '%d maps' is missing (Everywhere: message)")));
 }
+
+TEST_F(CheckPo, ACarriageReturnIsDropped) {
+    const size_t line = Translate("Welcome", {"msgstr \"Wel\\rcome\""});
+    EXPECT_THAT(CheckLines(), ElementsAre(Error(line, "a carriage return, which the library drops")));
+}
+
+TEST_F(CheckPo, OfAFileThatCannotBeReadNothingIsMissing) {
+    const size_t line = Translate("Welcome", {"msgstr \"Welcome"});
+    EXPECT_THAT(CheckLines(), ElementsAre(Error(line + 2, "end-of-line within string")));
+}
+
+TEST_F(CheckPo, WhatADeclaredCharsetMeansDependsOnTheBytes) {
+    const std::string sentence = "the charset is 'ISO-8859-1' and not UTF-8: ";
+    lines[2] = "\"Content-Type: text/plain; charset=ISO-8859-1\\n\"";
+    Translate("Welcome", {"msgstr \"re\u00E7u\""});
+    EXPECT_THAT(CheckLines(), ElementsAre(Error(1, sentence + "write UTF-8 there, which the file is")));
+    Translate("Welcome", {"msgstr \"re\xE7u\""});
+    EXPECT_THAT(CheckLines(), ElementsAre(Error(3, sentence + "convert the file with msgconv")));
+}

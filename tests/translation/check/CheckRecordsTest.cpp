@@ -34,6 +34,29 @@ TEST_F(CheckRecords, BareQuotesOfATranslationAreDropped) {
                                            "\"My \"\"site\"\"\"")));
 }
 
+TEST_F(CheckRecords, WhatControlsATerminalIsNotPrinted) {
+    const size_t line = Replace("Welcome", "Welcome\t\x1B[2J\"\xC2\x9B");
+    EXPECT_THAT(Check(), ElementsAre(Error(line,
+                                           "the library drops a double quote of the translation; write it as "
+                                           "\"□[2J\"\"□\"")));
+}
+
+TEST_F(CheckRecords, AFieldThatIsTooLongForASentenceIsDescribed) {
+    const size_t line = Replace("Welcome", "Welcome\t\"" + std::string(400, 'i') + "\" i");
+    EXPECT_THAT(Check()[0], Error(line,
+                                  "the library drops a double quote of the translation; write it as \"...\", "
+                                  "with \"\" for each quote in it"));
+}
+
+TEST_F(CheckRecords, ATranslationOfSeveralLinesIsNotClosed) {
+    const size_t line = Replace("Welcome", "Welcome\t\"My\nsite\"");
+    EXPECT_THAT(Check(),
+                ElementsAre(Error(line,
+                                  "no double quote closes the one before the translation; write it "
+                                  "in one line, with \\n for each line break"),
+                            Error(line + 1, "the line has no TAB between a text and its translation")));
+}
+
 TEST_F(CheckRecords, QuotesThatAreEscapedOrEncloseAreRead) {
     Replace("Welcome", "\"Welcome\"\t\"My \"\"site\"\"\"");
     Replace("Save it", "Save it\t\\\"It\\\"");
@@ -87,4 +110,19 @@ TEST_F(CheckRecords, WithoutAFileNothingIsChecked) {
     EXPECT_THROW(RunCheck({}), UsageError);
     const std::string missing[] = {"/nowhere/French.txt"};
     EXPECT_THROW(RunCheck(missing), UsageError);
+}
+
+TEST_F(CheckRecords, ASecondTabIsShown) {
+    const std::string sentence =
+        "a second TAB, which the user would see with all behind it; delete both, or write \\t";
+    const size_t line = Replace("Welcome", "Welcome\tHello\t");
+    EXPECT_THAT(Check(), ElementsAre(Error(line, sentence)));
+    Replace("Welcome", "Welcome\tHello\\tyou");
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckRecords, OfLinesThatEndWithCrAloneThereIsOne) {
+    EXPECT_THAT(Check(Joined("\r"), "French.tsv"),
+                testing::Contains(
+                    Error(1, "the lines end with a carriage return alone: save the file with line feeds")));
 }

@@ -127,3 +127,28 @@ TEST_F(CheckTexts, ANameThatIsNotTranslatedYetIsToldOnce) {
     const size_t line = Replace("Forgot", "Forgot\tXXXX");
     EXPECT_THAT(Check(), ElementsAre(Error(line, "'Forgot' is not translated yet")));
 }
+
+TEST_F(CheckTexts, ATextWithNothingToSeeIsEmpty) {
+    for (const std::string blanks : {" ", "  \\t", "\u00A0"}) {
+        const size_t line = Replace("Welcome", "Welcome\t" + blanks);
+        EXPECT_THAT(Check(), ElementsAre(Error(line,
+                                               "the translation of 'Welcome' is empty; write one, or XXXX "
+                                               "for none yet")));
+    }
+}
+
+TEST_F(CheckTexts, TheMarkOfNoneIsKnownHoweverItIsTyped) {
+    for (const std::string mark : {"XXXX ", "xxxx", "XXX"}) {
+        const size_t line = Replace("Welcome", "Welcome\t" + mark);
+        EXPECT_THAT(Check(), ElementsAre(Error(line, "'Welcome' is not translated yet")));
+    }
+    Replace("Welcome", "Welcome\tXX");
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckTexts, BlanksThatCannotBeSeenAreShownAsBoxes) {
+    const size_t line = Replace("New Account", "New\u00A0Account\tNew Account");
+    EXPECT_THAT(Check(), testing::Contains(Error(line,
+                                                 "'New\u25A1Account' is no text of Orvande Online 1.0.0; did "
+                                                 "you mean 'New Account'?")));
+}

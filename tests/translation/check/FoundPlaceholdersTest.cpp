@@ -1,4 +1,4 @@
-#include "FoundPlaceholders.h"
+#include "check/FoundPlaceholders.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "Mentions.h"
+#include "check/Mentions.h"
 
 #include <gmock/gmock.h>
 

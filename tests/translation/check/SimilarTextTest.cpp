@@ -1,4 +1,4 @@
-#include "SimilarText.h"
+#include "check/SimilarText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 /* A few texts of every kind in place of this version's. */
-#include "ShownTexts.h"
+#include "texts/ShownTexts.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
  * goes wrong that can. */
 #include <gmock/gmock.h>
 
-#include "ShownTexts.h"
 #include "account/AccountTest.h"
 #include "account/SignInDialog.h"
 #include "frame/LibraryEntry.h"
+#include "texts/ShownTexts.h"
 #include "transport/WebConnection.h"
 
 namespace {

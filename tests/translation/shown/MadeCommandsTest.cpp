@@ -1,9 +1,9 @@
 /* The commands `template` and `pseudo`. */
-#include "Files.h"
 #include "MadeFiles.h"
 #include "Samples.h"
-#include "ShownTexts.h"
+#include "files/Files.h"
 #include "service/TemporaryFolder.h"
+#include "texts/ShownTexts.h"
 
 using testing::Each;
 using testing::ElementsAre;

@@ -1,10 +1,10 @@
-#include "ShownTexts.h"
+#include "texts/ShownTexts.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "TextWidth.h"
+#include "texts/TextWidth.h"
 #include "ui/Ornaments.h"
 
 namespace {

@@ -1,7 +1,7 @@
 /* What the translators' program holds for the widths of texts, beside what the system says of the same
  * font. */
-#include "TextWidth.h"
-#include "WidthsOfTahoma.h"
+#include "texts/TextWidth.h"
+#include "texts/WidthsOfTahoma.h"
 
 #include <gtest/gtest.h>
 

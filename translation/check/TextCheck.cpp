@@ -1,0 +1,215 @@
+#include "check/TextCheck.h"
+
+#include <algorithm>
+
+#include "Utf16.h"
+#include "check/FoundPlaceholders.h"
+#include "check/Mentions.h"
+#include "check/SimilarText.h"
+#include "files/Quoted.h"
+#include "files/ShownPlaces.h"
+#include "text/Placeholders.h"
+#include "texts/TextWidth.h"
+#include "ui/Ornaments.h"
+
+namespace {
+
+/* Nobody is helped by more, and to look for similar texts takes time. */
+constexpr size_t mostSimilar = 100;
+constexpr size_t mostTold = 1000;
+
+bool IsTitle(const ShownText& shown) {
+    return shown.places.front().kind == TextKind::Title;
+}
+
+WideStringView WithoutBlanks(WideStringView text) {
+    constexpr WideStringView blanks = u" \t\u00A0\u3000";
+    const size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
+/* XXXX as people type it. */
+bool IsMarkOfNone(WideStringView translation) {
+    const WideStringView mark = WithoutBlanks(translation);
+    return mark.size() >= 3 && mark.find_first_not_of(u"Xx") == WideStringView::npos;
+}
+
+/* Beside the text that is meant, a blank that is none, or nothing to be seen, would be looked for in vain. */
+WideString WithVisibleBlanks(WideString text) {
+    std::ranges::replace_if(
+        text,
+        [](WCHAR unit) {
+            return unit == 0xA0 || unit == 0xAD || (unit >= 0x2000 && unit <= 0x200F) || unit == 0xFEFF;
+        },
+        u'\x25A1');
+    return text;
+}
+
+/* How many letters of a text are access keys. */
+size_t CountAccessKeys(WideStringView text) {
+    size_t count = 0;
+    for (size_t at = text.find(u'&'); at != WideStringView::npos && at + 1 < text.size();
+         at = text.find(u'&', at + 2))
+        if (text[at + 1] != u'&') ++count;
+    return count;
+}
+
+std::string ListOf(const std::vector<WideStringView>& placeholders) {
+    std::string list;
+    for (const WideStringView placeholder : placeholders)
+        list += (list.empty() ? "" : ", ") + Utf8Of(placeholder);
+    return list.empty() ? "none" : list;
+}
+
+/* What has the room, as people call it. */
+std::string OwnerOfRoom(const TextPlace& place) {
+    switch (place.kind) {
+        case TextKind::SoftKey:
+            return "a soft key on a screen of 176x220";
+        case TextKind::MenuItem:
+            return "a menu on a screen of 176x220";
+        case TextKind::Caption:
+            return "the caption on a screen of 176x220";
+        case TextKind::Message:
+            return "a message on a screen of 176x220";
+        case TextKind::Label:
+        case TextKind::CheckBox:
+        case TextKind::Title:
+            break;
+    }
+    return "its " + std::string(NameOf(place.kind)) + " on the screen '" + place.screen + "'";
+}
+
+class TextCheck {
+public:
+    TextCheck(const CheckedFile& checked, Complaints& added)
+        : file(checked), catalogue(checked.catalogue), complaints(added) {}
+
+    void Run() {
+        for (const CatalogueEntry& entry : catalogue.entries) {
+            if (told >= mostTold) break;
+            if (!entry.isObsolete) CheckEntry(entry);
+        }
+        for (const ShownText& shown : AllShownTexts())
+            CheckText(shown);
+    }
+
+private:
+    void CheckEntry(const CatalogueEntry& entry) {
+        const ShownText* const shown = FindShownText(entry.text);
+        if (shown == nullptr) return TellUnknown(entry);
+        if (IsTitle(*shown)) return;
+        const bool isBlank = !entry.translation.empty() && WithoutBlanks(entry.translation).empty();
+        if (file.emptyLines.contains(entry.line) || isBlank)
+            Tell(entry,
+                 "the translation of " + Quoted(entry.text) + " is empty; write one, or XXXX for none yet");
+        else if (entry.translation.empty() || IsMarkOfNone(entry.translation))
+            Tell(entry, Quoted(entry.text) + " is not translated yet");
+        else if (entry.isFuzzy)
+            Tell(entry, "the translation of " + Quoted(entry.text) +
+                            " is a guess; confirm it by removing 'fuzzy' from the line of its flags");
+    }
+
+    void TellUnknown(const CatalogueEntry& entry) {
+        const ShownText* const similar = told < mostSimilar ? FindSimilarText(entry.text) : nullptr;
+        Tell(entry, Quoted(WithVisibleBlanks(entry.text)) + " is no text of " + NameOfVersion() +
+                        (similar ? "; did you mean " + QuotedWhole(similar->text) + "?" : "; remove it"));
+    }
+
+    void CheckText(const ShownText& shown) {
+        if (IsTitle(shown)) return;
+        const CatalogueEntry* const entry = Find(shown);
+        if (entry == nullptr) return TellMissing(shown);
+        if (entry->translation.empty()) return;
+        CheckPlaceholders(shown, *entry);
+        CheckAccessKeys(shown, *entry);
+        CheckNames(shown, *entry);
+        for (const TextPlace& place : shown.places)
+            CheckRoom(place, shown, *entry);
+    }
+
+    /* As the library does it. */
+    [[nodiscard]] const CatalogueEntry* Find(const ShownText& shown) const {
+        const CatalogueEntry* const exactly = catalogue.Find(shown.text);
+        return exactly != nullptr ? exactly : catalogue.Find(WithoutOrnaments(shown.text));
+    }
+
+    void TellMissing(const ShownText& shown) {
+        Complain(complaints, file.lastLine,
+                 "the text " + Quoted(shown.text) + " is missing (" + PlaceText(shown.places.front()) + ")");
+    }
+
+    void CheckPlaceholders(const ShownText& shown, const CatalogueEntry& entry) {
+        if (!shown.isFormat || ReadsArgumentsOf(shown.text, entry.translation.c_str())) return;
+        Tell(entry, "the placeholders of " + Quoted(shown.text) + " are " +
+                        ListOf(FindPlaceholders(shown.text)) + ", those of the translation " +
+                        ListOf(FindPlaceholders(entry.translation)) + ": it would not be shown");
+    }
+
+    /* A record without ornaments may serve several texts, so it has no keys of its own. */
+    void CheckAccessKeys(const ShownText& shown, const CatalogueEntry& entry) {
+        const auto hasKey = [](const TextPlace& place) { return HasAccessKeys(place.kind); };
+        if (entry.text != shown.text || std::ranges::none_of(shown.places, hasKey)) return;
+        const size_t wanted = CountAccessKeys(shown.text);
+        const size_t count = CountAccessKeys(entry.translation);
+        if (count == wanted) return;
+        if (wanted == 0)
+            Tell(entry, "the & in " + Quoted(entry.translation) +
+                            " would underline a letter, and the text has none; write && for an & to be seen");
+        else if (count == 0)
+            Tell(entry, "the access key is lost: write & before a letter, as in " + Quoted(shown.text));
+        else
+            Tell(entry, "more than one & underlines a letter; " + Quoted(shown.text) + " has one");
+    }
+
+    void CheckNames(const ShownText& shown, const CatalogueEntry& entry) {
+        for (const Mention& mention : FindMentions(shown.text)) {
+            const CatalogueEntry* const name = Find(*mention.name);
+            if (name == nullptr || name->translation.empty()) continue;
+            if (WithoutAccessKeys(entry.translation).find(WithoutAccessKeys(name->translation)) !=
+                WideString::npos)
+                continue;
+            Tell(entry, "the text mentions " + Quoted(mention.name->text) + ", which is translated as " +
+                            Quoted(name->translation) + ": the translation has to use that name");
+        }
+    }
+
+    void CheckRoom(const TextPlace& place, const ShownText& shown, const CatalogueEntry& entry) {
+        const TextRoom room = RoomAt(place);
+        const bool hasBreak = entry.translation.find(u'\n') != WideString::npos;
+        if (hasBreak && room.lines == 1 && WideStringView(shown.text).find(u'\n') == WideStringView::npos)
+            return Tell(entry,
+                        "the translation has a line break, and " + OwnerOfRoom(place) + " has one line");
+        if (Fits(place, entry.translation)) return;
+        const TextRoom needed = NeededRoom(place, entry.translation);
+        const bool isTooWide = needed.width > room.width;
+        const std::string line = isTooWide && room.lines > 1 ? " in a line" : "";
+        const std::string has =
+            isTooWide ? std::to_string(room.width) + line
+                      : std::to_string(room.lines) + " of " + std::to_string(room.width) + " pixels";
+        Tell(entry, Quoted(entry.translation) + " needs " +
+                        (isTooWide ? std::to_string(needed.width) + " pixels" + line
+                                   : std::to_string(needed.lines) + " lines") +
+                        ", " + OwnerOfRoom(place) + " has " + has);
+    }
+
+    /* Once a line: a text may be shown in several places. */
+    void Tell(const CatalogueEntry& entry, std::string sentence) {
+        ++told;
+        const auto isSame = [&](const Complaint& other) {
+            return other.line == entry.line && other.sentence == sentence;
+        };
+        if (std::ranges::none_of(complaints, isSame)) Complain(complaints, entry.line, std::move(sentence));
+    }
+
+    const CheckedFile& file;
+    const Catalogue& catalogue;
+    Complaints& complaints;
+    size_t told = 0;
+};
+
+}  // namespace
+
+void CheckTexts(const CheckedFile& file, Complaints& complaints) {
+    TextCheck(file, complaints).Run();
+}

@@ -1,0 +1,33 @@
+/* A catalogue that a file is read into, text by text. */
+#pragma once
+
+#include <map>
+
+#include "files/Catalogue.h"
+
+/* Adds what is not there yet. */
+void AddOnce(std::vector<WideString>& lines, const std::vector<WideString>& added);
+
+/* What a file's translation says: XXXX stands for none. */
+WideString TranslationOrNone(WideString translation);
+
+class CatalogueBuilder {
+public:
+    [[nodiscard]] Catalogue& Get() { return catalogue; }
+
+    /* The entry of `text` that is not obsolete, or null; valid until the next is added. */
+    [[nodiscard]] CatalogueEntry* Find(const WideString& text);
+
+    /* When the text is there already, and likewise obsolete or not, its entry takes what it lacks, and the
+     * later translation. */
+    void Add(CatalogueEntry entry);
+
+    /* The catalogue. An obsolete entry whose text is in use has been left out: what translates it is taken by
+     * the other when that has no translation. */
+    Catalogue Take();
+
+private:
+    Catalogue catalogue;
+    std::map<WideString, size_t> inUse;
+    std::map<WideString, size_t> obsolete;
+};

@@ -1,0 +1,238 @@
+/* The catalogue of a .po file. */
+#include <algorithm>
+#include <cstdlib>
+
+#include "Utf16.h"
+#include "files/CatalogueBuilder.h"
+#include "files/Files.h"
+#include "files/PoFile.h"
+#include "files/PoMessages.h"
+#include "files/TableComment.h"
+#include "files/Utf8.h"
+
+namespace {
+
+constexpr std::string_view formFields[] = {"MIME-Version", "Content-Type", "Content-Transfer-Encoding"};
+
+std::string_view OrEmpty(const char* text) {
+    return text == nullptr ? std::string_view() : text;
+}
+
+/* Calls with each line, without its end, and its number from 1. */
+template <class Take>
+void ForEachLine(std::string_view text, Take take) {
+    for (size_t number = 1; !text.empty(); ++number) {
+        const size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        while (line.ends_with('\r'))
+            line.remove_suffix(1);
+        take(line, number);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+/* What a comment line of a table can hold of it. */
+WideString LineOf(std::string_view text) {
+    WideString line = Utf16Of(text);
+    std::erase(line, u'\r');
+    std::ranges::replace(line, u'\n', u' ');
+    return line;
+}
+
+std::vector<WideString> LinesOf(const char* text) {
+    std::vector<WideString> lines;
+    ForEachLine(OrEmpty(text), [&](std::string_view line, size_t) { lines.push_back(LineOf(line)); });
+    return lines;
+}
+
+/* Whether a string of the line has NUL as an escape, at which the library would end the text. */
+bool HasEscapedNul(std::string_view line) {
+    if (line.starts_with('#') && !line.starts_with("#~")) return false;
+    for (size_t at = 0; (at = line.find('\\')) != std::string_view::npos;) {
+        std::string_view escape = line.substr(at + 1);
+        line.remove_prefix(std::min(at + 2, line.size()));
+        const bool isHex = escape.starts_with('x');
+        if (isHex) escape.remove_prefix(1);
+        const size_t end = escape.find_first_not_of(isHex ? "0123456789abcdefABCDEF" : "01234567");
+        const std::string_view number = escape.substr(0, isHex ? end : std::min<size_t>(end, 3));
+        if (!number.empty() && number.find_first_not_of('0') == std::string_view::npos) return true;
+    }
+    return false;
+}
+
+bool IsUtf8Charset(std::string charset) {
+    std::ranges::transform(charset, charset.begin(), [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 32) : letter;
+    });
+    // The last stands in templates.
+    return charset == "UTF-8" || charset == "UTF8" || charset == "ASCII" || charset == "US-ASCII" ||
+           charset == "CHARSET";
+}
+
+/* What stands behind "charset=", or nothing. */
+std::string CharsetIn(std::string_view text) {
+    constexpr std::string_view mark = "charset=";
+    const size_t at = text.find(mark);
+    if (at == std::string_view::npos) return {};
+    text.remove_prefix(at + mark.size());
+    return std::string(text.substr(0, text.find_first_of("; \t\\\"")));
+}
+
+/* A file that is UTF-8 all the same would be spoiled by another conversion. */
+void ComplainOfCharset(const std::string& charset, std::string_view bytes, size_t line,
+                       Complaints& complaints) {
+    const bool isMislabelled = IsUtf8(bytes) && !IsAscii(bytes);
+    Complain(complaints, line,
+             "the charset is '" + charset + "' and not UTF-8: " +
+                 (isMislabelled ? "write UTF-8 there, which the file is" : "convert the file with msgconv"));
+}
+
+void ComplainOfBytes(std::string_view bytes, Complaints& complaints) {
+    const bool isUtf8 = IsUtf8(bytes);
+    bool isDeclared = false;
+    ForEachLine(bytes, [&](std::string_view line, size_t number) {
+        const std::string charset = isDeclared || !line.starts_with('"') ? "" : CharsetIn(line);
+        if (!charset.empty() && !isUtf8 && !IsUtf8Charset(charset)) {
+            isDeclared = true;
+            ComplainOfCharset(charset, bytes, number, complaints);
+        }
+        if (!isDeclared && !IsUtf8(line))
+            Complain(complaints, number, "the line is not UTF-8: save the file as that");
+        if (line.find('\0') != std::string_view::npos || HasEscapedNul(line))
+            Complain(complaints, number, "a character with the number 0, which ends a text");
+    });
+}
+
+/* Where each message has its msgid; the library does not tell. */
+std::vector<size_t> LinesOfTexts(std::string_view bytes) {
+    std::vector<size_t> lines;
+    ForEachLine(bytes, [&](std::string_view line, size_t number) {
+        if (line.starts_with("#~")) line.remove_prefix(2);
+        line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+        if (line.starts_with("msgid") && !line.starts_with("msgid_")) lines.push_back(number);
+    });
+    return lines;
+}
+
+class PoReader {
+public:
+    PoReader(std::string_view all, Complaints& toTell)
+        : bytes(all), lines(LinesOfTexts(all)), complaints(toTell) {}
+
+    void Take(po_message_t message) {
+        line = index < lines.size() ? lines[index] : 0;
+        ++index;
+        if (po_message_msgid_plural(message) != nullptr)
+            Complain(complaints, line, "plural forms, which the library does not have");
+        const bool isHead = *po_message_msgid(message) == '\0' && po_message_msgctxt(message) == nullptr;
+        if (isHead && po_message_is_obsolete(message) == 0)
+            TakeHead(message);
+        else
+            TakeEntry(message);
+    }
+
+    Catalogue Catalogued() { return built.Take(); }
+
+private:
+    void TakeHead(po_message_t message) {
+        Catalogue& catalogue = built.Get();
+        catalogue.notes = LinesOf(po_message_comments(message));
+        catalogue.isHeadFuzzy = po_message_is_fuzzy(message) != 0;
+        ForEachLine(OrEmpty(po_message_msgstr(message)),
+                    [&](std::string_view field, size_t) { TakeField(field); });
+    }
+
+    void TakeField(std::string_view field) {
+        const size_t colon = std::min(field.find(':'), field.size());
+        const std::string_view name = field.substr(0, colon);
+        std::string_view value = field.substr(std::min(colon + 1, field.size()));
+        if (value.starts_with(' ')) value.remove_prefix(1);
+        if (name == "Content-Type") CheckCharset(value);
+        const bool isOfForm = std::ranges::find(formFields, name) != std::end(formFields);
+        if (!isOfForm && !name.empty()) built.Get().fields.push_back({LineOf(name), LineOf(value)});
+    }
+
+    void CheckCharset(std::string_view type) {
+        const std::string charset = CharsetIn(type);
+        if (!charset.empty() && !IsUtf8Charset(charset)) ComplainOfCharset(charset, bytes, line, complaints);
+    }
+
+    void TakeEntry(po_message_t message) {
+        CatalogueEntry entry;
+        entry.line = line;
+        entry.text = TextOf(po_message_msgid(message));
+        entry.translation = TranslationOrNone(TextOf(po_message_msgstr(message)));
+        entry.screen = LineOf(OrEmpty(po_message_msgctxt(message)));
+        entry.guessedFrom = TextOf(po_message_prev_msgid(message));
+        std::erase(entry.guessedFrom, u'\r');
+        entry.notes = LinesOf(po_message_comments(message));
+        entry.places = LinesOf(po_message_extracted_comments(message));
+        entry.references = ReferencesOf(message);
+        entry.isFormat = po_message_is_format(message, "c-format") != 0;
+        entry.isFuzzy = po_message_is_fuzzy(message) != 0;
+        entry.isObsolete = po_message_is_obsolete(message) != 0;
+        if (entry.text.empty()) {
+            Complain(complaints, line, "the text is empty");
+            return;
+        }
+        if (!entry.isObsolete) JoinScreens(entry);
+        built.Add(std::move(entry));
+    }
+
+    /* Its text may have been met on another screen. */
+    void JoinScreens(CatalogueEntry& entry) {
+        const CatalogueEntry* const other = built.Find(entry.text);
+        if (other == nullptr) return;
+        const bool areBoth = !entry.translation.empty() && !other->translation.empty();
+        if (areBoth && entry.translation != other->translation) {
+            Complain(complaints, line,
+                     "the text has another translation in line " + std::to_string(other->line) +
+                         ", and the library knows only one");
+        }
+        const auto isHere = [&entry](const WideString& place) {
+            return ScreenOfPlace(place) == entry.screen;
+        };
+        if (!entry.screen.empty() && entry.screen != other->screen &&
+            std::ranges::none_of(entry.places, isHere))
+            entry.places.push_back(entry.screen);
+    }
+
+    /* Escapes may make bytes that are no UTF-8. */
+    WideString TextOf(const char* text) {
+        const std::string_view read = OrEmpty(text);
+        if (!IsUtf8(read)) Complain(complaints, line, "an escape stands for a byte that is not UTF-8");
+        return Utf16Of(read);
+    }
+
+    static std::vector<WideString> ReferencesOf(po_message_t message) {
+        std::vector<WideString> references;
+        for (int at = 0; po_filepos_t place = po_message_filepos(message, at); ++at) {
+            const size_t start = po_filepos_start_line(place);
+            const bool hasLine = start != static_cast<size_t>(-1);
+            references.push_back(
+                LineOf(std::string(po_filepos_file(place)) + (hasLine ? ":" + std::to_string(start) : "")));
+        }
+        return references;
+    }
+
+    std::string_view bytes;
+    std::vector<size_t> lines;
+    Complaints& complaints;
+    CatalogueBuilder built;
+    size_t index = 0;
+    size_t line = 0;
+};
+
+}  // namespace
+
+Catalogue ReadPo(const std::string& path, Complaints& complaints) {
+    std::string bytes = ReadFile(path);
+    if (bytes.starts_with(utf8Mark)) bytes.erase(0, utf8Mark.size());
+    Complaints found;
+    ComplainOfBytes(bytes, found);
+    PoReader reader(bytes, found);
+    if (found.empty())
+        ReadPoMessages(bytes, found, [&reader](po_message_t message) { reader.Take(message); });
+    complaints.insert(complaints.end(), found.begin(), found.end());
+    return reader.Catalogued();
+}

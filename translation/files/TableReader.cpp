@@ -1,0 +1,248 @@
+/* The catalogue of a table. */
+#include <algorithm>
+#include <utility>
+
+#include "files/CatalogueBuilder.h"
+#include "files/TableComment.h"
+#include "files/TableFile.h"
+#include "texts/ShownTexts.h"
+#include "ui/TranslationFile.h"
+
+namespace {
+
+constexpr WideStringView untranslated = u"XXXX";
+
+WideStringView Trimmed(WideStringView text) {
+    const size_t first = text.find_first_not_of(u' ');
+    if (first == WideStringView::npos) return {};
+    return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+}
+
+/* The parts between the separators, without blanks around them and without empty ones. */
+std::vector<WideString> Split(WideStringView list, WCHAR separator) {
+    std::vector<WideString> parts;
+    for (size_t end = 0; end != WideStringView::npos; list.remove_prefix(std::min(end + 1, list.size()))) {
+        end = list.find(separator);
+        const WideStringView part = Trimmed(list.substr(0, end));
+        if (!part.empty()) parts.emplace_back(part);
+        if (end == WideStringView::npos) break;
+    }
+    return parts;
+}
+
+bool HasWord(WideStringView list, WideStringView word) {
+    const std::vector<WideString> words = Split(list, u',');
+    return std::ranges::find(words, word) != words.end();
+}
+
+bool IsShownExactly(WideStringView text) {
+    const ShownText* const shown = FindShownText(text);
+    return shown != nullptr && text == shown->text;
+}
+
+/* The text that `raw` stands for, in a file that may have been a harvest. */
+WideString TextOfField(WideStringView raw) {
+    WideString text = UnescapeTranslationText(raw);
+    WideString harvested = HarvestedText(raw);
+    if (text == harvested || IsShownExactly(text)) return text;
+    if (IsShownExactly(harvested)) return harvested;
+    WideString meant = MeantText(raw);
+    if (IsShownExactly(meant)) return meant;
+    if (FindShownText(text) != nullptr) return text;
+    return FindShownText(harvested) != nullptr ? harvested : text;
+}
+
+class TableReader {
+public:
+    explicit TableReader(Complaints& told) : complaints(told) {}
+
+    Catalogue Read(const std::vector<WideString>& lines) {
+        isHarvest = IsRawHarvest(lines);
+        for (const WideString& content : lines) {
+            ++line;
+            TakeLine(content);
+        }
+        EndObsolete();
+        EndHead();
+        // Notes behind the last text belong to none.
+        AddOnce(built.Get().notes, next.notes);
+        return built.Take();
+    }
+
+private:
+    void TakeLine(WideStringView content) {
+        if (content.ends_with(u'\r')) content.remove_suffix(1);
+        if (content.find(u'\0') != WideStringView::npos)
+            Complain(complaints, line, "a character with the number 0, which ends a text");
+        if (content.find_first_not_of(u" \t\r") == WideStringView::npos) {
+            EndHead();
+        } else if (IsTableComment(content)) {
+            TakeComment(ReadTableComment(content));
+        } else {
+            EndObsolete();
+            TakeRecord(content);
+        }
+    }
+
+    void TakeComment(const TableComment& comment) {
+        if (comment.mark == CommentMark::Obsolete) {
+            TakeObsolete(comment.rest);
+            return;
+        }
+        EndObsolete();
+        if (isHead)
+            TakeHead(comment);
+        else
+            TakeMark(comment);
+    }
+
+    void TakeHead(const TableComment& comment) {
+        if (comment.mark == CommentMark::Note)
+            built.Get().notes.push_back(UnescapedNote(comment.rest));
+        else if (comment.mark == CommentMark::Field)
+            TakeField(UnescapedNote(comment.rest));
+        else
+            TakeMark(comment);
+    }
+
+    /* Whose flags those in the first lines are is known only now. */
+    void EndHead() {
+        if (isHead) built.Get().isHeadFuzzy = std::exchange(next.isFuzzy, false);
+        isHead = false;
+    }
+
+    void TakeField(const WideString& field) {
+        const size_t colon = field.find(u':');
+        const WideStringView name = WideStringView(field).substr(0, colon);
+        WideStringView value;
+        if (colon != WideString::npos) value = WideStringView(field).substr(colon + 1);
+        if (value.starts_with(u' ')) value.remove_prefix(1);
+        if (!name.empty()) built.Get().fields.push_back({WideString(name), WideString(value)});
+    }
+
+    void TakeMark(const TableComment& comment) {
+        switch (comment.mark) {
+            case CommentMark::Place:
+                next.places.push_back(UnescapedNote(comment.rest));
+                break;
+            case CommentMark::Reference:
+                AddOnce(next.references, Split(UnescapedNote(comment.rest), u' '));
+                break;
+            case CommentMark::Flags:
+                next.isFormat = next.isFormat || HasWord(comment.rest, u"c-format");
+                next.isFuzzy = next.isFuzzy || HasWord(comment.rest, u"fuzzy");
+                break;
+            case CommentMark::GuessedFrom:
+                next.guessedFrom = UnescapeTranslationText(comment.rest);
+                break;
+            case CommentMark::Screen:
+                next.screen = UnescapedNote(comment.rest);
+                isScreenTold = true;
+                break;
+            case CommentMark::Field:
+                next.notes.push_back(u"+" + UnescapedNote(comment.rest));
+                break;
+            case CommentMark::Note:
+            case CommentMark::Obsolete:
+                next.notes.push_back(UnescapedNote(comment.rest));
+                break;
+        }
+    }
+
+    void TakeObsolete(WideStringView rest) {
+        isHead = false;
+        if (next.text.empty()) {
+            next.text = UnescapeTranslationText(rest);
+            next.line = line;
+            if (next.text.empty()) Complain(complaints, line, "an obsolete text is empty");
+        } else {
+            next.translation = TranslationOrNone(MeantText(rest));
+            next.isObsolete = true;
+            built.Add(TakeNext());
+        }
+    }
+
+    /* An obsolete text has to be followed by its translation. */
+    void EndObsolete() {
+        if (next.text.empty()) return;
+        Complain(complaints, next.line, "an obsolete text stands without its translation below it");
+        next.text.clear();
+    }
+
+    void TakeRecord(WideStringView content) {
+        isHead = false;
+        if (content.find(u'\r') != WideStringView::npos)
+            Complain(complaints, line, "a carriage return within the line, which the library drops");
+        const std::optional<TableRecord> record = ReadTableRecord(content);
+        const size_t tab = content.find(u'\t');
+        if (!record && (tab == 0 || tab == WideStringView::npos)) {
+            Complain(complaints, line, "the line has no TAB between a text and its translation");
+            return;
+        }
+        const WideStringView raw = record ? record->rawText : content.substr(0, tab);
+        next.text = isHarvest ? HarvestedText(raw) : TextOfField(raw);
+        if (record) next.translation = TranslationOrNone(MeantText(record->rawTranslation));
+        next.line = line;
+        if (next.text.empty())
+            Complain(complaints, line, "the text before the TAB is empty");
+        else
+            built.Add(TakeNext());
+    }
+
+    /* The entry that is complete now. */
+    CatalogueEntry TakeNext() {
+        if (!isScreenTold && !next.places.empty()) next.screen = ScreenOfPlace(next.places.front());
+        isScreenTold = false;
+        return std::exchange(next, {});
+    }
+
+    Complaints& complaints;
+    CatalogueBuilder built;
+    CatalogueEntry next; /* what the comments above a record have told so far */
+    bool isScreenTold = false;
+    bool isHead = true;
+    bool isHarvest = false;
+    size_t line = 0;
+};
+
+void ComplainOfEncoding(const TableText& table, Complaints& complaints) {
+    if (table.hasHalfUnit)
+        Complain(complaints, table.lines.size(),
+                 "the file ends with half a character (an odd number of bytes)");
+    if (table.encoding != TableEncoding::Unknown) return;
+    const auto isStrange = [](WCHAR unit) { return (unit >= 0x80 && unit <= 0x9F) || unit == 0xFFFD; };
+    const auto found = std::ranges::find_if(
+        table.lines, [&](const WideString& content) { return std::ranges::any_of(content, isStrange); });
+    Complain(complaints, static_cast<size_t>(found - table.lines.begin()) + 1,
+             "the file is neither UTF-16 nor UTF-8 nor Latin-1: save it as UTF-8");
+}
+
+/* Whether the lines end with CR alone, as those of old Macs, so that there is but one. */
+bool HasLinesOfCr(const TableText& table) {
+    return table.lines.size() == 1 && std::ranges::count(table.lines.front(), u'\r') > 1 &&
+           !table.lines.front().ends_with(u"\r\r");
+}
+
+}  // namespace
+
+bool IsRawHarvest(const std::vector<WideString>& lines) {
+    WideString last;
+    for (const WideString& line : lines) {
+        const WideStringView text = WideStringView(line).substr(0, line.find_last_not_of(u'\r') + 1);
+        const size_t tab = text.find(u'\t');
+        if (tab == 0 || tab == WideStringView::npos || text.substr(tab + 1) != untranslated) return false;
+        WideString key = HarvestedText(text.substr(0, tab));
+        if (IsTableComment(text) || key <= last) return false;
+        last = std::move(key);
+    }
+    return !lines.empty();
+}
+
+Catalogue ReadTable(const TableText& table, Complaints& complaints) {
+    ComplainOfEncoding(table, complaints);
+    if (HasLinesOfCr(table)) {
+        Complain(complaints, 1, "the lines end with a carriage return alone: save the file with line feeds");
+        return {};
+    }
+    return TableReader(complaints).Read(table.lines);
+}
