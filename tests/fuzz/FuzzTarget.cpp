@@ -2,12 +2,14 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <ostream>
 
 namespace {
 
 // Files in memory: a disk may take milliseconds for one that is written anew.
-const bool areFilesInMemory = setenv("TMPDIR", "/dev/shm", 0) == 0;
+constexpr const char* memory = "/dev/shm";
+const bool areFilesInMemory = std::filesystem::is_directory(memory) && setenv("TMPDIR", memory, 0) == 0;
 
 }  // namespace
 

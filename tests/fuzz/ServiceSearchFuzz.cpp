@@ -1,15 +1,33 @@
 /* Requests for a search, which anybody may send to the service. The input is the request. */
+#include <iterator>
 #include <set>
 
 #include "FuzzInput.h"
-#include "MadeUpMaps.h"
 #include "MapStoreHandler.h"
 #include "ReplyReading.h"
 #include "service/TemporaryFolder.h"
 
 namespace {
 
-constexpr int32_t mapCount = 25;
+/* At the ends of the globe, and where boxes touch. */
+constexpr Box covered[] = {
+    {0, 0, 0, 0},
+    {-9000000, -18000000, 9000000, 18000000},
+    {1000000, 17000000, 2000000, 18000000},
+    {1000000, -18000000, 2000000, -17000000},
+    {3000000, 18000000, 4000000, 18000000},
+    {3000000, -18000000, 4000000, -18000000},
+    {-2000000, 17900000, -1000000, -17900000},
+    {4580000, 590000, 4790000, 1050000},
+    {4790000, 1050000, 4900000, 1100000},
+    {9000000, -100, 9000000, 100},
+};
+constexpr auto mapCount = static_cast<int32_t>(std::size(covered));
+
+MapRecord MapAt(int32_t position) {
+    const std::string name = std::to_string(position);
+    return {name, position, "/maps/" + name + ".map", "", covered[position]};
+}
 
 bool IsOnTheGlobe(const Box& box) {
     return box.south >= -9000000 && box.south <= box.north && box.north <= 9000000 &&
@@ -71,7 +89,7 @@ private:
     void RequireMaps(const std::vector<Box>& boxes, ReplyReading& reading) const {
         std::set<std::u16string> wanted;
         for (int32_t position = 0; position < mapCount; ++position) {
-            const MapRecord map = source.at(position);
+            const MapRecord map = MapAt(position);
             const bool isMet = std::ranges::any_of(boxes, [&](const Box& box) { return Meet(box, map.box); });
             if (boxes.empty() || isMet) wanted.emplace(map.path.begin(), map.path.end());
         }
@@ -90,8 +108,7 @@ private:
     }
 
     TemporaryFolder folder;
-    MapSource source = MadeUpMaps(mapCount);
-    MapCatalogue catalogue{folder.Path(), source};
+    MapCatalogue catalogue{folder.Path(), {"maps at edges", mapCount, MapAt}};
 };
 
 const bool isAdded = AddFuzzTarget<ServiceSearch>("ServiceSearch");

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <map>
+#include <optional>
 
 #include "Commands.h"
 #include "FuzzInput.h"
@@ -48,15 +50,23 @@ private:
     const int output = dup(STDOUT_FILENO);
 };
 
-/* Texts and translations, obsolete ones aside. */
-std::map<WideString, WideString> PairsOf(const std::string& file) {
+using Pairs = std::map<WideString, WideString>;
+
+/* Texts and translations, obsolete ones aside; none when the file has mistakes. */
+std::optional<Pairs> PairsOf(const std::string& file) {
     Complaints complaints;
-    std::map<WideString, WideString> pairs;
+    Pairs pairs;
     for (const CatalogueEntry& entry : ReadCatalogue(file, complaints).entries) {
         if (!entry.isObsolete) pairs[entry.text] = entry.translation;
     }
-    Require(complaints.empty(), "what the program writes has no mistakes");
-    return pairs;
+    return complaints.empty() ? std::optional(pairs) : std::nullopt;
+}
+
+/* What is read of a file that is converted; nothing when it cannot be. */
+std::optional<Pairs> PairsOfConverted(const std::string& file, const std::string& name) {
+    const Silence silence;
+    const std::vector<std::string> arguments{file, name};
+    return RunConvert(arguments) == 0 ? PairsOf(name) : std::nullopt;
 }
 
 class TranslationCommand final : public FuzzTarget {
@@ -69,7 +79,8 @@ public:
             std::ranges::replace(line, '/', '_');
             arguments.push_back(line);
         }
-        WriteFile(names[input.TakeByte() % std::size(names)], input.TakeRest());
+        const char* const name = names[input.TakeByte() % std::size(names)];
+        WriteFile(name, input.TakeRest());
         if (!arguments.empty()) RequireEnd(arguments);
         for (const auto& entry : fs::directory_iterator(folder.Path()))
             fs::remove_all(entry);
@@ -99,12 +110,12 @@ private:
 
     /* Nothing is lost on the way to another form and back. */
     static void RequireConversion(Arguments arguments) {
-        if (arguments.size() != 2 || arguments[1] == "-") return;
+        if (arguments.size() != 2 || arguments[1] == "-" || arguments[0] == arguments[1]) return;
+        const auto pairs = PairsOf(arguments[0]);
+        Require(pairs.has_value() && PairsOf(arguments[1]) == pairs, "texts survive another form");
         for (const char* const name : {"back.tsv", "back.po", "back.txt"}) {
-            const Silence silence;
-            const std::vector<std::string> again{arguments[1], name};
-            if (RunConvert(again) != 0) continue;
-            Require(PairsOf(arguments[1]) == PairsOf(name), "texts and translations survive another form");
+            const auto back = PairsOfConverted(arguments[1], name);
+            Require(!back || back == pairs, "texts survive two other forms");
         }
     }
 
