@@ -9,6 +9,8 @@ import re
 
 LINE = re.compile(r"(?:(\d+): )?(.*)")
 BEGUN = re.compile(r"\[==========\] Running (\d+) test")
+# What another process writes to the same log may stand before it in the line.
+ENDED_WELL = re.compile(r"\[       OK \] \S+ \(\d+ ms\)$")
 ENDED_BADLY = re.compile(r"\[  (?:FAILED|SKIPPED) \] .*\(\d+ ms\)$")
 PROGRAM = re.compile(r" *\d+/\d+ Test +#(\d+): ")
 PASSED = re.compile(r"   Passed +[0-9.]+ sec")
@@ -62,16 +64,16 @@ class TestLog:
             return
         number, line = LINE.match(line).groups()
         program = self.programs.setdefault(int(number or 0), Program())
-        begun = BEGUN.match(line)
+        begun = BEGUN.search(line)
         if begun:
             program.begun = (program.begun or 0) + int(begun[1])
         if line.startswith("[ RUN      ]"):
             program.shown = []
         program.shown.append(line)
-        if line.startswith("[       OK ]"):
+        if ENDED_WELL.search(line):
             program.passed += 1
             program.shown = []
-        elif ENDED_BADLY.match(line):
+        elif ENDED_BADLY.search(line):
             program.failed += 1
             self.failures += program.shown
             program.shown = []

@@ -42,6 +42,12 @@ class Counts(unittest.TestCase):
     def test_lines_that_windows_ends_count_too(self):
         self.assert_counts(2, 0, (BEGUN + FIRST + SECOND).replace("\n", "\r\n") + PASSED)
 
+    def test_cases_count_behind_what_another_process_writes(self):
+        second = SECOND.replace("[       OK", "client error:744: [       OK")
+        self.assert_counts(2, 0, BEGUN + FIRST + second + PASSED)
+        failed = "1: [ RUN      ] A.Second\n1: client error:744: [  FAILED  ] A.Second (1 ms)\n"
+        self.assert_counts(1, 1, BEGUN + FIRST + failed + FAILED)
+
     def test_a_failed_case_counts_and_is_shown(self):
         failed = "1: [ RUN      ] A.Second\n1: why\n1: [  FAILED  ] A.Second (1 ms)\n"
         summary = "1: [  FAILED  ] 1 test, listed below:\n1: [  FAILED  ] A.Second\n"
