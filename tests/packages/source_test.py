@@ -10,8 +10,7 @@ import tarfile
 import tempfile
 import unittest
 
-import packages
-from packages import OUTPUT, ROOT, SCRATCH, VERSION, package, run
+from packages import OUTPUT, SCRATCH, VERSION, package, run
 
 import named_cases  # noqa: E402
 from files import listed  # noqa: E402
