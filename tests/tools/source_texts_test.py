@@ -7,7 +7,8 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
 import named_cases  # noqa: E402
-from source_texts import Mistake, Search, Source  # noqa: E402
+from cpp_source import Mistake, Source  # noqa: E402
+from source_texts import Search  # noqa: E402
 
 LOOKUP = """
 const WideString& TranslationCatalogue::Translate(const WideString& text) { return Find(text); }

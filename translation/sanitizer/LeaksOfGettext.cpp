@@ -1,5 +1,5 @@
-/* gettext's library keeps what it has allocated for comments, by its own account (gettext-po.c: "FIXME:
- * memory leak"); a sanitizer, which asks these two, looks for other leaks. */
+/* gettext's library does not free what it has allocated for comments, as its own source says (gettext-po.c);
+ * a sanitizer, which asks these two, looks for other leaks. */
 extern "C" {
 const char* __lsan_default_suppressions();
 const char* __lsan_default_options();

@@ -13,8 +13,9 @@ import pathlib
 import re
 import sys
 
+from cpp_source import Mistake, Source
 from resource_texts import BadResources, ResourceTexts
-from source_texts import Mistake, Search, Source
+from source_texts import Search
 
 OWN_NAME = "translation/texts/find_texts.py"
 EVERYWHERE = "Everywhere"
