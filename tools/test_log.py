@@ -11,7 +11,7 @@ LINE = re.compile(r"(?:(\d+): )?(.*)")
 BEGUN = re.compile(r"\[==========\] Running (\d+) test")
 # What another process writes to the same log may stand before it in the line.
 ENDED_WELL = re.compile(r"\[       OK \] \S+ \(\d+ ms\)$")
-ENDED_BADLY = re.compile(r"\[  (?:FAILED|SKIPPED) \] .*\(\d+ ms\)$")
+ENDED_BADLY = re.compile(r"\[  (?:FAILED |SKIPPED) \] .*\(\d+ ms\)$")
 PROGRAM = re.compile(r" *\d+/\d+ Test +#(\d+): ")
 PASSED = re.compile(r"   Passed +[0-9.]+ sec")
 TOTAL = re.compile(r"cases: (\d+)$")

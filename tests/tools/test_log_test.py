@@ -54,6 +54,11 @@ class Counts(unittest.TestCase):
         log = self.assert_counts(1, 1, BEGUN + FIRST + failed + summary + FAILED)
         self.assertEqual(["[ RUN      ] A.Second", "why", "[  FAILED  ] A.Second (1 ms)"], log.failures[:3])
 
+    def test_a_failed_case_is_shown_when_others_follow(self):
+        failed = "1: [ RUN      ] A.First\n1: why\n1: [  FAILED  ] A.First (1 ms)\n"
+        log = self.assert_counts(1, 1, BEGUN + failed + SECOND + FAILED)
+        self.assertEqual(["[ RUN      ] A.First", "why", "[  FAILED  ] A.First (1 ms)"], log.failures[:3])
+
     def test_a_skipped_case_has_failed(self):
         skipped = "1: [ RUN      ] A.Second\n1: [  SKIPPED ] A.Second (0 ms)\n"
         log = self.assert_counts(1, 1, BEGUN + FIRST + skipped + PASSED)
