@@ -11,7 +11,7 @@ struct Argument {
 };
 
 bool IsOneOf(WCHAR unit, const WCHAR* units) {
-    return unit != 0 && WideStringView(units).find(unit) != WideStringView::npos;
+    return WideStringView(units).find(unit) != WideStringView::npos;
 }
 
 /* Steps over the digits of a number; false when there are too many. */

@@ -113,7 +113,8 @@ const WideString& TranslationCatalogue::Translate(const char* text) {
 void TranslationCatalogue::WriteUntranslatedFile() {
     const WideString folder = HarvestFolder(GetSpecialFolderPath(CSIDL_PERSONAL));
     if (!IsHarvestDue(folder)) return Clear();
-    if (WriteHarvest(folder, ModulePath())) Clear();
+    const WideString modulePath = ModulePath();
+    if (WriteHarvest(folder, modulePath)) Clear();
 }
 
 void TranslationCatalogue::WriteUntranslatedFile(const WideString& modulePath,

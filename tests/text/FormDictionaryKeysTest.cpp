@@ -72,6 +72,7 @@ TEST_F(FormDictionaryKeys, KeyThatDamagesNoOtherIsSavedAsItIs) {
     EXPECT_EQ("Z=1\r\na=2\r\nb=a=c=bad\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("b=a=c"))));
     EXPECT_EQ("Z=1\r\na=2\r\na&b=bad\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("a&b"))));
     EXPECT_EQ("=b=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("=b"))));
+    EXPECT_EQ("=a=b=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("=a=b"))));
     EXPECT_EQ(" A=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT(" A"))));
     EXPECT_EQ("#a=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("#a"))));
     EXPECT_EQ("Z=1\r\na=2\r\nz=3\r\n\xE9=bad\r\n", Saved(BesideGoodOnes(Unit(0xE9))));

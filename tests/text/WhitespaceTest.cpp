@@ -53,6 +53,13 @@ TEST(TrimWhitespace, UnitsWhoseLowByteIsWhitespaceAreKept) {
     EXPECT_EQ(text, Trimmed(text));
 }
 
+TEST(WithoutOuterWhitespace, NeverLooksBehindTheText) {
+    const WideStringView blanks = TEXT("    ");
+    for (size_t length = 0; length < blanks.size(); ++length)
+        EXPECT_EQ(WideStringView(), WithoutOuterWhitespace(blanks.substr(0, length))) << length;
+    EXPECT_EQ(WideStringView(TEXT("a")), WithoutOuterWhitespace(WideStringView(TEXT(" a ")).substr(0, 2)));
+}
+
 TEST(TrimWhitespace, ResultIsTheStringItself) {
     WideString text = TEXT(" a ");
     EXPECT_EQ(&text, &TrimWhitespace(text));
