@@ -24,6 +24,7 @@ RINGS = {
     "packages": (["native", "windows", "device", "service", "packages"],
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
+    "coverage": (["native", "service", "coverage"], [("coverage", "all")]),
     # What measures is compiled, and never run here.
     "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],
              [("benchmarks", "all"),
@@ -31,6 +32,7 @@ RINGS = {
               ("benchmarks-device", "all"),
               ("benchmarks-loader", "device_benchmark_runner")]),
 }
+WHOLE_RINGS = ("lint", "coverage")
 SECONDS_BETWEEN_REPORTS = 20  # where there is no terminal to show it all the time
 BUILT = re.compile(r"\[(\d+)/(\d+)\]")
 
@@ -232,9 +234,10 @@ def main(arguments):
     if len(filters) > 1 or (filters and not names) or (filters and filters[0].startswith("--")):
         say(f"there is no ring '{filters[0]}' ({', '.join(RINGS)})", sys.stderr)
         return 2
-    if filters and "lint" in names:
-        say("lint has no cases to choose from", sys.stderr)
-        return 2
+    for name in WHOLE_RINGS:
+        if filters and name in names:
+            say(f"{name} has no cases to choose from", sys.stderr)
+            return 2
     names = [name for name in RINGS if name in names] or list(RINGS)
     environment = {name: value for name, value in os.environ.items() if not name.startswith("GTEST_")}
     if filters:
