@@ -47,9 +47,11 @@ using HostFile = std::unique_ptr<FILE, CloseFile>;
 FuzzedDevice::FuzzedDevice() {
     device.SetViolationHook([](const std::string& what) { Require(false, what.c_str()); });
     device.BeginTest();
+    simulator::Journal::Current().SetWritten(false);
 }
 
 FuzzedDevice::~FuzzedDevice() {
+    simulator::Journal::Current().SetWritten(true);
     device.EndTest();
     device.SetViolationHook(nullptr);
 }
