@@ -57,9 +57,7 @@ FuzzedDevice::~FuzzedDevice() {
 }
 
 void FuzzedDevice::BeginRun() {
-    ResetUser();
     simulator::ResetConnectionManager();
-    simulator::ResetWeb();
     Handles::Current().BeginTest();
     simulator::Journal::Current().Clear();
     SetLastError(ERROR_SUCCESS);
