@@ -79,8 +79,11 @@ class Found(InFolder):
                           "void g(); void f(int a, int c) { for (;;) { c = a; break; } { g(); } }")
 
     def test_what_takes_effect_while_compiling_stays(self):
-        self.assert_found([], "enum E { one = 1 }; static_assert(sizeof(char) == 1); char buffer[20];")
-        self.assert_found([], "void f() { if constexpr (2 < 3) {} }")
+        mutants = self.read("enum E { one = 1 }; static_assert(sizeof(char) == 1); char buffer[20];"
+                            "void f(int a) { switch (a) { case 3:; } if constexpr (2 < 3) {} }")
+        self.assertEqual([(what, "fixed") for what in
+                          ["1 -> 0", "1 -> 2", "20 -> 19", "20 -> 21", "3 -> 2", "3 -> 4"]],
+                         [(mutant.what, mutant.form) for mutant in mutants])
 
     def test_macro_is_changed_where_it_is_used(self):
         self.assert_found(["MOST -> MOST + 1"], "#define MOST 5\nvoid f() { int a = MOST; }")

@@ -81,6 +81,8 @@ class Mutation:
         for name in sorted(mutants):
             self.by_file[name] = []
             for mutant in mutants[name]:
+                if mutant.form == "fixed":
+                    self.unfit[mutant.id] = "fixed"
                 self.by_number[number] = mutant
                 self.by_file[name].append((number, mutant))
                 number += 1

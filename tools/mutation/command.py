@@ -184,7 +184,7 @@ def report(mutation, found, names):
     for file, context, what in unmet:
         print(f"{KNOWN}: nothing lives any more as '{what}' of {file}: {context}")
     changing = total["made"] - total["changes nothing"]
-    fixed = sum(kind == "fixed" for kind in mutation.unfit.values())
+    fixed = sum(mutation.unfit.get(mutant.id) == "fixed" for mutant in mutation.by_number.values())
     print(f"{total['made']} mutants, {total['changes nothing']} change nothing; of the other {changing}, "
           f"{total['killed'] + total['timed out']} noticed, {len(alive) - len(unknown)} living and known, "
           f"{len(unknown)} living; {fixed} more take effect while compiling and were not tried")

@@ -26,8 +26,7 @@ FUNCTIONS = {CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.FUNCTIO
 WRAPPERS = {CursorKind.UNEXPOSED_EXPR, CursorKind.PAREN_EXPR}
 # Nothing below them is run.
 NEVER_RUN = {CursorKind.STATIC_ASSERT, CursorKind.CXX_UNARY_EXPR, CursorKind.TYPE_REF,
-             CursorKind.TEMPLATE_REF, CursorKind.NAMESPACE_REF, CursorKind.TEMPLATE_NON_TYPE_PARAMETER,
-             CursorKind.ENUM_CONSTANT_DECL}
+             CursorKind.TEMPLATE_REF, CursorKind.NAMESPACE_REF, CursorKind.TEMPLATE_NON_TYPE_PARAMETER}
 JUMPS = {CursorKind.BREAK_STMT, CursorKind.CONTINUE_STMT}
 DECLARATIONS = {CursorKind.VAR_DECL, CursorKind.DECL_STMT}
 STEPS = {"operator++", "operator--", "operator!"}
@@ -46,7 +45,9 @@ class Mutant:
     file: str
     begin: int
     end: int
-    form: str  # "value": an expression; "removal", "return": a statement with what ends it
+    # "value": an expression; "removal", "return": a statement with what ends it; "fixed": an expression that
+    # takes effect while compiling.
+    form: str
     was: str  # what is shown of the place
     becomes: str
     text: str
@@ -96,6 +97,7 @@ class Reading:
         self.converted = {}  # what an expression is used as, by where it stands
         self.relaxed = ""
         self.in_constant = False
+        self.is_fixed = False
         unit = cindex.Index.create().parse(self.path, args=arguments)
         wrong = [error for error in unit.diagnostics if error.severity >= cindex.Diagnostic.Error]
         if wrong:
@@ -117,6 +119,7 @@ class Reading:
     def add(self, cursor, becomes, text=None, form="value", end=None, type_name=""):
         begin, end = cursor.extent.start.offset, end or cursor.extent.end.offset
         text = becomes if text is None else text
+        form = "fixed" if self.is_fixed else form
         key = (begin, end, form, text)
         if key in self.mutants or self.text(begin, end) == text:
             return
@@ -160,7 +163,10 @@ class Reading:
         if kind == CursorKind.DO_STMT:
             self.visit_statements(children[:1])
             return self.visit_condition(children[-1])
+        if kind == CursorKind.ENUM_CONSTANT_DECL:
+            return self.visit_fixed(children)
         if kind in (CursorKind.CASE_STMT, CursorKind.DEFAULT_STMT):
+            self.visit_fixed(children[:-1])
             return self.visit_statements(children[-1:])
         if kind == CursorKind.CONDITIONAL_OPERATOR and len(children) == 3:
             self.visit_condition(children[0])
@@ -171,6 +177,12 @@ class Reading:
             self.visit_expression(cursor, children)
         for child in children:
             self.visit(child)
+
+    def visit_fixed(self, cursors):
+        was_fixed, self.is_fixed = self.is_fixed, True
+        for cursor in cursors:
+            self.visit(cursor)
+        self.is_fixed = was_fixed
 
     def visit_function(self, cursor):
         body = [child for child in cursor.get_children() if child.kind == CursorKind.COMPOUND_STMT]
@@ -195,6 +207,8 @@ class Reading:
             # What stands before the name is of the type, and behind it may be the count of an array.
             if "[" not in between or "]" in between:
                 self.visit(child)
+            else:
+                self.visit_fixed([child])
         self.relaxed = was_relaxed
 
     def visit_statements(self, statements):
