@@ -25,7 +25,8 @@ RINGS = {
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
     # What measures is compiled, and never run here.
-    "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],
+    "lint": (["native", "windows", "device", "service", "documents", "lint", "mutation",
+              "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
               ("benchmarks-device", "all"),
