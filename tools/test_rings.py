@@ -156,6 +156,8 @@ class Ring:
             self.fail("no test was run")
         elif self.failed:
             say(f"{self.name}: the whole output is in {self.process.log}")
+        for figure in self.counts.figures:
+            say(f"{self.name}: {figure}")
         say(f"{self.name}: {self.passed} passed, {self.failed} failed")
 
     def fail(self, why):
