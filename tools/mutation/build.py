@@ -33,10 +33,11 @@ def write_if_new(path, data):
         path.write_bytes(data)
 
 
-def run_logged(command):
+def run_logged(command, cwd=None):
     LOG.parent.mkdir(parents=True, exist_ok=True)
     run = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-                         errors="replace", check=False, env=os.environ | {"LC_ALL": "C"})
+                         errors="replace", check=False, cwd=cwd,
+                         env=os.environ | {"LC_ALL": "C"})
     with open(LOG, "a", encoding="utf-8") as log:
         log.write(run.stdout)
     return run
@@ -171,40 +172,91 @@ class Build:
 
     def make(self):
         """Builds; what the compiler does not take is taken out, until it takes all."""
+        self.settle()
         for _ in range(MOST_ATTEMPTS):
-            writers = {name: self.mutation.writer(name) for name in self.names}
-            for name, writer in writers.items():
-                write_if_new(TREE / name, writer.text.encode())
+            writers = self.write()
             run = run_logged([*self.ninja, "-k", "0", *PROGRAMS])
             if run.returncode == 0:
                 return
-            self.take_out_complaints(run.stdout, writers)
+            self.take_out([run.stdout], writers)
         raise BuildError(f"the build does not come to its end (see {LOG})")
+
+    def write(self):
+        writers = {name: self.mutation.writer(name) for name in self.names}
+        for name, writer in writers.items():
+            write_if_new(TREE / name, writer.text.encode())
+        return writers
+
+    def settle(self):
+        """As make, for the library alone and without code, which is sooner done."""
+        run_logged([*self.ninja, "src/CMakeFiles/orvande_objects.dir/cmake_pch.hxx.gch"])
+        commands = {name: command for name, command in self.commands().items() if name in self.names}
+        waiting = set(commands)
+        with concurrent.futures.ThreadPoolExecutor(self.jobs) as pool:
+            while waiting:
+                writers = self.write()
+                ordered = sorted(waiting)
+                said = [run.stdout for run in pool.map(check, [commands[name] for name in ordered])]
+                waiting = {name for name, text in zip(ordered, said) if ": error: " in text}
+                if waiting and self.take_out(said, writers):
+                    waiting = set(commands)
 
     @property
     def ninja(self):
         return ["ninja", "-C", str(NATIVE), f"-j{self.jobs}"]
 
-    def take_out_complaints(self, output, writers):
+    def take_out(self, said, writers):
+        """What the compiler complains about; of headers alone when there is anything, since other complaints
+        may follow from that. Whether there was."""
+        complaints = [Complaint(text, writers) for output in said
+                      for text in re.split(r"(?m)^(?=\S+:\d+:\d+: (?:fatal )?error: )", output)[1:]]
+        of_headers = [complaint for complaint in complaints if complaint.file.endswith(".h")]
         before = len(self.mutation.unfit)
-        for said in re.split(r"(?m)^(?=\S+:\d+:\d+: (?:fatal )?error: )", output)[1:]:
-            self.take_out_complaint(said, writers)
-        if len(self.mutation.unfit) == before:
+        for is_wide in (False, True):
+            for complaint in of_headers or complaints:
+                self.mutation.take_out(*complaint.meant(self.mutation, is_wide))
+            if len(self.mutation.unfit) > before:
+                break
+        else:
             raise BuildError(f"the copy cannot be built (see {LOG})")
-        self.say(f"{len(self.mutation.unfit) - before} mutants cannot be built behind a switch")
+        self.say(f"{len(self.mutation.unfit) - before} mutants cannot stand behind a switch")
+        return bool(of_headers)
 
-    def take_out_complaint(self, said, writers):
-        if "constant" in said or "constexpr" in said:
+
+def check(command):
+    """What the compiler says of a source."""
+    words = [word for word in shlex.split(command) if word != "ccache"]
+    output = words.index("-o")
+    del words[output:output + 2]
+    return run_logged([*words, "-fsyntax-only"], cwd=NATIVE)
+
+
+class Complaint:
+    """One error, and what is said about it."""
+
+    def __init__(self, text, writers):
+        self.text = text
+        self.spots = []
+        for match in re.finditer(r"(?m)^(\S+?):(\d+):(\d+): ", text):
+            name = os.path.relpath(os.path.join(NATIVE, match[1]), TREE)
+            if name in writers:
+                self.spots.append((writers[name], int(match[2]), int(match[3])))
+        self.file = text.partition(":")[0]
+
+    def meant(self, mutation, is_wide):
+        """Numbers of mutants, and what is the matter with them."""
+        if "constant" in self.text or "constexpr" in self.text:
             names = {quoted.rpartition("::")[2].split(" ")[-1].split("[")[0]
-                     for quoted in QUOTED.findall(said)}
-            numbers = self.mutation.relaxed(names)
+                     for quoted in QUOTED.findall(self.text)}
+            numbers = mutation.relaxed(names - {""})
             if numbers:
-                return self.mutation.take_out(numbers, "fixed")
-        for line in said.split("\n"):
-            match = re.match(r"^(\S+?):(\d+):(\d+): ", line)
-            name = match and os.path.relpath(os.path.join(NATIVE, match[1]), TREE)
-            if match and name in writers:
-                numbers = instrument.mutants_at(writers[name], int(match[2]), int(match[3]))
-                if numbers:
-                    constant = "constant expression" in said or "non-constant" in said
-                    return self.mutation.take_out(numbers, "fixed" if constant else "wrong")
+                return numbers, "fixed"
+        for writer, line, column in self.spots:
+            numbers = instrument.mutants_at(writer, line, column, is_wide)
+            if numbers:
+                is_fixed = "non-constant" in self.text or "call to non" in self.text
+                return numbers, "fixed" if is_fixed else "wrong"
+        if is_wide:
+            for writer, line, _ in self.spots:
+                return mutation.relaxed(instrument.words_at(writer, line)), "fixed"
+        return [], ""

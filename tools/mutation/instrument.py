@@ -157,10 +157,10 @@ class Writer:
         for number, mutant in place.mutants:
             self.put(f"{self.question(number, mutant)} ? ")
             start = self.length
-            self.put(f"({mutant.text})")
+            self.put(f"static_cast<bool>({mutant.text})" if place.type == "bool" else f"({mutant.text})")
             self.alternatives.append((start, self.length, number))
             self.put(" : ")
-        self.put("(" if place.type != "bool" else "static_cast<bool>(")
+        self.put("static_cast<bool>(" if place.type == "bool" else "(")
         self.copy(place.begin, place.end)
         self.put("))")
 
@@ -191,13 +191,20 @@ def offset_of(text, line, column):
     return begin + column - 1
 
 
-def mutants_at(writer, line, column):
-    """The numbers of those that a complaint about this spot is about."""
+def mutants_at(writer, line, column, is_wide=False):
+    """The numbers of those that a complaint about this spot is about: the change that is there or, with
+    `is_wide`, else all of the place that is."""
     at = offset_of(writer.text, line, column)
     inside = [(end - begin, [number]) for begin, end, number in writer.alternatives if begin <= at < end]
-    if not inside:
+    if not inside and is_wide:
         inside = [(end - begin, numbers) for begin, end, numbers in writer.wholes if begin <= at < end]
     return min(inside)[1] if inside else []
+
+
+def words_at(writer, line):
+    """The names in this line."""
+    begin = offset_of(writer.text, line, 1)
+    return set(re.findall(r"[A-Za-z_]\w*", writer.text[begin:writer.text.index("\n", begin)]))
 
 
 def mutated(source, mutant):

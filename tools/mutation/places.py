@@ -163,7 +163,7 @@ class Reading:
         if kind == CursorKind.DO_STMT:
             self.visit_statements(children[:1])
             return self.visit_condition(children[-1])
-        if kind == CursorKind.ENUM_CONSTANT_DECL:
+        if kind in (CursorKind.ENUM_CONSTANT_DECL, CursorKind.TYPE_ALIAS_DECL):
             return self.visit_fixed(children)
         if kind in (CursorKind.CASE_STMT, CursorKind.DEFAULT_STMT):
             self.visit_fixed(children[:-1])
@@ -205,11 +205,17 @@ class Reading:
             begin = child.extent.start.offset
             between = self.text(name_end, begin) if begin >= name_end else "["
             # What stands before the name is of the type, and behind it may be the count of an array.
-            if "[" not in between or "]" in between:
+            is_count = "[" in between and "]" not in between
+            if not is_count and not self.is_array_of_text(cursor, child):
                 self.visit(child)
             else:
                 self.visit_fixed([child])
         self.relaxed = was_relaxed
+
+    @staticmethod
+    def is_array_of_text(variable, value):
+        return (value.kind == CursorKind.STRING_LITERAL
+                and variable.type.get_canonical().kind in (TypeKind.CONSTANTARRAY, TypeKind.INCOMPLETEARRAY))
 
     def visit_statements(self, statements):
         for child in statements:
