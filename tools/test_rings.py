@@ -26,7 +26,8 @@ RINGS = {
     "asan": (["native", "service"], [("asan", "all")]),
     "coverage": (["native", "service", "coverage"], [("coverage", "all")]),
     # What measures is compiled, and never run here.
-    "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],
+    "lint": (["native", "windows", "device", "service", "documents", "lint", "mutation",
+              "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
               ("benchmarks-device", "all"),
