@@ -102,5 +102,5 @@ TEST_F(ImageRuntime, WideTextNumbersAndCastsWork) {
     const LoadedLibrary library = Load();
     EXPECT_EQ(1, library.Find<int()>("WideTextWorks")());
     EXPECT_EQ(1, library.Find<int()>("CastFinds")());
-    EXPECT_EQ(1, library.Find<int(long long, int, double)>("NumbersWork")(-123456789012344, 4, 1.5));
+    EXPECT_EQ(1, library.Find<int(long long, double, int)>("NumbersWork")(-123456789012344, 1.5, 4));
 }
