@@ -130,7 +130,7 @@ def try_all(mutation, recording, results, jobs):
             found[number] = result
             results.keep(mutant, result, noticed)
             progress.step()
-            if progress.done % 100 == 0:
+            if progress.done % 25 == 0:
                 results.save()
     results.save()
     return found

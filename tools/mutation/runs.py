@@ -12,7 +12,7 @@ import time
 
 ASKED_TOO_OFTEN = 86
 MOST_MUTANTS = 65536
-MOST_MEMORY = 3 << 30  # bytes
+MOST_MEMORY = 1 << 30  # bytes
 # A chunk of cases, and the next ones: most mutants die of the first.
 CHUNKS = [8, 40, 400]
 
@@ -172,8 +172,8 @@ class Hunter:
 
     def run(self, number, program, cases):
         with tempfile.TemporaryDirectory(prefix="mutate.") as folder:
-            most_asked = 20 * sum(case.asked for case in cases) + 1000000
-            seconds = 20 * sum(case.seconds for case in cases) + 10
+            most_asked = 10 * sum(case.asked for case in cases) + 50000
+            seconds = 10 * sum(case.seconds for case in cases) + 10
             environment = clean_environment() | {"MUTANT": str(number), "MUTANTS_MOST": str(most_asked)}
             result = run_cases(program, [case.name for case in cases], folder, seconds, environment)
             if result == "passed":
