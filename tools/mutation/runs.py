@@ -114,7 +114,8 @@ def record(program, name):
 class Recording:
     """All cases of some programs, and which of them come by a mutant."""
 
-    def __init__(self, cases):
+    def __init__(self, cases, stamp):
+        self.stamp = stamp  # of the programs
         self.cases = sorted(cases, key=lambda case: case.seconds)
         self.by_mutant = collections.defaultdict(list)
         for case in self.cases:
@@ -122,14 +123,14 @@ class Recording:
                 self.by_mutant[number].append(case)
 
     @staticmethod
-    def make(programs, jobs, say):
+    def make(programs, stamp, jobs, say):
         wanted = [(program, name) for program in programs for name in list_cases(program)]
         with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
             cases = list(pool.map(lambda one: record(*one), wanted))
         failed = [name for (_, name), case in zip(wanted, cases) if case is None]
         if failed:
             say(f"without a mutant these fail, and are left out: {' '.join(failed)}")
-        return Recording([case for case in cases if case is not None])
+        return Recording([case for case in cases if case is not None], stamp)
 
 
 class Hunter:
