@@ -140,9 +140,10 @@ def try_all(mutation, recording, results, jobs):
     return found
 
 
-def find_unchanged(made, mutation, found, results, jobs):
-    """Of what lives: that which the compiler makes the same code of."""
-    todo = [number for number, result in found.items() if result in ("living", "unreached")]
+def find_unchanged(made, mutation, found, results, listed, jobs):
+    """Of what lives without a reason: that which the compiler makes the same code of."""
+    todo = [number for number, result in found.items() if result in ("living", "unreached")
+            and mutation.by_number[number].key not in listed.reasons]
     if todo:
         say(f"{len(todo)} live; looking whether they change what the compiler makes")
     judge = unchanged.Judge(made.commands(), mutation.sources)
@@ -175,9 +176,8 @@ def table(mutation, found):
     return counts["all"]
 
 
-def report(mutation, found, names):
+def report(mutation, found, listed, names):
     """Prints all that is to be told; whether there is anything."""
-    listed = known.Known(KNOWN)
     total = table(mutation, found)
     alive = [mutation.by_number[number] for number, result in sorted(found.items())
              if result in ("living", "unreached")]
@@ -212,6 +212,7 @@ def show_one(mutation, recording, identity, fail):
 
 def work(arguments, jobs, fail):
     sources = files.listed("src/*.cpp", "src/*.h")
+    listed = known.Known(KNOWN)
     made = build.Build(sources, say, jobs)
     mutation = made.read(files.listed())
     if arguments.lists:
@@ -231,8 +232,8 @@ def work(arguments, jobs, fail):
             del mutation.by_number[number]
     results = Results(mutation, recording, arguments.again)
     found = try_all(mutation, recording, results, jobs)
-    find_unchanged(made, mutation, found, results, jobs)
-    return 1 if report(mutation, found, arguments.names) else 0
+    find_unchanged(made, mutation, found, results, listed, jobs)
+    return 1 if report(mutation, found, listed, arguments.names) else 0
 
 
 def main(words, fail):
