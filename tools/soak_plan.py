@@ -172,7 +172,7 @@ class Planner:
         if chance < 0.03:
             line = f"range {path} {size} {length} 0"
             none = f"-1 {hash_of(b'.' * length)}"
-            return self.not_sent(Operation(line, self.fault(-1), {HTTP_STATUS + 416}, {none}), none)
+            return self.not_read(Operation(line, self.fault(-1), {HTTP_STATUS + 416}, {none}), length)
         body = contents[first:first + length]
         if chance < 0.06:
             return AnyBytes(f"range {path} {first} {length} 1", Fault(), {CANCELLED}, {"0"})
@@ -184,11 +184,13 @@ class Planner:
             body = body[:fault.kept]
         is_whole = len(body) == length
         answer = f"{length if is_whole else 0} {hash_of(body + b'.' * (length - len(body)))}"
+        return self.not_read(Operation(line, fault, {0 if is_whole else REPLY_ENDED}, {answer}), length)
+
+    def not_read(self, part, length):
         none = hash_of(b"." * length)
-        # A connection that ends without a byte is an empty reply for WinINet.
-        empty = [f"0 {none}"] if fault.kind == "reset at once" else []
-        return self.not_sent(Operation(line, fault, {0 if is_whole else REPLY_ENDED}, {answer}),
-                             f"-1 {none}", *empty)
+        # A connection that ends without a byte is an empty reply for WinINet, or none.
+        empty = [f"0 {none}"] if part.fault.kind == "reset at once" else []
+        return self.not_sent(part, f"-1 {none}", *empty)
 
     def signin(self):
         chance = self.random.random()
