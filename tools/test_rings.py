@@ -22,7 +22,8 @@ RINGS = {
     "device": (["device", "service"],
                [SERVICE, ("device", "all"), ("device-checked", "images"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
-    "packages": (["native", "windows", "device", "service", "packages"],
+    # Among its cases are those of the tools, which make documents and read sources.
+    "packages": (["native", "windows", "device", "service", "documents", "mutation", "packages"],
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
     "coverage": (["native", "service", "coverage"], [("coverage", "all")]),
