@@ -19,9 +19,11 @@ RINGS = {
     "windows": (["native", "windows", "service", "screen", "pictures"],
                 [("native", "orvande-service orvande-translation"), ("windows", "all"),
                  ("windows-tests", "windows-tests orvande-pictures")]),
-    "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
+    "device": (["device", "service"],
+               [SERVICE, ("device", "all"), ("device-checked", "images"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
-    "packages": (["native", "windows", "device", "service", "packages"],
+    # Among its cases are those of the tools, which make documents and read sources.
+    "packages": (["native", "windows", "device", "service", "documents", "mutation", "packages"],
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
     "coverage": (["native", "service", "coverage"], [("coverage", "all")]),

@@ -37,16 +37,14 @@ WCHAR TypeOf(WCHAR letter) {
     return IsOneOf(letter, TEXT("sScCp")) ? letter : WCHAR{0};
 }
 
-/* Reads a placeholder behind its percent sign. */
+/* Reads a placeholder behind its percent sign, up to its letter. */
 Argument ReadPlaceholder(const WCHAR*& at) {
     while (IsOneOf(*at, TEXT("-+ #0")))
         ++at;
     if (!SkipNumber(at)) return {};
     if (*at == '.' && !SkipNumber(++at)) return {};
     const WideStringView size = SkipSize(at);
-    const WCHAR type = TypeOf(*at);
-    if (type != 0) ++at;
-    return {size, type};
+    return {size, TypeOf(*at)};
 }
 
 /* Moves `at` behind the next placeholder that reads an argument; false when there is none. */

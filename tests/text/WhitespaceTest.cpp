@@ -10,6 +10,11 @@ WideString Trimmed(WideString text) {
 
 }  // namespace
 
+TEST(WithoutOuterWhitespace, StopsAtTheEndOfAViewOfMoreSpaces) {
+    const WideString spaces(10, TEXT(' '));
+    EXPECT_TRUE(WithoutOuterWhitespace(WideStringView(spaces).substr(0, 5)).empty());
+}
+
 TEST(TrimWhitespace, EmptyTextStaysEmpty) {
     EXPECT_EQ(WideString(), Trimmed(TEXT("")));
 }

@@ -152,7 +152,7 @@ class Tried(InFolder):
 
     def test_each_mutant_has_its_result(self):
         self.assertEqual("", self.compiled.stdout)
-        recording = runs.Recording.make([str(self.folder / "program")], 2, self.fail)
+        recording = runs.Recording.make([str(self.folder / "program")], "", 2, self.fail)
         self.assertEqual({"Sample.Counts", "Sample.Compares"}, {case.name for case in recording.cases})
         hunter = runs.Hunter(recording)
         found = {mutant.what: hunter.hunt(number, mutant.file) for number, mutant in self.numbered}

@@ -52,23 +52,28 @@ class Arguments:
 
 
 class Results:
-    """What is known of each mutant: who noticed it, while its file is the same."""
+    """What is known of each mutant while its file is the same: who noticed it, or of what programs nobody."""
 
-    def __init__(self, mutation, again):
+    def __init__(self, mutation, recording, again):
+        self.programs = recording.stamp
+        self.cases = {case.key for case in recording.cases}
         self.stamps = {name: hashlib.sha256(data).hexdigest()[:16] for name, data in mutation.sources.items()}
         self.kept = json.loads(RESULTS.read_text()) if RESULTS.exists() else {}
         if again:
             self.kept = {}
 
-    def of(self, mutant, cases):
+    def of(self, mutant):
         """The result that is still good, or None. What lives may be noticed by a new case."""
-        stamp, result, noticed = self.kept.get(mutant.id, ("", "", ""))
-        if stamp != self.stamps[mutant.file] or result not in ("killed", "timed out", "changes nothing"):
+        stamp, result, by = self.kept.get(mutant.id, ("", "", ""))
+        if stamp != self.stamps[mutant.file]:
             return None
-        return result if result == "changes nothing" or not noticed or noticed in cases else None
+        if result in ("living", "unreached"):
+            return result if by == self.programs else None
+        return result if not by or by in self.cases else None
 
     def keep(self, mutant, result, noticed):
-        self.kept[mutant.id] = (self.stamps[mutant.file], result, noticed)
+        by = self.programs if result in ("living", "unreached") else noticed
+        self.kept[mutant.id] = (self.stamps[mutant.file], result, by)
 
     def save(self):
         fresh = RESULTS.with_suffix(".new")
@@ -99,9 +104,9 @@ def recording_of(programs, jobs):
     if kept.exists():
         last, cases = pickle.loads(kept.read_bytes())
         if last == stamp:
-            return runs.Recording(cases)
+            return runs.Recording(cases, stamp)
     say("looking which case comes by which mutant")
-    recording = runs.Recording.make([str(program.resolve()) for program in programs], jobs, say)
+    recording = runs.Recording.make([str(program.resolve()) for program in programs], stamp, jobs, say)
     kept.write_bytes(pickle.dumps((stamp, recording.cases)))
     return recording
 
@@ -109,12 +114,11 @@ def recording_of(programs, jobs):
 def try_all(mutation, recording, results, jobs):
     """The result of each mutant that is behind a switch."""
     hunter = runs.Hunter(recording)
-    cases = {case.key for case in recording.cases}
     todo, found = [], {}
     for number, mutant in mutation.by_number.items():
         if mutant.id in mutation.unfit:
             continue
-        found[number] = results.of(mutant, cases)
+        found[number] = results.of(mutant)
         if found[number] is None:
             todo.append(number)
     say(f"{len(todo)} of {len(found)} mutants to be tried with {len(recording.cases)} cases")
@@ -130,15 +134,16 @@ def try_all(mutation, recording, results, jobs):
             found[number] = result
             results.keep(mutant, result, noticed)
             progress.step()
-            if progress.done % 100 == 0:
+            if progress.done % 25 == 0:
                 results.save()
     results.save()
     return found
 
 
-def find_unchanged(made, mutation, found, results, jobs):
-    """Of what lives: that which the compiler makes the same code of."""
-    todo = [number for number, result in found.items() if result in ("living", "unreached")]
+def find_unchanged(made, mutation, found, results, listed, jobs):
+    """Of what lives without a reason: that which the compiler makes the same code of."""
+    todo = [number for number, result in found.items() if result in ("living", "unreached")
+            and mutation.by_number[number].key not in listed.reasons]
     if todo:
         say(f"{len(todo)} live; looking whether they change what the compiler makes")
     judge = unchanged.Judge(made.commands(), mutation.sources)
@@ -171,9 +176,8 @@ def table(mutation, found):
     return counts["all"]
 
 
-def report(mutation, found, names):
+def report(mutation, found, listed, names):
     """Prints all that is to be told; whether there is anything."""
-    listed = known.Known(KNOWN)
     total = table(mutation, found)
     alive = [mutation.by_number[number] for number, result in sorted(found.items())
              if result in ("living", "unreached")]
@@ -208,6 +212,7 @@ def show_one(mutation, recording, identity, fail):
 
 def work(arguments, jobs, fail):
     sources = files.listed("src/*.cpp", "src/*.h")
+    listed = known.Known(KNOWN)
     made = build.Build(sources, say, jobs)
     mutation = made.read(files.listed())
     if arguments.lists:
@@ -225,10 +230,10 @@ def work(arguments, jobs, fail):
     for number, mutant in list(mutation.by_number.items()):
         if mutant.file not in arguments.names:
             del mutation.by_number[number]
-    results = Results(mutation, arguments.again)
+    results = Results(mutation, recording, arguments.again)
     found = try_all(mutation, recording, results, jobs)
-    find_unchanged(made, mutation, found, results, jobs)
-    return 1 if report(mutation, found, arguments.names) else 0
+    find_unchanged(made, mutation, found, results, listed, jobs)
+    return 1 if report(mutation, found, listed, arguments.names) else 0
 
 
 def main(words, fail):

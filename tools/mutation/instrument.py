@@ -81,8 +81,10 @@ class Writer:
         self.wholes = []  # (begin, end, numbers) in the new text
         self.places = self.nested(numbered)
         self.edits = self.relaxing(numbered)
-        self.put(f'#include "{SWITCH}"\n#line 1\n')
-        self.first_line = 3
+        # Resources include headers, too, of which they bear little.
+        self.lines_before = 2 if numbered else 0
+        if numbered:
+            self.put(f'#include "{SWITCH}"\n#line 1\n')
         self.copy(0, len(source))
 
     @staticmethod
@@ -183,18 +185,18 @@ class Writer:
         return "".join(self.parts)
 
 
-def offset_of(text, line, column):
-    """`line` counts from the first of the source, which has two more before it."""
+def offset_of(writer, line, column):
+    """`line` counts from the first of the source."""
     begin = 0
-    for _ in range(line + 1):
-        begin = text.index("\n", begin) + 1
+    for _ in range(line - 1 + writer.lines_before):
+        begin = writer.text.index("\n", begin) + 1
     return begin + column - 1
 
 
 def mutants_at(writer, line, column, is_wide=False):
     """The numbers of those that a complaint about this spot is about: the change that is there or, with
     `is_wide`, else all of the place that is."""
-    at = offset_of(writer.text, line, column)
+    at = offset_of(writer, line, column)
     inside = [(end - begin, [number]) for begin, end, number in writer.alternatives if begin <= at < end]
     if not inside and is_wide:
         inside = [(end - begin, numbers) for begin, end, numbers in writer.wholes if begin <= at < end]
@@ -203,7 +205,7 @@ def mutants_at(writer, line, column, is_wide=False):
 
 def words_at(writer, line):
     """The names in this line."""
-    begin = offset_of(writer.text, line, 1)
+    begin = offset_of(writer, line, 1)
     return set(re.findall(r"[A-Za-z_]\w*", writer.text[begin:writer.text.index("\n", begin)]))
 
 

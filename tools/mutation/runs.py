@@ -12,7 +12,7 @@ import time
 
 ASKED_TOO_OFTEN = 86
 MOST_MUTANTS = 65536
-MOST_MEMORY = 3 << 30  # bytes
+MOST_MEMORY = 1 << 30  # bytes
 # A chunk of cases, and the next ones: most mutants die of the first.
 CHUNKS = [8, 40, 400]
 
@@ -114,7 +114,8 @@ def record(program, name):
 class Recording:
     """All cases of some programs, and which of them come by a mutant."""
 
-    def __init__(self, cases):
+    def __init__(self, cases, stamp):
+        self.stamp = stamp  # of the programs
         self.cases = sorted(cases, key=lambda case: case.seconds)
         self.by_mutant = collections.defaultdict(list)
         for case in self.cases:
@@ -122,14 +123,14 @@ class Recording:
                 self.by_mutant[number].append(case)
 
     @staticmethod
-    def make(programs, jobs, say):
+    def make(programs, stamp, jobs, say):
         wanted = [(program, name) for program in programs for name in list_cases(program)]
         with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
             cases = list(pool.map(lambda one: record(*one), wanted))
         failed = [name for (_, name), case in zip(wanted, cases) if case is None]
         if failed:
             say(f"without a mutant these fail, and are left out: {' '.join(failed)}")
-        return Recording([case for case in cases if case is not None])
+        return Recording([case for case in cases if case is not None], stamp)
 
 
 class Hunter:
@@ -172,8 +173,8 @@ class Hunter:
 
     def run(self, number, program, cases):
         with tempfile.TemporaryDirectory(prefix="mutate.") as folder:
-            most_asked = 20 * sum(case.asked for case in cases) + 1000000
-            seconds = 20 * sum(case.seconds for case in cases) + 10
+            most_asked = 10 * sum(case.asked for case in cases) + 50000
+            seconds = 10 * sum(case.seconds for case in cases) + 10
             environment = clean_environment() | {"MUTANT": str(number), "MUTANTS_MOST": str(most_asked)}
             result = run_cases(program, [case.name for case in cases], folder, seconds, environment)
             if result == "passed":

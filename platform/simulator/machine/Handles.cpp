@@ -83,4 +83,13 @@ std::vector<std::string> Handles::CloseLeaks() {
     return names;
 }
 
+void Handles::CloseOpened() {
+    std::vector<void*> opened;
+    for (const auto& [handle, object] : open_) {
+        if (!object->isEarlier) opened.push_back(handle);
+    }
+    for (void* handle : opened)
+        Close(handle);
+}
+
 }  // namespace simulator

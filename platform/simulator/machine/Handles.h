@@ -69,6 +69,9 @@ public:
     /* The names of what was opened since BeginTest and is still open. Closes it. */
     std::vector<std::string> CloseLeaks();
 
+    /* Closes what was opened since BeginTest, also what may stay open. */
+    void CloseOpened();
+
 private:
     void ReportWrong(void* handle, const Call& call) const;
 
