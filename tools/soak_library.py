@@ -26,7 +26,7 @@ KINDS_OF_LEAKS = ("handle", "graphics", "window", "internet", "block")
 # that are gone. A block is 16 bytes at least. Private memory grows by pages, of which threads and windows
 # that are gone leave some, and others, for a while; it is there for what none of the others can see.
 LIMITS = [Limit("handles", 3, 20), Limit("graphics", 2, 15, warm=500), Limit("windows", 2, 8),
-          Limit("internet", 2, 3), Limit("blocks", 3, 40), Limit("private KB", 16, 12288, warm=2000)]
+          Limit("internet", 2, 3), Limit("blocks", 1, 60), Limit("private KB", 16, 12288, warm=2000)]
 
 
 def say(line):
