@@ -60,7 +60,8 @@ class Worker:
             ["tools/wine", program, mode, str(port), f"Z:{scratch}"], stdin=subprocess.PIPE,
             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=environment, start_new_session=True)
         self.lines = queue.Queue()
-        threading.Thread(target=self.read, daemon=True).start()
+        self.reading = threading.Thread(target=self.read, daemon=True)
+        self.reading.start()
 
     def read(self):
         for line in self.process.stdout:
@@ -94,6 +95,10 @@ class Worker:
         except subprocess.TimeoutExpired:
             self.process.terminate()  # tools/wine ends what it has started
             return self.process.wait()
+        finally:
+            self.reading.join(10)  # Wine's own processes may hold its other end
+            if not self.reading.is_alive():
+                self.process.stdout.close()
 
 
 class Run:
