@@ -1,4 +1,6 @@
-/* The global operator new of test programs: malloc, with the say of an AllocationWatch before it. */
+/* The global operator new of test programs: malloc, with the say of an AllocationWatch before it. In front of
+ * every block that is not over-aligned stands which watch has counted it. */
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -7,9 +9,23 @@
 
 namespace {
 
+struct alignas(std::max_align_t) Header {
+    size_t watch;
+};
+
 void* Allocate(size_t size) noexcept {
-    if (simulator::AllocationIsRefused()) return nullptr;
-    return std::malloc(size != 0 ? size : 1);
+    if (simulator::AllocationIsRefused() || size > SIZE_MAX - sizeof(Header) - 1) return nullptr;
+    auto* const header = static_cast<Header*>(std::malloc(sizeof(Header) + (size != 0 ? size : 1)));
+    if (header == nullptr) return nullptr;
+    header->watch = simulator::NoteBlock();
+    return header + 1;
+}
+
+void Free(void* memory) noexcept {
+    if (memory == nullptr) return;
+    Header* const header = static_cast<Header*>(memory) - 1;
+    simulator::ForgetBlock(header->watch);
+    std::free(header);
 }
 
 void* Allocate(size_t size, std::align_val_t alignment) noexcept {
@@ -53,22 +69,22 @@ void* operator new[](size_t size, std::align_val_t alignment, const std::nothrow
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, size_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory, size_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, std::align_val_t) noexcept {
     std::free(memory);
