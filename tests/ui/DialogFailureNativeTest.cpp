@@ -1,5 +1,4 @@
 #include <stdexcept>
-#include <utility>
 
 #include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
