@@ -1,9 +1,15 @@
 #pragma once
 
+#include <cstddef>
+
 namespace simulator {
 
-/* Whether the allocation that operator new is about to make must fail. Counts it when a watch is on. */
-bool AllocationIsRefused() noexcept;
+/* Whether the allocation of that size that operator new is about to make must fail. Counts it when a watch is
+ * on. */
+bool AllocationIsRefused(size_t size) noexcept;
+
+/* Whether it is the simulator that works on this thread now. */
+bool IsOwnWork() noexcept;
 
 /* While one exists on this thread, allocations do not count: it is the simulator that works, not the library.
  */

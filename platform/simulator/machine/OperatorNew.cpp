@@ -1,22 +1,34 @@
-/* The global operator new of test programs: malloc, with the say of an AllocationWatch before it. */
+/* The global operator new of test programs: malloc, with the say of AllocationWatch and LimitedHeap before
+ * it. */
 #include <cstdint>
 #include <cstdlib>
 #include <new>
 
 #include "machine/Allocations.h"
+#include "machine/LimitedHeap.h"
 
 namespace {
 
+void* Noted(void* block, size_t size) noexcept {
+    if (block != nullptr) LimitedHeap::NoteAllocated(block, size);
+    return block;
+}
+
 void* Allocate(size_t size) noexcept {
-    if (simulator::AllocationIsRefused()) return nullptr;
-    return std::malloc(size != 0 ? size : 1);
+    if (simulator::AllocationIsRefused(size)) return nullptr;
+    return Noted(std::malloc(size != 0 ? size : 1), size);
 }
 
 void* Allocate(size_t size, std::align_val_t alignment) noexcept {
-    if (simulator::AllocationIsRefused()) return nullptr;
+    if (simulator::AllocationIsRefused(size)) return nullptr;
     const auto step = static_cast<size_t>(alignment);
     if (size > SIZE_MAX - step) return nullptr;
-    return std::aligned_alloc(step, (size + step - 1) / step * step);
+    return Noted(std::aligned_alloc(step, (size + step - 1) / step * step), size);
+}
+
+void Free(void* memory) noexcept {
+    LimitedHeap::NoteFreed(memory);
+    std::free(memory);
 }
 
 void* OrThrow(void* memory) {
@@ -53,38 +65,38 @@ void* operator new[](size_t size, std::align_val_t alignment, const std::nothrow
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, size_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory, size_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, std::align_val_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory, std::align_val_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, size_t, std::align_val_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory, size_t, std::align_val_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete(void* memory, std::align_val_t, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 void operator delete[](void* memory, std::align_val_t, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    Free(memory);
 }
