@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "machine/Allocations.h"
+#include "machine/Journal.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
 #include "screen/Menus.h"
@@ -50,7 +51,8 @@ HWND Screen::Add(std::unique_ptr<Window> window) {
     added.handle = handle;
     added.mayStayOpen = true;  // windows that are left have a report of their own
     if (Window* const container = Lookup(added.container)) {
-        added.name = "control " + std::to_string(added.id) + " of " + container->name;
+        if (Journal::Current().IsWritten())
+            added.name = "control " + std::to_string(added.id) + " of " + container->name;
         container->childWindows.push_back(handle);
     } else {
         topLevels_.push_back(handle);
@@ -169,6 +171,7 @@ void Screen::ReportWindows() {
 }
 
 std::string WindowName(HWND handle) {
+    if (!Journal::Current().IsWritten()) return {};
     return Handles::Current().IsKnown(handle) ? Handles::Current().NameOf(handle) : PointerText(handle);
 }
 
