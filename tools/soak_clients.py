@@ -79,7 +79,7 @@ class GoodClient:
         self.connection = Connection(shop.port)
         self.user = f"Soak {number}"
         self.created = 0
-        self.seconds = []  # of each answer
+        self.seconds = []  # of each answer with the status and the bytes that it has to have
         self.wrong = []
         everything = {self.search: 30, self.refused_search: 3, self.whole_map: 8, self.head: 4, self.part: 25,
                       self.no_part: 3, self.no_map: 3, self.pages: 2, self.sign_in: 0.6, self.create: 0.2}
@@ -100,10 +100,8 @@ class GoodClient:
         await self.connection.close()
 
     async def one(self, kind):
-        began = time.monotonic()
         try:
             await asyncio.wait_for(kind(), LONGEST_WAIT)
-            self.seconds.append(time.monotonic() - began)
         except asyncio.TimeoutError:
             await self.note(kind, f"no answer within {LONGEST_WAIT} s")
         except Wrong as wrong:
@@ -120,11 +118,14 @@ class GoodClient:
         return path if self.random.random() < 0.5 else f"http://soak.example{path}"
 
     async def expect(self, request, status, body, is_head=False):
+        began = time.monotonic()
         answer = await self.connection.ask(request, is_head)
+        seconds = time.monotonic() - began
         if answer[0] != status:
             raise Wrong(f"status {answer[0]}, not {status}, for {request[:80]!r}")
         if body is not None and answer[2] != body:
             raise Wrong(f"{len(answer[2])} bytes, not these {len(body)}, for {request[:80]!r}")
+        self.seconds.append(seconds)
         return answer
 
     async def program(self, name, request, reply):

@@ -230,10 +230,13 @@ class Planner:
 
     def first(self):
         """What comes first, so that everything has been used once that is used only later otherwise."""
-        lines = [f"signin {USER} {PASSWORD} cancel", f"create {USER} {PASSWORD} cancel"]
-        dialogs = [Operation(line, causes={CANCELLED}, answers={"0 "}) for line in 5 * lines]
-        boxes = Operation("search", answers={" ".join([str(len(self.shop.maps)), *self.hashes.values()])})
-        return [self.reload(), boxes, *dialogs, self.reload(), boxes]
+        cancelled = [Operation(f"{kind} {USER} {PASSWORD} cancel", causes={CANCELLED}, answers={"0 "})
+                     for kind in ("signin", "create")]
+        refused = Operation(f"signin {USER} {PASSWORD}x message", causes={CANCELLED},
+                            answers={f"0 {WRONG_PASSWORD}"})
+        accepted = Operation(f"signin {USER} {PASSWORD} accepted", answers={"1 "})
+        search = Operation("search", answers={" ".join([str(len(self.shop.maps)), *self.hashes.values()])})
+        return [self.reload(), search, *3 * [*cancelled, refused, accepted], self.reload(), search]
 
 
 class AnyBytes(Operation):

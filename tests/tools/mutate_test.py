@@ -154,7 +154,7 @@ class Tried(InFolder):
         self.assertEqual("", self.compiled.stdout)
         recording = runs.Recording.make([str(self.folder / "program")], "", 2, self.fail)
         self.assertEqual({"Sample.Counts", "Sample.Compares"}, {case.name for case in recording.cases})
-        hunter = runs.Hunter(recording)
+        hunter = runs.Hunter(recording, {"Sample.cpp": {number for number, _ in self.numbered}})
         found = {mutant.what: hunter.hunt(number, mutant.file) for number, mutant in self.numbered}
         counts, compares = "program:Sample.Counts", "program:Sample.Compares"
         self.assertEqual(("killed", counts), found["at < a -> at <= a"])

@@ -114,6 +114,7 @@ TEST_F(Binding, WithoutMemoryTheUserDataIsClearedNothingInstalledAndTheResultTru
 
 TEST_F(Binding, WindowThatDoesNotExistIsNotBound) {
     EXPECT_FALSE(windowBindings.AttachWindow(nullptr, &first));
+    EXPECT_EQ(0u, device.CountCalls("SetWindowLongPtrW"));
     EXPECT_EQ(nullptr, windowBindings.FindWindowObject(nullptr));
     EXPECT_FALSE(windowBindings.DetachWindow(nullptr));
     EXPECT_EQ(0, windowBindings.CallPreviousProc(nullptr, WM_APP, 0, 0));

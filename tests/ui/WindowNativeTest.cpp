@@ -206,7 +206,9 @@ TEST_F(WindowOnDevice, DestroyedObjectDestroysItsLiveWindow) {
 }
 
 TEST_F(WindowOnDevice, ObjectWithoutAWindowOrWithADeadOneDestroysNothing) {
+    device.ForgetCalls();
     { const Window unbound; }
+    EXPECT_TRUE(device.Calls().empty()) << "the system is not even asked";
     HWND closed = nullptr;
     FormDialog dialog;
     device.UseDialog([&](DialogUser& user) {

@@ -91,6 +91,10 @@ class Mutation:
         if number > 65536:
             raise BuildError("there are more mutants than switches")
 
+    @property
+    def numbers(self):
+        return {name: {number for number, _ in numbered} for name, numbered in self.by_file.items()}
+
     def switched(self, name):
         return [(number, mutant) for number, mutant in self.by_file[name] if mutant.id not in self.unfit]
 

@@ -113,7 +113,7 @@ def recording_of(programs, jobs):
 
 def try_all(mutation, recording, results, jobs):
     """The result of each mutant that is behind a switch."""
-    hunter = runs.Hunter(recording)
+    hunter = runs.Hunter(recording, mutation.numbers)
     todo, found = [], {}
     for number, mutant in mutation.by_number.items():
         if mutant.id in mutation.unfit:
@@ -205,7 +205,7 @@ def show_one(mutation, recording, identity, fail):
     say(f"{len(cases)} cases come by it")
     for case in cases[:20]:
         say(f"  {case.key}")
-    result, noticed = runs.Hunter(recording).hunt(chosen[0], mutant.file)
+    result, noticed = runs.Hunter(recording, mutation.numbers).hunt(chosen[0], mutant.file)
     say(f"{result} {noticed}")
     return 0 if result in ("killed", "timed out") else 1
 

@@ -136,16 +136,27 @@ class Recording:
 class Hunter:
     """Looks for the case that notices a mutant."""
 
-    def __init__(self, recording):
+    def __init__(self, recording, numbers):
         self.recording = recording
+        self.numbers = numbers  # of the mutants of each file
+        self.shares = {}
         self.kills = collections.defaultdict(collections.Counter)  # by file: how many each case has noticed
 
     def ordered(self, file, cases):
-        """Those first that have noticed most of what is near, then the fastest."""
-        kills = self.kills[file]
+        """Those first that have noticed most of what is near, then the fastest of those that come by most of
+        the file."""
+        kills, shares = self.kills[file], self.shares_of(file)
         likely = [case for case in sorted(cases, key=lambda case: -kills[case.key])[:4] if kills[case.key]]
         names = {case.key for case in likely}
-        return likely + [case for case in cases if case.key not in names]
+        others = [case for case in cases if case.key not in names]
+        return likely + sorted(others, key=lambda case: case.seconds / shares[case.key])
+
+    def shares_of(self, file):
+        """How many mutants of the file each case comes by."""
+        if file not in self.shares:
+            numbers = self.numbers[file]
+            self.shares[file] = {case.key: len(case.seen & numbers) for case in self.recording.cases}
+        return self.shares[file]
 
     def chunks(self, cases):
         at = 0

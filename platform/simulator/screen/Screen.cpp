@@ -60,6 +60,7 @@ HWND Screen::Add(std::unique_ptr<Window> window) {
     return handle;
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): what it calls changes the screen
 LRESULT Screen::Deliver(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     const Window* const window = Lookup(handle);
     return window != nullptr ? CallProcedure(window->procedure, handle, message, wParam, lParam) : 0;
