@@ -188,6 +188,8 @@ TEST_F(HostileSignIn, AnyValuesEndAtEveryByteInEveryDivision) {
     tally.emplace("sign-in reply");
     for (const int32_t status : {0, 4, 7}) {
         for (const int32_t state : numbers) {
+            // Behind a refusal no state is read.
+            if (status != 0 && state != 0 && state != 4) continue;
             SCOPED_TRACE(std::to_string(status) + " " + std::to_string(state));
             ForEachArrival(
                 MapShopReply().Int32(status).Int32(state).bytes,

@@ -1,5 +1,5 @@
 /* A reply that is larger than the handheld's memory, which the search shares with the rest of its process. */
-#include <deque>
+#include <vector>
 
 #include "machine/Allocations.h"
 #include "machine/LimitedHeap.h"
@@ -32,7 +32,7 @@ public:
         if (blocks.empty()) return;
         const simulator::OwnWork list;
         heap.GiveBack(blocks.front());
-        blocks.pop_front();
+        blocks.erase(blocks.begin());
     }
 
     void GiveAllBack() {
@@ -49,7 +49,7 @@ public:
 
 private:
     LimitedHeap& heap;
-    std::deque<size_t> blocks;
+    std::vector<size_t> blocks;
 };
 
 class SmallHeap : public MapShop, public testing::WithParamInterface<size_t> {

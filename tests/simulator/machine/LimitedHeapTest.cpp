@@ -63,8 +63,6 @@ TEST_F(LimitedHeaps, BlocksFromBeforeAndOfTheSimulatorAreNotKnown) {
     void* const earlier = Allocate(100);
     LimitedHeap heap(1000);
     ::operator delete(earlier);
-    device.SetRegistryValue(HKEY_CURRENT_USER, u"Software\\A name that is long", u"A value that is long",
-                            REG_SZ, std::string_view("text"));
     MessageBoxW(nullptr, u"A text that is longer than a short string", u"", MB_OK);
     EXPECT_EQ(0u, heap.Peak());
     TakeViolations();
