@@ -42,4 +42,5 @@ else()
   target_link_options(orvande_online PRIVATE
     -Wl,--version-script=${version_script} -Wl,-Bsymbolic -Wl,-z,undefs -Wl,--gc-sections)
   set_property(TARGET orvande_online APPEND PROPERTY LINK_DEPENDS ${version_script})
+  count_coverage(orvande_online)
 endif()

@@ -236,15 +236,20 @@ int TakePort(httplib::Server& server, const HttpServerOptions& options) {
 
 }  // namespace
 
+void AddService(httplib::Server& server, const MapCatalogue& catalogue,
+                const std::filesystem::path& mapFolder, AccountStore& accounts) {
+    SetLimits(server);
+    AddPages(server, catalogue, mapFolder);
+    AddPrograms(server, catalogue, accounts);
+    RefuseBodies(server, anyPath, 404, nullptr);
+    AddErrorReplies(server);
+    LogRequests(server);
+}
+
 HttpServer::HttpServer(const HttpServerOptions& options, const MapCatalogue& catalogue,
                        const std::filesystem::path& mapFolder, AccountStore& accounts)
     : server(MadeServer(options)), port(TakePort(*server, options)) {
-    SetLimits(*server);
-    AddPages(*server, catalogue, mapFolder);
-    AddPrograms(*server, catalogue, accounts);
-    RefuseBodies(*server, anyPath, 404, nullptr);
-    AddErrorReplies(*server);
-    LogRequests(*server);
+    AddService(*server, catalogue, mapFolder, accounts);
 }
 
 HttpServer::~HttpServer() = default;

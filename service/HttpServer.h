@@ -20,6 +20,11 @@ struct HttpServerOptions {
     std::string privateKey;
 };
 
+/* Lets a server of the HTTP library answer as the service does, its limits included. What is given must
+ * outlive it. */
+void AddService(httplib::Server& server, const MapCatalogue& catalogue,
+                const std::filesystem::path& mapFolder, AccountStore& accounts);
+
 class HttpServer {
 public:
     /* Takes the port. `catalogue` and `accounts` must outlive the server; the files of the maps are looked

@@ -31,7 +31,7 @@ Character FirstOf(std::string_view utf8) {
     const size_t length = LengthByLead(lead);
     if (length == 0 || length > utf8.size()) return {};
     if (length == 1) return {lead, 1};
-    char32_t value = lead & (0x7Fu >> length);
+    char32_t value = lead & (0x7FU >> length);
     for (size_t index = 1; index < length; ++index) {
         const auto byte = static_cast<uint8_t>(utf8[index]);
         if ((byte & 0xC0) != 0x80) return {};
@@ -92,7 +92,7 @@ std::u32string CodePointsOf(std::u16string_view units) {
     for (const char16_t unit : units) {
         const bool isSecondHalf = unit >= 0xDC00 && unit <= 0xDFFF;
         if (isSecondHalf && !values.empty() && values.back() >= 0xD800 && values.back() <= 0xDBFF) {
-            values.back() = 0x10000 + ((values.back() - 0xD800) << 10) + (unit - 0xDC00u);
+            values.back() = 0x10000 + ((values.back() - 0xD800) << 10) + (unit - 0xDC00U);
         } else {
             values += unit;
         }

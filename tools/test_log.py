@@ -15,6 +15,7 @@ ENDED_BADLY = re.compile(r"\[  (?:FAILED |SKIPPED) \] .*\(\d+ ms\)$")
 PROGRAM = re.compile(r" *\d+/\d+ Test +#(\d+): ")
 PASSED = re.compile(r"   Passed +[0-9.]+ sec")
 TOTAL = re.compile(r"cases: (\d+)$")
+FIGURE = re.compile(r"figure: (.+)")
 
 
 class Program:
@@ -44,6 +45,7 @@ class TestLog:
     def __init__(self):
         self.programs = {}
         self.failures = []  # lines: what each failed case or program has printed
+        self.figures = []  # what tests have measured and want to be seen, failed or not: `figure: TEXT`
         self.total = 0  # cases that are going to run, where the log says so
         self.rest = ""
 
@@ -63,6 +65,10 @@ class TestLog:
             self.end_program(program, bool(PASSED.search(line)), line)
             return
         number, line = LINE.match(line).groups()
+        figure = FIGURE.match(line)
+        if figure:
+            self.figures.append(figure[1])
+            return
         program = self.programs.setdefault(int(number or 0), Program())
         begun = BEGUN.search(line)
         if begun:

@@ -19,18 +19,23 @@ RINGS = {
     "windows": (["native", "windows", "service", "screen", "pictures"],
                 [("native", "orvande-service orvande-translation"), ("windows", "all"),
                  ("windows-tests", "windows-tests orvande-pictures")]),
-    "device": (["device", "service"], [SERVICE, ("device", "all"), ("device-tests", "all")]),
+    "device": (["device", "service"],
+               [SERVICE, ("device", "all"), ("device-checked", "images"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
-    "packages": (["native", "windows", "device", "service", "packages"],
+    # Among its cases are those of the tools, which make documents and read sources.
+    "packages": (["native", "windows", "device", "service", "documents", "mutation", "packages"],
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
+    "coverage": (["native", "service", "coverage"], [("coverage", "all")]),
     # What measures is compiled, and never run here.
-    "lint": (["native", "windows", "device", "service", "documents", "lint", "benchmarks"],
+    "lint": (["native", "windows", "device", "service", "documents", "lint", "mutation",
+              "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
               ("benchmarks-device", "all"),
               ("benchmarks-loader", "device_benchmark_runner")]),
 }
+WHOLE_RINGS = ("lint", "coverage")
 SECONDS_BETWEEN_REPORTS = 20  # where there is no terminal to show it all the time
 BUILT = re.compile(r"\[(\d+)/(\d+)\]")
 
@@ -155,6 +160,8 @@ class Ring:
             self.fail("no test was run")
         elif self.failed:
             say(f"{self.name}: the whole output is in {self.process.log}")
+        for figure in self.counts.figures:
+            say(f"{self.name}: {figure}")
         say(f"{self.name}: {self.passed} passed, {self.failed} failed")
 
     def fail(self, why):
@@ -230,9 +237,10 @@ def main(arguments):
     if len(filters) > 1 or (filters and not names) or (filters and filters[0].startswith("--")):
         say(f"there is no ring '{filters[0]}' ({', '.join(RINGS)})", sys.stderr)
         return 2
-    if filters and "lint" in names:
-        say("lint has no cases to choose from", sys.stderr)
-        return 2
+    for name in WHOLE_RINGS:
+        if filters and name in names:
+            say(f"{name} has no cases to choose from", sys.stderr)
+            return 2
     names = [name for name in RINGS if name in names] or list(RINGS)
     environment = {name: value for name, value in os.environ.items() if not name.startswith("GTEST_")}
     if filters:

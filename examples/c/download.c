@@ -69,6 +69,7 @@ int wmain(int count, wchar_t** values) {
     error = GetLastError(); /* at once: any other call may change it */
     /* A reply that ended before its announced length is there, too, and only the last error tells. */
     if (!isThere || error != 0) return Fail(error);
-    printf("%.0f bytes\n", (double)transfer.progress.bytesReceived);
+    /* No argument of 64 bits: where printf looks for it differs between compilers for the device. */
+    printf("%lu bytes\n", (unsigned long)transfer.progress.bytesReceived);
     return 0;
 }

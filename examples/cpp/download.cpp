@@ -104,6 +104,7 @@ extern "C" int wmain(int count, wchar_t** values) {
         PrintFailure(download.Error());
         return 1;
     }
-    printf("%.0f bytes\n", static_cast<double>(download.Progress().bytesReceived));
+    // No argument of 64 bits: where printf looks for it differs between compilers for the device.
+    printf("%lu bytes\n", static_cast<unsigned long>(download.Progress().bytesReceived));
     return 0;
 }

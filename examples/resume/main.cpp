@@ -61,12 +61,13 @@ extern "C" int wmain(int count, wchar_t** values) {
     ResumedDownload download(library, values[1], values[2], values[3]);
     Display display(download);
     const ResumeResult result = download.Run(OnRead, &display);
+    // No argument of 64 bits: where printf looks for it differs between compilers for the device.
     if (download.TakenOver() > 0)
-        printf("%.0f bytes had come before\n", static_cast<double>(download.TakenOver()));
+        printf("%lu bytes had come before\n", static_cast<unsigned long>(download.TakenOver()));
     if (result != resumeDone) {
         PrintFailure(result, download);
         return 1;
     }
-    printf("%.0f bytes\n", static_cast<double>(download.Progress().bytesReceived));
+    printf("%lu bytes\n", static_cast<unsigned long>(download.Progress().bytesReceived));
     return 0;
 }

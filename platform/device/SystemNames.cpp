@@ -12,7 +12,7 @@ int __aeabi_atexit(void* object, void (*destroy)(void*), void* /*image*/) {
     return DestroyAtEnd(object, destroy);
 }
 
-[[noreturn]] void abort() {
+void abort() {
     for (;;)
         TerminateProcess(GetCurrentProcess(), 3);
 }

@@ -198,7 +198,7 @@ __attribute__((used)) void RaiseFrom(_Unwind_Exception* unwinding, Frame& frame)
 }
 
 /* Goes on after a landing that only destroys objects. */
-__attribute__((used)) [[noreturn]] void GoOnFrom(Frame& frame) {
+[[noreturn]] __attribute__((used)) void GoOnFrom(Frame& frame) {
     Exception& exception = *cleaning;
     cleaning = exception.nextCleaning;
     Land(exception, frame, true);

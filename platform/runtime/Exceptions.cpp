@@ -69,7 +69,7 @@ void ReturnExceptionReserve() noexcept {
     reserve = nullptr;
 }
 
-[[noreturn]] void std::terminate() noexcept {
+void std::terminate() noexcept {
     std::abort();
 }
 
@@ -92,7 +92,7 @@ void __cxa_free_exception(void* object) noexcept {
         std::free(memory);
 }
 
-[[noreturn]] void __cxa_throw(void* object, std::type_info* type, Destroy destroy) {
+void __cxa_throw(void* object, std::type_info* type, Destroy destroy) {
     Exception& exception = static_cast<Exception*>(object)[-1];
     exception.type = type;
     exception.destroy = destroy;
@@ -130,7 +130,7 @@ void __cxa_end_catch() {
     __cxa_free_exception(exception->Object());
 }
 
-[[noreturn]] void __cxa_rethrow() {
+void __cxa_rethrow() {
     Exception* exception = nullptr;
     {
         const ThreadLock lock;

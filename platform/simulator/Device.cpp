@@ -1,6 +1,9 @@
 #include "Device.h"
 
+#include "machine/Handles.h"
+#include "network/Web.h"
 #include "screen/Screen.h"
+#include "storage/Storage.h"
 
 using simulator::Screen;
 
@@ -31,4 +34,18 @@ void Device::EndTest() {
     DevicePrograms::Reset();
     DeviceModules::Reset();
     DeviceNetwork::Reset();
+}
+
+void Device::BeginRun() {
+    StopFailing();
+    simulator::ReportOpenFiles();
+    Screen::Current().EndTest();
+    DeviceMachine::EndTest();
+    simulator::Handles::Current().CloseOpened();
+    DeviceUser::BeginTest();
+    DevicePrograms::Reset();
+    Screen::Current().BeginTest();
+    simulator::ForgetRequests();
+    simulator::AcceptOpenFiles();
+    DeviceMachine::BeginTest();
 }

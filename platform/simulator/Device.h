@@ -15,6 +15,7 @@
 #include "Platform.h"
 
 #include "machine/AllocationWatch.h"
+#include "machine/CallWatch.h"
 #include "machine/DeviceMachine.h"
 #include "modules/DeviceModules.h"
 #include "network/DeviceNetwork.h"
@@ -41,6 +42,11 @@ public:
      * shown, scripts for dialogs that were never needed, a wait cursor left on. Closes and removes
      * everything; windows get no messages about it. */
     void EndTest();
+
+    /* Between two of a test's many runs: reports and closes what is left open, as EndTest does, and makes the
+     * machine new but for files, registry, modules and hosts, which take the time. Answers and scripts that
+     * were not needed, and a cursor, are not reported. */
+    void BeginRun();
 
 private:
     Device() = default;

@@ -50,14 +50,10 @@ void CreateAccountDialog::OnOK() {
     // Bytes of the code that do not arrive stay as they are here: half a code must not look like success.
     int32_t code = -1;
     const auto ask = [&] { return AskService(installation, code); };
-    switch (Contained(Exchange::NotSent, ask)) {
-        case Exchange::NotSent:
-            return Tell(TEXT("Problem communicating over the internet"));
-        case Exchange::Unreadable:
-            return Tell(TEXT("Internal server error"));
-        case Exchange::Answered:
-            return TakeAnswer(code);
-    }
+    const Exchange exchange = Contained(Exchange::NotSent, ask);
+    if (exchange == Exchange::NotSent) return Tell(TEXT("Problem communicating over the internet"));
+    if (exchange == Exchange::Unreadable) return Tell(TEXT("Internal server error"));
+    TakeAnswer(code);
 }
 
 void CreateAccountDialog::OnDialogCommand(int id, HWND control, int notification) {

@@ -9,12 +9,10 @@ namespace {
 WCHAR tracePath[MAX_PATH + 16];
 DWORD beginning = 0;  // ms, of GetTickCount
 
-/* A line in the making, in ASCII. What no longer fits is left out. */
+/* A line in the making, in ASCII. What no longer fits of an object is left out. */
 class TraceLine {
 public:
-    void Add(char character) {
-        if (size < sizeof text) text[size++] = character;
-    }
+    void Add(char character) { text[size++] = character; }
 
     void Add(const char* characters) {
         for (; *characters != 0; ++characters)
@@ -69,8 +67,10 @@ private:
     }
 
     static constexpr DWORD mostOfObject = 900;
+    /* An object's last character by its number, two numbers of 64 bits, a code, tabs and the end. */
+    static constexpr DWORD mostBehindObject = 80;
 
-    char text[1024];
+    char text[mostOfObject + mostBehindObject];
     DWORD size = 0;
 };
 
@@ -94,7 +94,8 @@ void Append(const WCHAR* what, const WCHAR* object, int64_t result, DWORD code) 
 void BeginTrace(HINSTANCE module) noexcept {
     const DWORD error = GetLastError();
     beginning = GetTickCount();
-    WCHAR path[MAX_PATH]{};
+    // A path that is cut has no terminator of its own.
+    WCHAR path[MAX_PATH + 1]{};
     DWORD length = GetModuleFileNameW(module, path, MAX_PATH);
     // A path that fills the buffer has been cut: it names another file.
     if (length >= MAX_PATH) length = 0;

@@ -3,5 +3,5 @@
 /* At detach there is nothing to do: the runtime destroys the process-wide objects afterwards. */
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     if (reason != DLL_PROCESS_ATTACH) return TRUE;
-    return AttachLibrary(instance, reason, reserved) ? TRUE : FALSE;
+    return static_cast<BOOL>(AttachLibrary(instance, reason, reserved));
 }

@@ -1,5 +1,6 @@
 #include "mapshop/MapShopSearch.h"
 
+#include <memory>
 #include <new>
 
 #include "base/Contained.h"
@@ -19,7 +20,8 @@ constexpr int32_t mostEmptyEntries = 1000;
 
 bool MapShopSearch::AreItems(const void* items, int32_t count) {
     if (count == 0) return true;
-    return items != nullptr && count > 0 && static_cast<uint32_t>(count) <= UINT32_MAX / mapItemSize;
+    // A negative count is one that is too large.
+    return items != nullptr && static_cast<uint32_t>(count) <= UINT32_MAX / mapItemSize;
 }
 
 DWORD MapShopSearch::Run(const void* items, int32_t count) noexcept {
@@ -101,8 +103,7 @@ int32_t LM_CALL LMMapShopGetNext(MapShopSearch* search, MapShopResult* record) {
 
 int32_t LM_CALL LMMapShopClose(MapShopSearch* search) {
     if (search == nullptr) return LeaveError(LM_ERROR_BAD_ARGUMENT, 0);
-    const int32_t finalValue = search->FinalValue();
-    delete search;
+    const int32_t finalValue = std::unique_ptr<MapShopSearch>(search)->FinalValue();
     if constexpr (isTraced) Trace(TEXT("close"), nullptr, finalValue, ERROR_SUCCESS);
     return LeaveError(ERROR_SUCCESS, finalValue);
 }

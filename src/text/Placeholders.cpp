@@ -11,7 +11,7 @@ struct Argument {
 };
 
 bool IsOneOf(WCHAR unit, const WCHAR* units) {
-    return unit != 0 && WideStringView(units).find(unit) != WideStringView::npos;
+    return WideStringView(units).find(unit) != WideStringView::npos;
 }
 
 /* Steps over the digits of a number; false when there are too many. */
@@ -37,16 +37,14 @@ WCHAR TypeOf(WCHAR letter) {
     return IsOneOf(letter, TEXT("sScCp")) ? letter : WCHAR{0};
 }
 
-/* Reads a placeholder behind its percent sign. */
+/* Reads a placeholder behind its percent sign, up to its letter. */
 Argument ReadPlaceholder(const WCHAR*& at) {
     while (IsOneOf(*at, TEXT("-+ #0")))
         ++at;
     if (!SkipNumber(at)) return {};
     if (*at == '.' && !SkipNumber(++at)) return {};
     const WideStringView size = SkipSize(at);
-    const WCHAR type = TypeOf(*at);
-    if (type != 0) ++at;
-    return {size, type};
+    return {size, TypeOf(*at)};
 }
 
 /* Moves `at` behind the next placeholder that reads an argument; false when there is none. */

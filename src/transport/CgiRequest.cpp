@@ -13,6 +13,9 @@ namespace {
 
 constexpr size_t smallestReceiveBuffer = receiveBufferSize;
 
+/* Of a body: what a vector holds where addresses have 32 bits. */
+constexpr size_t mostBytes = INT32_MAX;
+
 /* Shows the wait cursor for as long as it lives. */
 class WaitCursor {
 public:
@@ -58,7 +61,7 @@ CgiRequest::~CgiRequest() {
 
 void CgiRequest::Write(const void* data, uint32_t size) {
     const size_t written = body.size();
-    if (size > body.max_size() - written) throw std::bad_alloc();
+    if (size > mostBytes - written) throw std::bad_alloc();
     body.resize(written + size);
     std::copy_n(static_cast<const uint8_t*>(data), size, body.data() + written);
     readBuffer = body.data();

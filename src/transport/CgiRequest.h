@@ -16,6 +16,8 @@ public:
      * with this object; the request goes ahead whether or not there is one. A failure here shows only when
      * the request is sent. */
     CgiRequest(const WCHAR* host, const WCHAR* path, bool useConnectionManager, bool secure);
+    CgiRequest(const CgiRequest&) = delete;
+    CgiRequest& operator=(const CgiRequest&) = delete;
     ~CgiRequest();
 
     /* Adds to the body. Throws std::bad_alloc. */

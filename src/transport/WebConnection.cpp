@@ -50,7 +50,8 @@ bool WebConnection::OpenAndSend(const WCHAR* path, const WCHAR* verb, bool secur
     if (!request) failure.NoteFailedCall();
     const bool isSent = HttpSendRequestW(request.Get(), nullptr, 0, nullptr, 0) != FALSE;
     if constexpr (isTraced) TraceCall(TEXT("send"), nullptr, 0, isSent);
-    return isSent || failure.NoteFailedCall();
+    if (!isSent) failure.NoteFailedCall();
+    return isSent;
 }
 
 DWORD WebConnection::GetStatus() const {

@@ -66,7 +66,8 @@ bool IsAccepted(WebConnection& connection) {
 bool ReadReply(WebConnection& connection, BYTE* place, DWORD size, DWORD& received) {
     const bool isRead = InternetReadFile(connection.request.Get(), place, size, &received) != FALSE;
     if constexpr (isTraced) TraceCall(TEXT("read"), nullptr, received, isRead);
-    return isRead || connection.failure.NoteFailedCall();
+    if (!isRead) connection.failure.NoteFailedCall();
+    return isRead;
 }
 
 /* Adds what has been written to `total`, too: the caller's record may say anything by the end. */
@@ -105,7 +106,8 @@ bool OpenAndSendRange(WebConnection& connection, const WCHAR* urlPath, int64_t o
     const bool isSent = HttpSendRequestW(connection.request.Get(), header.c_str(),
                                          static_cast<DWORD>(header.size()), nullptr, 0) != FALSE;
     if constexpr (isTraced) TraceCall(TEXT("send"), header.c_str(), 0, isSent);
-    return isSent || connection.failure.NoteFailedCall();
+    if (!isSent) connection.failure.NoteFailedCall();
+    return isSent;
 }
 
 bool ReceiveInto(BYTE* buffer, DWORD length, WebConnection& connection) {

@@ -13,7 +13,8 @@ public:
     /* `id` is the number of the template; only its low 16 bits name the resource. With 0 there is nothing to
      * show. */
     explicit Dialog(uint32_t id) : templateId(id) {}
-
+    Dialog(const Dialog&) = delete;
+    Dialog& operator=(const Dialog&) = delete;
     ~Dialog() override;
 
     /* Called before the dialog is shown. TRUE lets the system set the focus. */

@@ -22,6 +22,11 @@ WideString HarvestFolder(const WideString& personalFolder) {
     return personalFolder + TEXT("\\ZRTranslation");
 }
 
+WideString HarvestName(const WideString& modulePath) {
+    if (modulePath.empty()) return TEXT("module");
+    return GetBaseName(modulePath);
+}
+
 bool IsFolder(const WideString& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -39,7 +44,8 @@ bool TranslationCatalogue::InitTranslation(HMODULE ownModule) {
 }
 
 bool TranslationCatalogue::SetLanguage(const WideString& name) {
-    return name != currentLanguage && SetLanguage(name, ModulePath());
+    if (name == currentLanguage) return false;
+    return SetLanguage(name, ModulePath());
 }
 
 bool TranslationCatalogue::SetLanguage(const WideString& name, const WideString& modulePath) {
@@ -72,7 +78,8 @@ const WideString* TranslationCatalogue::FindExactly(WideStringView text) const {
 }
 
 const WideString* TranslationCatalogue::FindWithoutOrnaments(WideStringView text) const {
-    return std::ranges::any_of(text, IsOrnament) ? FindExactly(WithoutOrnaments(text)) : nullptr;
+    if (std::ranges::none_of(text, IsOrnament)) return nullptr;
+    return FindExactly(WithoutOrnaments(text));
 }
 
 const WideString* TranslationCatalogue::Find(WideStringView text) const {
@@ -105,7 +112,9 @@ const WideString& TranslationCatalogue::Translate(const char* text) {
 
 void TranslationCatalogue::WriteUntranslatedFile() {
     const WideString folder = HarvestFolder(GetSpecialFolderPath(CSIDL_PERSONAL));
-    if (!IsHarvestDue(folder) || WriteHarvest(folder, ModulePath())) Clear();
+    if (!IsHarvestDue(folder)) return Clear();
+    const WideString modulePath = ModulePath();
+    if (WriteHarvest(folder, modulePath)) Clear();
 }
 
 void TranslationCatalogue::WriteUntranslatedFile(const WideString& modulePath,
@@ -119,8 +128,7 @@ bool TranslationCatalogue::IsHarvestDue(const WideString& folder) const {
 }
 
 bool TranslationCatalogue::WriteHarvest(const WideString& folder, const WideString& modulePath) const {
-    const WideString name = modulePath.empty() ? TEXT("module") : GetBaseName(modulePath);
-    const WideString path = folder + TEXT("\\") + name + TEXT(".txt");
+    const WideString path = folder + TEXT("\\") + HarvestName(modulePath) + TEXT(".txt");
     const FileHandle file(_wfopen(path.c_str(), TEXT("wb")));
     if constexpr (isTraced) TraceCall(TEXT("write file"), path.c_str(), file ? 1 : 0, bool{file});
     if (!file) return false;

@@ -25,7 +25,7 @@ Window::~Window() {
     DestroyLiveWindow();
 }
 
-void Window::DestroyLiveWindow() {
+void Window::DestroyLiveWindow() const {
     if (window != nullptr && IsWindow(window)) DestroyWindow(window);
 }
 

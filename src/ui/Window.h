@@ -66,7 +66,7 @@ public:
 protected:
     /* Destroys the window if it still exists. For the destructor of a derived class whose operations the
      * window needs until then. */
-    void DestroyLiveWindow();
+    void DestroyLiveWindow() const;
 
 private:
     void CallHandler(UINT message, WPARAM wParam, LPARAM lParam);

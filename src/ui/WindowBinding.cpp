@@ -1,6 +1,8 @@
 #include "ui/WindowBinding.h"
 
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "ui/Window.h"
 
@@ -59,27 +61,24 @@ bool WindowBindingTable::AttachWindow(HWND window, Window* object) const {
     const WNDPROC current = ProcOf(window);
     if (current == nullptr || current == key) return false;
 
-    auto* const record = new (std::nothrow) WindowHookRecord{key, current, object, ChainOf(window)};
+    WindowHookRecord* const next = ChainOf(window);
+    std::unique_ptr<WindowHookRecord> record(new (std::nothrow) WindowHookRecord{key, current, object, next});
     if (record == nullptr) {
         SetChain(window, nullptr);
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return true;
     }
-    return Install(window, record);
+    return Install(window, std::move(record));
 }
 
-bool WindowBindingTable::Install(HWND window, WindowHookRecord* record) const {
+bool WindowBindingTable::Install(HWND window, std::unique_ptr<WindowHookRecord> record) const {
     // The record first: a window that had the procedure alone would end the process with its next message.
-    if (!SetChain(window, record)) {
-        delete record;
-        return false;
+    if (!SetChain(window, record.get())) return false;
+    if (SetProc(window, key)) {
+        static_cast<void>(record.release());
+        return true;
     }
-    if (SetProc(window, key)) return true;
-    if (SetChain(window, record->next)) {
-        delete record;
-    } else {
-        Disown(record);
-    }
+    if (!SetChain(window, record->next)) Disown(record.release());
     return false;
 }
 
@@ -101,7 +100,7 @@ bool WindowBindingTable::DetachWindow(HWND window) const {
         }
     }
     if (record->object != nullptr) record->object->GiveRecordBack(record);
-    delete record;
+    const std::unique_ptr<WindowHookRecord> unbound(record);
     return true;
 }
 

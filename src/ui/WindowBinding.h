@@ -4,6 +4,8 @@
  * damaged. */
 #pragma once
 
+#include <memory>
+
 #include "Platform.h"
 
 class Window;
@@ -42,7 +44,7 @@ public:
     LRESULT CallPreviousProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const;
 
 private:
-    bool Install(HWND window, WindowHookRecord* record) const;
+    bool Install(HWND window, std::unique_ptr<WindowHookRecord> record) const;
 
     WNDPROC key;
 };

@@ -9,13 +9,6 @@ namespace {
 
 constexpr UINT mostItems = 256;
 
-BOOL TranslateDescendants(HWND window) {
-    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-        if (!TranslateWindowText(child) || !TranslateDescendants(child)) return FALSE;
-    }
-    return TRUE;
-}
-
 MENUITEMINFOW MenuItemInfo(UINT mask) {
     MENUITEMINFOW info{};
     // Without the last field, which the handheld's system does not know.
@@ -95,7 +88,9 @@ BOOL TranslateWindowText(HWND window) {
 }
 
 void TranslateWindowTree(HWND window) {
-    if (TranslateWindowText(window)) TranslateDescendants(window);
+    TranslateWindowText(window);
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+        TranslateWindowTree(child);
 }
 
 void TranslateMenu(HMENU menu) {

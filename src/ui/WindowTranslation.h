@@ -4,7 +4,7 @@
 
 #include "Platform.h"
 
-/* Translates the window's own text, of which 4999 units count. Always TRUE: a walk over windows goes on. */
+/* Translates the window's own text, of which 4999 units count. Always TRUE. */
 BOOL TranslateWindowText(HWND window);
 
 /* Translates the texts of the window, of its controls, and of theirs. */

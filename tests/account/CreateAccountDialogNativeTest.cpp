@@ -89,6 +89,23 @@ TEST_F(CreateAccountScreen, UntickedUpdatesAreTheByteZero) {
     EXPECT_EQ(Request(0, 0, TEXT("English")).bytes, device.Requests().at(0).body);
 }
 
+TEST_F(CreateAccountScreen, ShownAgainHasTheBoxAsTheUserLeftIt) {
+    Answer(WebReply::WithBody(MapShopReply().Int32(0).bytes));
+    CreateAccountDialog dialog(account);
+    device.UseDialog([](DialogUser& user) {
+        EXPECT_TRUE(user.IsChecked(WANTS_UPDATES_BOX));
+        Fill(user);
+        user.Check(WANTS_UPDATES_BOX, false);
+        user.PressButton(IDOK);
+    });
+    EXPECT_EQ(IDOK, dialog.DoModal(nullptr));
+    device.UseDialog([](DialogUser& user) {
+        EXPECT_FALSE(user.IsChecked(WANTS_UPDATES_BOX));
+        user.PressButton(IDCANCEL);
+    });
+    EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
+}
+
 TEST_F(CreateAccountScreen, SendsTheProductsVendorAndTheUsersLanguage) {
     SetRegistryValue(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\Navigator"), TEXT("web_vendor"), REG_DWORD,
                      "\x04\x03\x02\x81");

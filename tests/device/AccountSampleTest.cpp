@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "ImageFiles.h"
 #include "Program.h"
 
 namespace {
@@ -12,13 +13,13 @@ class AccountSample : public DeviceTest {
 protected:
     void SetUp() override {
         DeviceTest::SetUp();
-        std::ifstream stream(ORVANDE_ACCOUNT_FILE, std::ios::binary);
+        std::ifstream stream(ImageFile("OrvandeAccount.dll"), std::ios::binary);
         device.PutFile(u"\\Program Files\\App\\OrvandeAccount.dll",
                        std::string(std::istreambuf_iterator<char>(stream), {}));
     }
 
     void Expect(DWORD exitCode, const std::string& output, std::u16string_view arguments) {
-        const ProgramResult result = RunProgram(ORVANDE_DEVICE_FOLDER "/c-account.exe", arguments);
+        const ProgramResult result = RunProgram(ImageFile("c-account.exe"), arguments);
         EXPECT_EQ(exitCode, result.exitCode);
         EXPECT_EQ(output, result.output);
     }

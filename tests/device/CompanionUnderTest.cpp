@@ -1,5 +1,6 @@
 /* The companion under the tests that call its exports: the image, loaded anew for each of them. */
 #include "ImageExport.h"
+#include "ImageFiles.h"
 #include "companion/CompanionTest.h"
 
 #define EXPORT EXPORT_JUMP
@@ -35,6 +36,6 @@ void CompanionTest::TearDown() {
 
 void CompanionTest::Restart() {
     Companion().Unload();
-    Companion() = device.LoadLibraryFile(ORVANDE_ACCOUNT_FILE);
+    Companion() = device.LoadLibraryFile(ImageFile("OrvandeAccount.dll"));
     BindExports(Companion(), exports);
 }

@@ -1,15 +1,14 @@
 /* The C++ runtime of an image, through a DLL made for these tests. */
 #include "Device.h"
 #include "DeviceHeap.h"
+#include "ImageFiles.h"
 #include "support/DeviceTest.h"
 
 namespace {
 
-constexpr char sampleFile[] = ORVANDE_DEVICE_FOLDER "/RuntimeSample.dll";
-
 class ImageRuntime : public DeviceTest {
 protected:
-    LoadedLibrary Load() { return device.LoadLibraryFile(sampleFile); }
+    LoadedLibrary Load() { return device.LoadLibraryFile(ImageFile("RuntimeSample.dll")); }
 
     Device& device = Device::Current();
 };
@@ -74,7 +73,7 @@ TEST_F(ImageRuntime, ExceptionsAreThrownWithoutMemory) {
 }
 
 TEST_F(ImageRuntime, LoadIsRefusedWhicheverAllocationOfItsObjectsFails) {
-    const std::string file = sampleFile;
+    const std::string file = ImageFile("RuntimeSample.dll");
     for (const Failing failing : {Failing::Once, Failing::FromThereOn}) {
         size_t n = 1;
         for (;; ++n) {
@@ -92,7 +91,7 @@ TEST_F(ImageRuntime, LoadIsRefusedWhicheverAllocationOfItsObjectsFails) {
 }
 
 TEST_F(ImageRuntime, LoadIsRefusedWhenThereAreTooManyObjectsToDestroy) {
-    EXPECT_FALSE(device.LoadLibraryFile(ORVANDE_DEVICE_FOLDER "/CrowdedSample.dll").IsLoaded());
+    EXPECT_FALSE(device.LoadLibraryFile(ImageFile("CrowdedSample.dll")).IsLoaded());
     const std::vector<std::string> expected = {Deleted("made") + " (33 times)",
                                                Deleted("destroyed") + " (32 times)"};
     EXPECT_EQ(expected, device.Calls({"DeleteFileW"}));
@@ -102,5 +101,5 @@ TEST_F(ImageRuntime, WideTextNumbersAndCastsWork) {
     const LoadedLibrary library = Load();
     EXPECT_EQ(1, library.Find<int()>("WideTextWorks")());
     EXPECT_EQ(1, library.Find<int()>("CastFinds")());
-    EXPECT_EQ(1, library.Find<int(long long, int, double)>("NumbersWork")(-123456789012344, 4, 1.5));
+    EXPECT_EQ(1, library.Find<int(long long, double, int)>("NumbersWork")(-123456789012344, 1.5, 4));
 }

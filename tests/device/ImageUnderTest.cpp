@@ -1,5 +1,6 @@
 /* The library under the tests that call its exports: the image, loaded anew for each of them. */
 #include "ImageExport.h"
+#include "ImageFiles.h"
 #include "LMOnline.h"
 #include "support/NetworkTest.h"
 
@@ -28,7 +29,7 @@ void ReportFailure(const std::string& what) {
 
 void NetworkTest::SetUp() {
     Device::Current().SetViolationHook(ReportFailure);
-    Library() = Device::Current().LoadLibraryFile(ORVANDE_LIBRARY_FILE);
+    Library() = Device::Current().LoadLibraryFile(ImageFile("OrvandeOnline.dll"));
     BindExports(Library(), exports);
     DeviceTest::SetUp();
 }

@@ -4,13 +4,14 @@
 #include <fstream>
 #include <iterator>
 
+#include "ImageFiles.h"
 #include "Program.h"
 
 namespace {
 
 constexpr char16_t libraryPath[] = u"\\Program Files\\App\\OrvandeOnline.dll";
 
-std::string BytesOfFile(const char* path) {
+std::string BytesOfFile(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
@@ -19,11 +20,11 @@ class MapshopProgram : public DeviceTest {
 protected:
     void SetUp() override {
         DeviceTest::SetUp();
-        device.PutFile(libraryPath, BytesOfFile(ORVANDE_LIBRARY_FILE));
+        device.PutFile(libraryPath, BytesOfFile(ImageFile("OrvandeOnline.dll")));
     }
 
     static ProgramResult Run(std::u16string_view arguments) {
-        return RunProgram(ORVANDE_DEVICE_FOLDER "/mapshop.exe", arguments);
+        return RunProgram(ImageFile("mapshop.exe"), arguments);
     }
 
     Device& device = Device::Current();
@@ -104,7 +105,7 @@ TEST_F(MapshopProgram, HelpSaysWhatHoldsOnAHandheld) {
 }
 
 TEST_F(MapshopProgram, WithoutMemoryItEndsAndLeavesNothing) {
-    const std::string program = ORVANDE_DEVICE_FOLDER "/mapshop.exe";
+    const std::string program = ImageFile("mapshop.exe");
     const std::u16string arguments = u"--help";
     AllocationWatch watch(1, Failing::FromThereOn);
     const ProgramResult result = RunProgram(program, arguments);

@@ -4,11 +4,12 @@
 #include <fstream>
 #include <iterator>
 
+#include "ImageFiles.h"
 #include "Program.h"
 
 namespace {
 
-std::string BytesOfFile(const char* path) {
+std::string BytesOfFile(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
@@ -17,11 +18,12 @@ class SamplePrograms : public DeviceTest {
 protected:
     void SetUp() override {
         DeviceTest::SetUp();
-        device.PutFile(u"\\Program Files\\App\\OrvandeOnline.dll", BytesOfFile(ORVANDE_LIBRARY_FILE));
+        device.PutFile(u"\\Program Files\\App\\OrvandeOnline.dll",
+                       BytesOfFile(ImageFile("OrvandeOnline.dll")));
     }
 
     static ProgramResult Run(const std::string& program, std::u16string_view arguments) {
-        return RunProgram(ORVANDE_DEVICE_FOLDER "/" + program + ".exe", arguments);
+        return RunProgram(ImageFile(program + ".exe"), arguments);
     }
 
     static void Expect(uint32_t exitCode, const std::string& output, const ProgramResult& result) {

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include "Device.h"
+#include "ImageFiles.h"
 #include "Program.h"
 #include "RunningService.h"
 #include "network/NetworkWeb.h"
@@ -19,7 +20,7 @@ protected:
         device.AddHost(serviceHost, 80, HostOnLoopback(PortOfService()));
     }
 
-    static ProgramResult Run() { return RunProgram(ORVANDE_DEVICE_FOLDER "/signin.exe", u""); }
+    static ProgramResult Run() { return RunProgram(ImageFile("signin.exe"), u""); }
 
     ProgramResult Run(const DialogScript& script) {
         device.UseDialog(script);

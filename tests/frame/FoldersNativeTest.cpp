@@ -25,6 +25,8 @@ TEST_F(Folders, ExistingFolderIsTrueAndNothingIsMade) {
 TEST_F(Folders, ExistingFileIsFalseAndNothingIsMade) {
     device.PutFile(u"\\Temp\\file", "bytes");
     EXPECT_FALSE(CreateFolderPath(TEXT("\\Temp\\file")));
+    device.SetReadOnly(u"\\Temp\\file", true);
+    EXPECT_FALSE(CreateFolderPath(TEXT("\\Temp\\file")));
     EXPECT_EQ(0u, device.CountCalls("CreateDirectoryW"));
     EXPECT_EQ("bytes", device.TakeFile(u"\\Temp\\file"));
 }
@@ -38,6 +40,11 @@ TEST_F(Folders, EmptyOrOneUnitPathThatDoesNotExistCountsAsMade) {
     EXPECT_TRUE(CreateFolderPath(TEXT("")));
     EXPECT_TRUE(CreateFolderPath(TEXT("x")));
     EXPECT_EQ(0u, device.CountCalls("CreateDirectoryW"));
+}
+
+TEST_F(Folders, PathOfTwoUnitsIsMade) {
+    EXPECT_TRUE(CreateFolderPath(TEXT("\\x")));
+    EXPECT_TRUE(device.Exists(u"\\x"));
 }
 
 TEST_F(Folders, RefusalOfTheSystemIsFalse) {

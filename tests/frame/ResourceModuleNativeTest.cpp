@@ -47,6 +47,12 @@ TEST_F(ResourceModule, MissingResDllShowsTheErrorBoxEachTimeAndGivesNull) {
     }
 }
 
+TEST_F(ResourceModule, BoxThatCannotBeShownHidesNotWhyResDllIsMissing) {
+    device.FailCall("MessageBoxW", 1, ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(nullptr, GetResourceModule(5000));
+    EXPECT_EQ(DWORD{ERROR_MOD_NOT_FOUND}, GetLastError());
+}
+
 TEST_F(ResourceModule, ResDllThatTurnsUpIsFoundAtTheNextRequest) {
     ExpectMessage();
     EXPECT_EQ(nullptr, GetResourceModule(5000));

@@ -60,7 +60,7 @@ public:
         const FuzzedReply fuzzed(input);
         const Expected expected = ExpectedOf(fuzzed);
         handheld.BeginRun();
-        handheld.device.AddHost(u"online.orvande.example", 80, fuzzed.reply);
+        fuzzed.GiveOn(handheld.device);
         handheld.device.UseDialog([&](DialogUser& user) { Use(user, expected); });
         Account account;
         account.userId = TEXT("Anna");

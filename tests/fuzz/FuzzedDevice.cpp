@@ -47,17 +47,17 @@ using HostFile = std::unique_ptr<FILE, CloseFile>;
 FuzzedDevice::FuzzedDevice() {
     device.SetViolationHook([](const std::string& what) { Require(false, what.c_str()); });
     device.BeginTest();
+    simulator::Journal::Current().SetWritten(false);
 }
 
 FuzzedDevice::~FuzzedDevice() {
+    simulator::Journal::Current().SetWritten(true);
     device.EndTest();
     device.SetViolationHook(nullptr);
 }
 
 void FuzzedDevice::BeginRun() {
-    ResetUser();
     simulator::ResetConnectionManager();
-    simulator::ResetWeb();
     Handles::Current().BeginTest();
     simulator::Journal::Current().Clear();
     SetLastError(ERROR_SUCCESS);

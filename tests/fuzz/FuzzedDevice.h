@@ -1,5 +1,5 @@
 /* The simulated handheld under a target. All of it but its files is made anew for every run: these would take
- * longer than most runs. */
+ * longer than most runs. Its calls are counted, but the journal has no lines, for the same reason. */
 #pragma once
 
 #include "Device.h"

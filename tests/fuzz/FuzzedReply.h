@@ -24,6 +24,11 @@ struct FuzzedReply {
         reply.breakAt = std::min(breakAt, reply.body.size());
     }
 
+    /* The service gives this reply to every request. */
+    void GiveOn(Device& device) const {
+        device.AddHost(u"online.orvande.example", 80, [this](const WebRequest&) { return reply; });
+    }
+
     /* The bytes that come. */
     [[nodiscard]] std::string_view Arriving() const {
         const std::string_view body = reply.body;

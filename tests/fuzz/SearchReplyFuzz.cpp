@@ -63,7 +63,7 @@ public:
         // Which costs as much as fifty other replies: one in sixteen has to do.
         if (expected.isEndless && std::accumulate(bytes.begin(), bytes.end(), 0U) % 16 != 0) return;
         handheld.BeginRun();
-        handheld.device.AddHost(u"online.orvande.example", 80, fuzzed.reply);
+        fuzzed.GiveOn(handheld.device);
         Search(items, expected);
         // Each read of the reply brings bytes, but for those of a thousand empty entries and of one map.
         Require(handheld.device.CountCalls("InternetReadFile") <= fuzzed.reply.body.size() + 1010,

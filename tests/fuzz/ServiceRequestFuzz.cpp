@@ -1,15 +1,9 @@
-/* What anybody may send to the service's port. The input is all that comes over one connection. */
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <sys/time.h>
-#include <unistd.h>
+/* What anybody may send to the service's port. The input is all that comes over one connection; it comes from
+ * memory, because a connection of the network would cost more than all that is made of its bytes. */
+#include <httplib.h>
 
-#include <cerrno>
 #include <fstream>
-#include <latch>
 #include <set>
-#include <thread>
 
 #include "Database.h"
 #include "FuzzInput.h"
@@ -20,45 +14,54 @@
 namespace {
 
 constexpr std::string_view outside = "nobody may read this";
+constexpr int mostRequests = 100;  // of one connection, as the service allows
 
-class Connection {
+/* A connection whose client has sent all that it ever sends. */
+class Connection final : public httplib::Stream {
 public:
-    explicit Connection(int port) : descriptor(socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        const timeval limit{10, 0};
-        setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
-        // Ports that wait for late packets would be used up within seconds.
-        const linger atOnce{1, 0};
-        setsockopt(descriptor, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
-        Require(connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0,
-                "the service takes every connection");
-    }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() { close(descriptor); }
+    explicit Connection(std::string_view sent) : unread(sent) {}
 
-    /* Sends the bytes and gives all that comes back. */
-    std::string Ask(std::string_view bytes) const {
-        while (!bytes.empty()) {
-            const ssize_t sent = send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-            if (sent <= 0) break;  // the service may end it earlier
-            bytes.remove_prefix(static_cast<size_t>(sent));
-        }
-        shutdown(descriptor, SHUT_WR);
-        std::string reply;
-        char block[4096];
-        ssize_t count = 0;
-        while ((count = recv(descriptor, block, sizeof block, 0)) > 0)
-            reply.append(block, static_cast<size_t>(count));
-        Require(count == 0 || errno == ECONNRESET, "the service ends what its client has ended");
-        return reply;
+    [[nodiscard]] bool is_readable() const override { return true; }
+    [[nodiscard]] bool is_writable() const override { return true; }
+
+    ssize_t read(char* buffer, size_t size) override {
+        const size_t taken = unread.copy(buffer, size);
+        unread.remove_prefix(taken);
+        return static_cast<ssize_t>(taken);
     }
+
+    ssize_t write(const char* bytes, size_t size) override {
+        reply.append(bytes, size);
+        return static_cast<ssize_t>(size);
+    }
+
+    void get_remote_ip_and_port(std::string& address, int& port) const override {
+        address = "127.0.0.1";
+        port = 50000;
+    }
+    void get_local_ip_and_port(std::string& address, int& port) const override {
+        address = "127.0.0.1";
+        port = 80;
+    }
+    [[nodiscard]] socket_t socket() const override { return INVALID_SOCKET; }
+
+    std::string reply;
 
 private:
-    int descriptor;
+    std::string_view unread;
+};
+
+class Service : public httplib::Server {
+public:
+    Service() { Require(bind_to_any_port("127.0.0.1") > 0, "there is a port"); }
+
+    /* Answers all requests of a connection, as the HTTP library does for one of the network. */
+    void Answer(Connection& connection) {
+        for (int left = mostRequests; left > 0; --left) {
+            bool isClosed = false;
+            if (!process_request(connection, left == 1, isClosed, {}) || isClosed) return;
+        }
+    }
 };
 
 class ServiceRequest final : public FuzzTarget {
@@ -67,21 +70,14 @@ public:
         std::filesystem::create_directory(folder.Path() / "maps");
         std::ofstream(folder.Path() / "maps" / "a.map") << "the bytes of a map";
         std::ofstream(folder.Path() / "b.map") << outside;
-        thread = std::thread([this] { server.Serve([this] { isReady.count_down(); }); });
-        isReady.wait();
-    }
-    ServiceRequest(const ServiceRequest&) = delete;
-    ServiceRequest& operator=(const ServiceRequest&) = delete;
-
-    ~ServiceRequest() override {
-        server.Stop();
-        thread.join();
+        AddService(server, catalogue, folder.Path() / "maps", accounts);
     }
 
     void Run(FuzzBytes bytes) override {
         const std::string request = FuzzInput(bytes).TakeRest();
-        const std::string reply = Connection(server.Port()).Ask(request);
-        if (!reply.empty()) RequireReply(reply);
+        Connection connection(request);
+        server.Answer(connection);
+        if (!connection.reply.empty()) RequireReply(connection.reply);
         if (request.find("licapp") != std::string::npos) database.Execute("DELETE FROM account");
     }
 
@@ -98,9 +94,7 @@ private:
     MapCatalogue catalogue{folder.Path(), MadeUpMaps(2)};
     AccountStore accounts{folder.Path() / MapCatalogue::fileName};
     Database database{folder.Path() / MapCatalogue::fileName};
-    HttpServer server{{}, catalogue, folder.Path() / "maps", accounts};
-    std::latch isReady{1};
-    std::thread thread;
+    Service server;
 };
 
 const bool isAdded = AddFuzzTarget<ServiceRequest>("ServiceRequest");

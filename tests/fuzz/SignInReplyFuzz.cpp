@@ -26,7 +26,7 @@ public:
         if (expected.status == 0) expected.state = reading.Int32(-1);
         expected.cause = fuzzed.CauseOf(reading, expected.status);
         handheld.BeginRun();
-        handheld.device.AddHost(u"online.orvande.example", 80, fuzzed.reply);
+        fuzzed.GiveOn(handheld.device);
         RequireAnswer(expected);
         RequireBox(expected);
         handheld.EndRun();

@@ -110,6 +110,13 @@ TEST_F(MapShopCause, PageInPlaceOfAReplyIsTheServersRefusal) {
     }
 }
 
+TEST_F(MapShopCause, RefusalThatBeginsAsAnAnswerIsOneAllTheSame) {
+    WebReply reply = WebReply::WithStatus(500);
+    reply.body = std::string(4, '\0');
+    Answer(std::move(reply));
+    EXPECT_EQ(HttpRefusal(500), CauseOfSearch());
+}
+
 TEST_F(MapShopCause, PageOfAGoodStatusIsWhatItsFirstBytesAre) {
     for (const DWORD status : {200u, 299u}) {
         AnswerPage(status, "<html>");

@@ -24,6 +24,16 @@ TEST_F(MapShop, AnyOtherStatusGivesNothing) {
     }
 }
 
+TEST_F(MapShop, HalfAStatusOfZerosIsNoSuccessThoughAMapFollows) {
+    MapShopReply reply;
+    reply.bytes = {0, 0};
+    WebReply late = WebReply::WithBody(reply.Int32(1).Map(TEXT("a"), 1, TEXT("b"), TEXT("c")).Int32(5).bytes);
+    late.chunks = {2, 1000};
+    Answer(late);
+    device.FailCall("InternetReadFile", 2, ERROR_INTERNET_TIMEOUT);
+    ExpectNothingFound();
+}
+
 TEST_F(MapShop, LongTextsAreCutToTheirFields) {
     const WideString longText(2000, TEXT('x'));
     Answer(MapShopReply()

@@ -213,8 +213,13 @@ int WideTextWorks() {
     return found && ordered && text.substr(40) == L"one twenty-two three" ? 1 : 0;
 }
 
+/* What stands at an address, also at one that no number may have. */
+int NumberAt(const void* address) {
+    return *static_cast<const int*>(address);
+}
+
 /* 1 when the compiler's arithmetic for what the processor lacks works. */
-int NumbersWork(long long number, int divisor, double factor) {
+int NumbersWork(long long number, double factor, int divisor) {
     const long long quotient = number / divisor;
     const auto product = static_cast<long long>(static_cast<double>(quotient) * factor);
     return quotient * divisor + number % divisor == number && product == quotient * 3 / 2 ? 1 : 0;

@@ -56,6 +56,23 @@ TEST_F(FormDictionaryKeys, KeyThatIsReadAsAnotherReplacesNoValue) {
     }
 }
 
+TEST_F(FormDictionaryKeys, FirstEqualsSignAloneEndsTheKeyThatIsRead) {
+    FormDictionary dictionary = Parsed(TEXT("xa=1"));
+    dictionary.SetString(TEXT("x=a"), TEXT("2"));
+    EXPECT_EQ("x=a=2\r\nxa=1\r\n", Saved(dictionary));
+}
+
+TEST_F(FormDictionaryKeys, OnlyACarriageReturnIsSkippedWithinAKey) {
+    FormDictionary dictionary = Parsed(TEXT("ab=1"));
+    dictionary.SetString(WideString{'a', 0x0D, 'b'}, TEXT("bad"));
+    EXPECT_EQ("ab=1\r\n", Saved(dictionary));
+    dictionary.SetString(WideString{'a', 0x0E, 'b'}, TEXT("2"));
+    EXPECT_EQ(
+        "a\x0E"
+        "b=2\r\nab=1\r\n",
+        Saved(dictionary));
+}
+
 TEST_F(FormDictionaryKeys, KeyWithSeparatorsReplacesNoValue) {
     for (const WideString& key :
          {WideString(TEXT("b&a")), WideString(TEXT("z=1&b")), WideString(TEXT("a=b")),
@@ -72,6 +89,7 @@ TEST_F(FormDictionaryKeys, KeyThatDamagesNoOtherIsSavedAsItIs) {
     EXPECT_EQ("Z=1\r\na=2\r\nb=a=c=bad\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("b=a=c"))));
     EXPECT_EQ("Z=1\r\na=2\r\na&b=bad\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("a&b"))));
     EXPECT_EQ("=b=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("=b"))));
+    EXPECT_EQ("=a=b=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("=a=b"))));
     EXPECT_EQ(" A=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT(" A"))));
     EXPECT_EQ("#a=bad\r\nZ=1\r\na=2\r\nz=3\r\n", Saved(BesideGoodOnes(TEXT("#a"))));
     EXPECT_EQ("Z=1\r\na=2\r\nz=3\r\n\xE9=bad\r\n", Saved(BesideGoodOnes(Unit(0xE9))));

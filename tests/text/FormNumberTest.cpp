@@ -149,3 +149,10 @@ TEST(SetHexBytes, EveryByteComesBack) {
     EXPECT_EQ(256, dictionary.GetHexBytes(TEXT("key"), restored.data(), 256));
     EXPECT_EQ(bytes, restored);
 }
+
+TEST(GetHexBytes, OneByteIsRoomForOne) {
+    uint8_t bytes[] = {0xEE, 0xEE};
+    EXPECT_EQ(1, With(TEXT("0aff")).GetHexBytes(TEXT("key"), bytes, 1));
+    EXPECT_EQ(0x0A, bytes[0]);
+    EXPECT_EQ(0xEE, bytes[1]);
+}

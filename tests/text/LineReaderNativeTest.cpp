@@ -59,3 +59,13 @@ TEST_F(LineReaderErrors, FolderOpenedAsAFileEndsThoughItNeverReportsItsEnd) {
     EXPECT_EQ(WideString(), line);
     EXPECT_FALSE(feof(folder.Get()));
 }
+
+TEST_F(LineReaderErrors, StreamWhoseEndIndicatorIsSetHasNoLinesThoughItsFileHasGrown) {
+    const FileHandle file = Open("a\n");
+    EXPECT_EQ('a', fgetc(file.Get()));
+    EXPECT_EQ('\n', fgetc(file.Get()));
+    EXPECT_EQ(EOF, fgetc(file.Get()));
+    PutFile(PathOf(TEXT("lines.txt")), "a\nb\n");
+    WideString line;
+    EXPECT_FALSE(LineReader(file.Get()).ReadContentLine(line));
+}

@@ -40,6 +40,8 @@ TEST(TextKey, UnitsAreNumbersAndNoBytes) {
 TEST(TextKey, HighByteOfTheFirstUnitThatDiffersDecidesBehindTheHead) {
     EXPECT_TRUE(IsBefore(TEXT("aaaa\x0161zzz"), TEXT("aaaa\x0261yyy")));
     EXPECT_TRUE(IsBefore(TEXT("aaaa\x0161zzzzzzzz"), TEXT("aaaa\x0261yyyyyyyy")));
+    // Whichever of its bits is the lowest that differs.
+    EXPECT_TRUE(IsBefore(TEXT("aaaa\x0002\x0001zz"), TEXT("aaaa\x0004\x0002zz")));
 }
 
 TEST(TextKey, CaseAndSurrogatesAreNotLookedAt) {
@@ -114,4 +116,15 @@ TEST(TextKey, ContainersFindItWithoutAKey) {
     EXPECT_EQ((std::vector<WideString>{TEXT("Z"), TEXT("a"), TEXT("\x0100")}), inOrder);
     EXPECT_EQ(texts.end(), texts.find(TextKeyView(WideString(TEXT("b")))));
     EXPECT_EQ(TEXT("a"), texts.find(TextKeyView(WideString(TEXT("a"))))->Text());
+}
+
+TEST(TextKey, WhatLiesBehindAViewDoesNotCount) {
+    const WideString text = TEXT("abcdefgh");
+    for (size_t size = 0; size < text.size(); ++size) {
+        const TextKeyView view(WideStringView(text).substr(0, size));
+        const TextKey key(text.substr(0, size));
+        EXPECT_EQ(key.Head(), view.Head());
+        EXPECT_FALSE(TextKeyOrder()(key, view));
+        EXPECT_FALSE(TextKeyOrder()(view, key));
+    }
 }

@@ -10,6 +10,11 @@ WideString Trimmed(WideString text) {
 
 }  // namespace
 
+TEST(WithoutOuterWhitespace, StopsAtTheEndOfAViewOfMoreSpaces) {
+    const WideString spaces(10, TEXT(' '));
+    EXPECT_TRUE(WithoutOuterWhitespace(WideStringView(spaces).substr(0, 5)).empty());
+}
+
 TEST(TrimWhitespace, EmptyTextStaysEmpty) {
     EXPECT_EQ(WideString(), Trimmed(TEXT("")));
 }
@@ -51,6 +56,13 @@ TEST(TrimWhitespace, NoOtherUnitCountsAsWhitespace) {
 TEST(TrimWhitespace, UnitsWhoseLowByteIsWhitespaceAreKept) {
     const WideString text{0x0120, 'a', 0x2009, 0x010A, 0x010D};
     EXPECT_EQ(text, Trimmed(text));
+}
+
+TEST(WithoutOuterWhitespace, NeverLooksBehindTheText) {
+    const WideStringView blanks = TEXT("    ");
+    for (size_t length = 0; length < blanks.size(); ++length)
+        EXPECT_EQ(WideStringView(), WithoutOuterWhitespace(blanks.substr(0, length))) << length;
+    EXPECT_EQ(WideStringView(TEXT("a")), WithoutOuterWhitespace(WideStringView(TEXT(" a ")).substr(0, 2)));
 }
 
 TEST(TrimWhitespace, ResultIsTheStringItself) {

@@ -18,9 +18,11 @@ class WrongArguments(unittest.TestCase):
         self.assertEqual((2, "", f"fuzz: {sentence}\n"), (run.returncode, run.stdout, run.stderr))
 
     def test_minutes_are_needed_and_at_most_a_target(self):
-        wanted = "wanted is MINUTES [TARGET] (--help tells more)"
+        wanted = "wanted is [--far] MINUTES [TARGET] (--help tells more)"
         self.assert_refused(wanted)
         self.assert_refused(wanted, "1", "SearchReply", "FormText")
+        self.assert_refused(wanted, "--far")
+        self.assert_refused(wanted, "1", "SearchReply", "--far")
 
     def test_minutes_are_a_number_above_0(self):
         for text in ["0", "-1", "one", "1e3", "10081", "nan", ""]:

@@ -42,6 +42,12 @@ class Counts(unittest.TestCase):
     def test_lines_that_windows_ends_count_too(self):
         self.assert_counts(2, 0, (BEGUN + FIRST + SECOND).replace("\n", "\r\n") + PASSED)
 
+    def test_figures_are_kept_whoever_tells_them_and_count_for_nothing(self):
+        log = self.assert_counts(2, 0, BEGUN + FIRST + "1: figure: 5 runs\n" + SECOND + PASSED +
+                                 "figure: 99.1 %\n")
+        self.assertEqual(["5 runs", "99.1 %"], log.figures)
+        self.assertEqual([], counted("1: no figure: 5\n" + BEGUN + FIRST + SECOND + PASSED).figures)
+
     def test_cases_count_behind_what_another_process_writes(self):
         second = SECOND.replace("[       OK", "client error:744: [       OK")
         self.assert_counts(2, 0, BEGUN + FIRST + second + PASSED)

@@ -66,7 +66,29 @@ protected:
     }
 };
 
+const bool toldTooEarly = (Trace(TEXT("too early"), nullptr, 1, 0), true);
+
 }  // namespace
+
+TEST_F(TracedAccount, WhatIsToldBeforeTheLibraryIsLoadedIsNowhere) {
+    EXPECT_TRUE(toldTooEarly);
+    Begin();
+    Trace(TEXT("now"), nullptr, 1, 0);
+    EXPECT_EQ((std::vector<std::string>{"now\t\t1\t0"}), Lines());
+}
+
+TEST_F(TracedAccount, LibraryWhosePathIsNotKnownGoesOnInTheEarlierTrace) {
+    device.FailCall("GetModuleFileNameW", 1, ERROR_MOD_NOT_FOUND);
+    BeginTrace(device.LibraryInstance());
+    device.SetLibraryPath(u"\\App.dll\\" + std::u16string(MAX_PATH, u'x'));
+    BeginTrace(device.LibraryInstance());
+    const std::vector<std::string> lines = Lines();
+    EXPECT_EQ("load\t\t1\t0", lines.at(0));
+    EXPECT_EQ("load\t\\App.dll\\" + std::string(MAX_PATH - 9, 'x') + "\t1\t0", lines.at(1));
+    device.SetLibraryPath(u"\\OrvandeOnline");
+    BeginTrace(device.LibraryInstance());
+    EXPECT_EQ("load\t\\OrvandeOnline\t1\t0", Lines().at(2)) << "it has no extension";
+}
 
 TEST_F(TracedAccount, LoadingTheLibraryBeginsTheTraceBehindAnEarlierOne) {
     const std::string load = "load\t\\Program Files\\App\\OrvandeOnline.dll\t1\t0";
@@ -175,6 +197,19 @@ TEST_F(TracedTransfer, LeavesOutTheQueryOfAnAddress) {
     x77fc64c7(host, TEXT("/maps/file.map?key=secret"), target, nullptr, nullptr);
     EXPECT_EQ("GET\t/maps/file.map\t1\t0", Lines().at(3));
     EXPECT_EQ(std::string::npos, TraceText().find("secret"));
+}
+
+TEST_F(TracedTransfer, TellsAllButPlainCharactersByTheirNumbers) {
+    Answer("abc");
+    x77fc64c7(host, TEXT("/ \x1F~\x7F\xE9"), target, nullptr, nullptr);
+    EXPECT_EQ("GET\t/ <U+001F>~<U+007F><U+00E9>\t1\t0", Lines().at(3));
+}
+
+TEST_F(TracedTransfer, TellsTheLongestNumbersBehindTheLongestObject) {
+    Trace(TEXT("all"), WideString(200, TEXT('\xE9')).c_str(), INT64_MIN, 0xFFFFFFFF);
+    const std::string line = Lines().back();
+    EXPECT_LT(900u, line.size());
+    EXPECT_EQ(">\t-9223372036854775808\t0xFFFFFFFF", line.substr(line.size() - 33));
 }
 
 TEST_F(TracedTransfer, CutsAnObjectThatIsTooLong) {

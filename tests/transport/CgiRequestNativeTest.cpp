@@ -180,6 +180,16 @@ TEST_F(Cgi, CursorIsRestoredWhenMemoryRunsOut) {
     EXPECT_TRUE(device.Requests().empty()) << "nothing is sent whose reply has no room";
 }
 
+TEST_F(Cgi, BodyOfMoreThanAnAddressOf32BitsReachesIsRefusedBeforeItIsRead) {
+    Answer("ok");
+    CgiRequest request(host, path, false, false);
+    WithCode(request);
+    const uint8_t one = 0;
+    EXPECT_THROW(request.WriteBytes(&one, INT32_MAX - 3), std::bad_alloc);
+    EXPECT_TRUE(request.SendRequest());
+    EXPECT_EQ(4u, device.Requests().at(0).body.size()) << "what was written before";
+}
+
 TEST_F(Cgi, RequestsMayStandSideBySide) {
     device.AddHost(host, 80, [](const WebRequest& request) { return WebReply::WithBody(request.body); });
     CgiRequest first(host, path, true, false);

@@ -166,3 +166,16 @@ TEST_F(DialogOnDevice, InitialisationMessageWithoutAnObjectIsIgnored) {
     });
     EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
 }
+
+TEST_F(DialogOnDevice, WithoutOperationsOfItsOwnIsShownHearsEverythingAndEnds) {
+    Dialog dialog(FORM_DIALOG);
+    device.UseDialog([&](DialogUser& user) {
+        EXPECT_EQ(FORM_FIELD, user.Focus()) << "the system has set it";
+        EXPECT_EQ(0, user.Send(WM_APP, 0, 0));
+        user.Notify(FORM_FIELD, 1);
+        user.Timer(1);
+        EXPECT_TRUE(user.IsOpen());
+        user.PressButton(IDOK);
+    });
+    EXPECT_EQ(IDOK, dialog.DoModal(nullptr));
+}

@@ -142,6 +142,18 @@ TEST_F(CatalogueOnDevice, HarvestOfAnUnknownModuleIsNamedModule) {
     EXPECT_TRUE(device.Exists(u"\\My Documents\\ZRTranslation\\module.txt"));
 }
 
+TEST_F(CatalogueOnDevice, HarvestWhoseFileCannotBeOpenedIsKeptForTheNextTime) {
+    device.MakeFolder(u"\\My Documents\\ZRTranslation");
+    TranslationCatalogue catalogue;
+    catalogue.Translate("Open");
+    device.FailCall("_wfopen", 1, ERROR_ACCESS_DENIED);
+    catalogue.WriteUntranslatedFile();
+    EXPECT_EQ((std::set<WideString>{TEXT("Open")}), catalogue.UntranslatedTexts());
+    catalogue.WriteUntranslatedFile();
+    EXPECT_TRUE(catalogue.UntranslatedTexts().empty());
+    EXPECT_TRUE(device.Exists(u"\\My Documents\\ZRTranslation\\Program.txt"));
+}
+
 TEST_F(CatalogueOnDevice, FullStorageCutsTheHarvestWithoutHarm) {
     device.MakeFolder(u"\\My Documents\\ZRTranslation");
     {

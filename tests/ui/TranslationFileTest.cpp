@@ -234,6 +234,13 @@ TEST_F(TranslationFile, SeveralTabsBeforeAKeyArePassedOver) {
     EXPECT_EQ((TranslationTable{{TEXT("a"), TEXT("b")}}), Read("\t\ta\tb\n"));
 }
 
+TEST(UnescapeTranslationText, NeverLooksBehindTheText) {
+    const WideStringView text = TEXT("a\"\"\\t");
+    EXPECT_EQ(WideString(TEXT("a")), UnescapeTranslationText(text.substr(0, 2)));
+    EXPECT_EQ(WideString(TEXT("a\"")), UnescapeTranslationText(text.substr(0, 3)));
+    EXPECT_EQ(WideString(TEXT("a\"\\")), UnescapeTranslationText(text.substr(0, 4)));
+}
+
 TEST_F(TranslationFile, RecordsOfAnyLengthAreReadWhole) {
     for (size_t length = 250; length < 260; ++length) {
         const WideString key(length, 'k');

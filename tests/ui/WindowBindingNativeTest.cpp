@@ -114,6 +114,7 @@ TEST_F(Binding, WithoutMemoryTheUserDataIsClearedNothingInstalledAndTheResultTru
 
 TEST_F(Binding, WindowThatDoesNotExistIsNotBound) {
     EXPECT_FALSE(windowBindings.AttachWindow(nullptr, &first));
+    EXPECT_EQ(0u, device.CountCalls("SetWindowLongPtrW"));
     EXPECT_EQ(nullptr, windowBindings.FindWindowObject(nullptr));
     EXPECT_FALSE(windowBindings.DetachWindow(nullptr));
     EXPECT_EQ(0, windowBindings.CallPreviousProc(nullptr, WM_APP, 0, 0));
@@ -217,6 +218,35 @@ TEST_F(Binding, WithWmDestroyTheWindowIsUnboundBeforeThePreviousProcedureSeesIt)
         windowBindings.AttachWindow(control, &first);
         EXPECT_EQ(unbound, windowBindings.CallPreviousProc(control, WM_DESTROY, 0, 0));
         EXPECT_EQ(&LookingProc, ProcOf(control));
+        SetProc(control, before);
+    });
+}
+
+TEST_F(Binding, WithoutAnObjectTheWindowIsBoundAndUnboundAllTheSame) {
+    WithControl([](HWND control) {
+        const WNDPROC before = ProcOf(control);
+        EXPECT_TRUE(windowBindings.AttachWindow(control, nullptr));
+        EXPECT_EQ(&Window::wndProc, ProcOf(control));
+        EXPECT_EQ(nullptr, windowBindings.FindWindowObject(control));
+        EXPECT_TRUE(windowBindings.DetachWindow(control));
+        EXPECT_EQ(before, ProcOf(control));
+    });
+}
+
+TEST_F(Binding, WithoutAnObjectWhatTheWindowKeepsIsNobodysAndPassesMessagesOn) {
+    WithControl([this](HWND control) {
+        const WNDPROC before = ProcOf(control);
+        SetProc(control, ForeignProc);
+        EXPECT_TRUE(windowBindings.AttachWindow(control, nullptr));
+        const std::unique_ptr<WindowHookRecord> own(ChainOf(control));
+        device.FailCall("SetWindowLongPtrW", 1, ERROR_NOT_ENOUGH_MEMORY);
+        EXPECT_EQ(77, windowBindings.CallPreviousProc(control, WM_DESTROY, 0, 0));
+        EXPECT_EQ(own.get(), ChainOf(control)) << "the procedure is not taken";
+        device.FailCall("SetWindowLongPtrW", 2, ERROR_NOT_ENOUGH_MEMORY);
+        EXPECT_TRUE(windowBindings.DetachWindow(control));
+        EXPECT_EQ(own.get(), ChainOf(control)) << "the procedure is taken, the chain is not";
+        EXPECT_EQ(nullptr, own->key);
+        SetChain(control, nullptr);
         SetProc(control, before);
     });
 }

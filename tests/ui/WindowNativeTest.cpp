@@ -49,7 +49,7 @@ LRESULT CALLBACK PreviousProc(HWND /*window*/, UINT message, WPARAM /*wParam*/, 
 class WindowOnDevice : public ScreenTest {
 protected:
     /* Runs `operation` while `object` is bound to a control of a dialog, on top of PreviousProc. */
-    void WithBound(NotingWindow& object, const std::function<void(HWND control)>& operation) {
+    void WithBound(Window& object, const std::function<void(HWND control)>& operation) {
         FormDialog dialog;
         device.UseDialog([&](DialogUser& user) {
             const HWND control = GetDlgItem(user.Window(), FORM_FIELD);
@@ -109,6 +109,16 @@ TEST_F(WindowOnDevice, OtherMessagesAreOnlyPassedOn) {
         EXPECT_EQ((std::vector<UINT>{WM_APP, WM_LBUTTONUP}), passedOn);
     });
     EXPECT_TRUE(object.notes.empty());
+}
+
+TEST_F(WindowOnDevice, WindowWithoutHandlersPassesEveryMessageOn) {
+    Window object;
+    WithBound(object, [&](HWND control) {
+        for (const Message& message : handled)
+            EXPECT_EQ(77, SendMessageW(control, message.message, message.wParam, message.lParam));
+        EXPECT_EQ(77, SendMessageW(control, WM_NOTIFY, 0, 0));
+    });
+    EXPECT_EQ(std::size(handled) + 1, passedOn.size());
 }
 
 TEST_F(WindowOnDevice, NotificationIsPassedOnOnceAsTheHandlerStands) {
@@ -196,7 +206,9 @@ TEST_F(WindowOnDevice, DestroyedObjectDestroysItsLiveWindow) {
 }
 
 TEST_F(WindowOnDevice, ObjectWithoutAWindowOrWithADeadOneDestroysNothing) {
+    device.ForgetCalls();
     { const Window unbound; }
+    EXPECT_TRUE(device.Calls().empty()) << "the system is not even asked";
     HWND closed = nullptr;
     FormDialog dialog;
     device.UseDialog([&](DialogUser& user) {
@@ -210,6 +222,18 @@ TEST_F(WindowOnDevice, ObjectWithoutAWindowOrWithADeadOneDestroysNothing) {
         object.window = closed;
     }
     EXPECT_EQ(0u, device.CountCalls("DestroyWindow"));
+}
+
+TEST_F(WindowOnDevice, MessageToAnUnboundWindowIsAnsweredWithZeroWhereTheProcessCannotBeEnded) {
+    device.AnswerMessageBox(IDOK);
+    device.FailCall("TerminateProcess", 1, ERROR_ACCESS_DENIED);
+    FormDialog dialog;
+    device.UseDialog([](DialogUser& user) {
+        EXPECT_EQ(0, Window::wndProc(GetDlgItem(user.Window(), FORM_FIELD), WM_APP, 0, 0));
+        Cancel(user);
+    });
+    EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
+    EXPECT_EQ(u"Fatal Error", device.MessageBoxes().at(0).caption);
 }
 
 using WindowOnDeviceDeathTest = WindowOnDevice;

@@ -25,6 +25,7 @@ constexpr auto FreeLibrary = FreeImage;
 constexpr auto GetProcAddressA = FindExport;
 constexpr auto LoadLibraryW = LoadImageAtPath;
 constexpr auto _getstdfilex = StandardStream;
+constexpr auto _vsnwprintf = FormatWide;
 constexpr auto printf = PrintFormatted;
 constexpr auto putchar = PutByte;
 constexpr auto puts = PutLine;

@@ -81,7 +81,7 @@ uint32_t CheckedHeaders(const std::vector<char>& file) {
 
 /* "AYGSHELL" for "aygshell.dll". */
 std::string LibraryName(std::string name) {
-    name = name.substr(0, name.find('.'));
+    name.resize(std::min(name.find('.'), name.size()));
     std::transform(name.begin(), name.end(), name.begin(),
                    [](char letter) { return static_cast<char>(std::toupper(letter)); });
     return name;

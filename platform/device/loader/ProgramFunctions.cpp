@@ -7,6 +7,7 @@
 
 #include "Console.h"
 #include "Device.h"
+#include "DeviceArguments.h"
 #include "LoadedImage.h"
 #include "machine/Call.h"
 #include "machine/Text.h"
@@ -69,9 +70,14 @@ int PutByte(int letter) {
 int PrintFormatted(const char* format, ...) {
     va_list values;
     va_start(values, format);
-    const int length = std::vfprintf(StandardStream(1), format, values);
+    const DeviceArguments arguments(format, values);
     va_end(values);
-    return length;
+    return std::vfprintf(StandardStream(1), format, arguments.List());
+}
+
+int FormatWide(WCHAR* buffer, size_t count, const WCHAR* format, va_list values) {
+    const DeviceArguments arguments(format, values);
+    return _vsnwprintf(buffer, count, format, arguments.List());
 }
 
 double NumberAt(const WCHAR* text, WCHAR** end) {

@@ -31,6 +31,10 @@ public:
     /* Whether one of them was made to fail. */
     bool Failed() const;
 
+    /* How many of the blocks that were allocated with operator new under the last watch have not been given
+     * back, now or since its end; those of over-aligned types are left out. */
+    static size_t BlocksLeft();
+
     /* Ends the watch early; Count and Failed keep their values. */
     void Stop();
 

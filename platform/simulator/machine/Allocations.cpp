@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "machine/AllocationWatch.h"
+#include "machine/LimitedHeap.h"
 #include "machine/Violations.h"
 
 namespace {
@@ -22,6 +23,10 @@ struct Gate {
 // Constant-initialised and trivially destroyed: operator new is called before main and after it.
 thread_local constinit Gate gate;
 
+// Of the last watch: its number, and its blocks that have not been given back.
+constinit size_t lastWatch = 0;
+constinit size_t blocksLeft = 0;
+
 /* The gate without a watch. The simulator may be at work: a script of a user may hold a watch. */
 void Open() {
     const int ownWork = gate.ownWork;
@@ -29,17 +34,39 @@ void Open() {
     gate.ownWork = ownWork;
 }
 
-}  // namespace
-
-namespace simulator {
-
-bool AllocationIsRefused() noexcept {
+bool IsRefusedByWatch() noexcept {
     if (!gate.watching || gate.ownWork > 0) return false;
     ++gate.count;
     if (gate.firstRefused == 0 || gate.count < gate.firstRefused) return false;
     if (gate.count > gate.firstRefused && !gate.refusesAllFromThere) return false;
     gate.refused = true;
     return true;
+}
+
+}  // namespace
+
+namespace simulator {
+
+bool AllocationIsRefused(size_t size) noexcept {
+    return IsRefusedByWatch() || LimitedHeap::Refuses(size);
+}
+
+bool IsOwnWork() noexcept {
+    return gate.ownWork > 0;
+}
+
+size_t NoteBlock() noexcept {
+    if (!gate.watching || gate.ownWork > 0) return 0;
+    ++blocksLeft;
+    return lastWatch;
+}
+
+void ForgetBlock(size_t watch) noexcept {
+    if (watch != 0 && watch == lastWatch) --blocksLeft;
+}
+
+bool HasMemoryFailed() noexcept {
+    return gate.refused;
 }
 
 OwnWork::OwnWork() noexcept {
@@ -65,6 +92,8 @@ void AllocationWatch::Start() {
         return;
     }
     Open();
+    ++lastWatch;
+    blocksLeft = 0;
     gate.watching = true;
     {
         const simulator::LibraryWork libraryWork;
@@ -99,6 +128,10 @@ size_t AllocationWatch::Count() const {
 
 bool AllocationWatch::Failed() const {
     return running_ ? gate.refused : failed_;
+}
+
+size_t AllocationWatch::BlocksLeft() {
+    return blocksLeft;
 }
 
 void AllocationWatch::Stop() {

@@ -20,10 +20,12 @@ void WINAPI SetLastError(DWORD error) {
 
 namespace simulator {
 
-Call::Call(const char* function)
-    : function_(function), text_(function), orderedError_(OrderedFailure(function)) {}
+Call::Call(const char* function) : function_(function), orderedError_(OrderedFailure(function)) {
+    if (Journal::Current().IsWritten()) text_ = function;
+}
 
-void Call::Arguments(const std::vector<std::string>& arguments) {
+void Call::Show(std::span<const std::string> arguments) {
+    if (!Journal::Current().IsWritten()) return;
     text_ += '(';
     const char* separator = "";
     for (const std::string& argument : arguments) {
@@ -33,16 +35,26 @@ void Call::Arguments(const std::vector<std::string>& arguments) {
     text_ += ')';
 }
 
-void Call::Write(const std::string& result) {
-    Journal::Current().Add(function_, text_ + " = " + result);
+void Call::Write(const std::string& result, std::optional<DWORD> error) {
+    Journal& journal = Journal::Current();
+    if (!journal.IsWritten()) {
+        ++journal.Counter(function_);
+        return;
+    }
+    const std::string suffix = error ? ", error " + std::to_string(*error) : std::string();
+    journal.Add(function_, text_ + " = " + result + suffix);
 }
 
 void Call::Done() {
-    Journal::Current().Add(function_, text_);
+    Journal& journal = Journal::Current();
+    if (journal.IsWritten())
+        journal.Add(function_, text_);
+    else
+        ++journal.Counter(function_);
 }
 
 void Call::Violates(const std::string& what) const {
-    Violate(text_ + ": " + what);
+    Violate((text_.empty() ? function_ : text_) + ": " + what);
 }
 
 CountedFunction::CountedFunction(const char* name) : name_(name), calls_(Journal::Current().Counter(name)) {}

@@ -2,7 +2,9 @@
 
 #include "Platform.h"
 
+#include <initializer_list>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,7 +19,10 @@ public:
     explicit Call(const char* function);
 
     /* The arguments as the journal shows them: the first thing to say about a call. */
-    void Arguments(const std::vector<std::string>& arguments);
+    void Arguments(std::initializer_list<std::string> arguments) {
+        Show({arguments.begin(), arguments.size()});
+    }
+    void Arguments(const std::vector<std::string>& arguments) { Show(arguments); }
 
     /* Whether a test ordered this call to fail; the error is then to be passed on. */
     bool MustFail() const { return orderedError_.has_value(); }
@@ -34,7 +39,7 @@ public:
     template <class Result>
     Result Fails(Result result, const std::string& text, DWORD error) {
         SetLastError(error);
-        Write(text + ", error " + std::to_string(error));
+        Write(text, error);
         return result;
     }
 
@@ -52,11 +57,12 @@ public:
     void Violates(const std::string& what) const;
 
 private:
-    void Write(const std::string& result);
+    void Show(std::span<const std::string> arguments);
+    void Write(const std::string& result, std::optional<DWORD> error = {});
 
     OwnWork ownWork_;
     const char* function_;
-    std::string text_;
+    std::string text_;  // empty while the journal is not written
     std::optional<DWORD> orderedError_;
 };
 

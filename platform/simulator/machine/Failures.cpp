@@ -1,8 +1,12 @@
 #include "machine/Failures.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "machine/Allocations.h"
+#include "machine/CallWatch.h"
 #include "machine/DeviceMachine.h"
 #include "machine/Journal.h"
 #include "machine/Violations.h"
@@ -29,6 +33,8 @@ Failures& Current() {
     return failures;
 }
 
+CallWatch* currentWatch = nullptr;
+
 bool Applies(Order& order) {
     if (order.isDone) return false;
     if (order.callsBefore > 0) {
@@ -42,8 +48,8 @@ bool Applies(Order& order) {
 }  // namespace
 
 std::optional<DWORD> OrderedFailure(std::string_view function) {
-    if (Current().orders.empty()) return std::nullopt;
     std::optional<DWORD> error;
+    if (currentWatch != nullptr) error = currentWatch->Take(function);
     for (Order& order : Current().orders) {
         if (order.function == function && Applies(order)) error = order.error;
     }
@@ -56,6 +62,36 @@ void ResetFailures() {
 }
 
 }  // namespace simulator
+
+CallWatch::CallWatch(size_t n, DWORD error, Failing failing, std::vector<std::string_view> spared)
+    : firstFailing_(n), error_(error), failing_(failing), spared_(std::move(spared)) {
+    if (simulator::currentWatch != nullptr) {
+        simulator::Violate("a CallWatch begins while another one is on");
+        return;
+    }
+    simulator::currentWatch = this;
+}
+
+CallWatch::~CallWatch() {
+    Stop();
+}
+
+void CallWatch::Stop() {
+    if (simulator::currentWatch == this) simulator::currentWatch = nullptr;
+}
+
+bool CallWatch::IsSpared(std::string_view function) const {
+    return std::ranges::find(spared_, function) != spared_.end();
+}
+
+std::optional<DWORD> CallWatch::Take(std::string_view function) {
+    functions_.push_back(function);
+    const size_t number = functions_.size();
+    const bool fails = failing_ == Failing::FromThereOn ? number >= firstFailing_ : number == firstFailing_;
+    if (firstFailing_ == 0 || !fails || IsSpared(function)) return std::nullopt;
+    failed_.push_back({number, simulator::HasMemoryFailed()});
+    return error_;
+}
 
 void DeviceMachine::FailCall(std::string_view function, size_t n, DWORD error, Failing failing) {
     if (!simulator::IsSimulatedFunction(function)) {

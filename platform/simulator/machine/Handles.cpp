@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "machine/Journal.h"
 #include "machine/Text.h"
 
 namespace simulator {
@@ -14,7 +15,8 @@ Handles& Handles::Current() {
 void* Handles::Open(std::unique_ptr<Object> object, Object* parent) {
     next_ += 0x10;
     void* const handle = reinterpret_cast<void*>(next_);
-    object->name = std::string(object->kind) + " " + std::to_string(++numbers_[object->kind]);
+    object->name = object->kind;
+    if (Journal::Current().IsWritten()) object->name += " " + std::to_string(++numbers_[object->kind]);
     object->parent = parent;
     if (parent != nullptr) ++parent->children;
     open_.emplace(handle, std::move(object));
@@ -32,14 +34,19 @@ void Handles::Close(void* handle) {
     const Object& object = *found->second;
     if (object.parent != nullptr) --object.parent->children;
     closed_[handle] = object.name;
-    // Children that outlive their parent are a violation of their own.
-    for (const auto& [other, child] : open_) {
-        if (child->parent == &object) child->parent = nullptr;
-    }
+    if (object.children > 0) ForgetParent(object);
     open_.erase(found);
 }
 
+// Children that outlive their parent are a violation of their own.
+void Handles::ForgetParent(const Object& parent) {
+    for (const auto& [handle, object] : open_) {
+        if (object->parent == &parent) object->parent = nullptr;
+    }
+}
+
 std::string Handles::NameOf(const void* handle) const {
+    if (!Journal::Current().IsWritten()) return "a handle";
     if (handle == nullptr) return "null";
     void* const key = const_cast<void*>(handle);
     if (const Object* object = Lookup(key)) return object->name;
@@ -78,6 +85,15 @@ std::vector<std::string> Handles::CloseLeaks() {
         Close(handle);
     }
     return names;
+}
+
+void Handles::CloseOpened() {
+    std::vector<void*> opened;
+    for (const auto& [handle, object] : open_) {
+        if (!object->isEarlier) opened.push_back(handle);
+    }
+    for (void* handle : opened)
+        Close(handle);
 }
 
 }  // namespace simulator

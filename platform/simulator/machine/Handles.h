@@ -22,7 +22,7 @@ struct Object {
     virtual ~Object() = default;
 
     const char* const kind;  // as the journal names it: "session", ...
-    std::string name;        // kind and number
+    std::string name;        // kind and, while the journal is written, number
     Object* parent = nullptr;
     size_t children = 0;
     bool isEarlier = false;    // open since before the test
@@ -69,7 +69,11 @@ public:
     /* The names of what was opened since BeginTest and is still open. Closes it. */
     std::vector<std::string> CloseLeaks();
 
+    /* Closes what was opened since BeginTest, also what may stay open. */
+    void CloseOpened();
+
 private:
+    void ForgetParent(const Object& parent);
     void ReportWrong(void* handle, const Call& call) const;
 
     std::map<void*, std::unique_ptr<Object>> open_;

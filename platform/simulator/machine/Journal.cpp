@@ -114,20 +114,21 @@ Journal& Journal::Current() {
     return journal;
 }
 
-void Journal::Add(std::string_view function, std::string line) {
+void Journal::Add(const char* function, std::string line) {
     ++Counter(function);
     if (unlisted_.empty() && !lines_.empty() && lines_.back().text == line) {
         ++lines_.back().times;
     } else if (lines_.size() < mostLines) {
-        lines_.push_back({std::string(function), std::move(line)});
+        lines_.push_back({function, std::move(line)});
     } else {
-        ++unlisted_[std::string(function)];
+        ++unlisted_[function];
     }
 }
 
-size_t& Journal::Counter(std::string_view function) {
-    const auto found = calls_.find(function);
-    return found != calls_.end() ? found->second : calls_.emplace(function, 0).first->second;
+size_t& Journal::Counter(const char* function) {
+    size_t*& counter = counters_[function];
+    if (counter == nullptr) counter = &calls_.try_emplace(function, 0).first->second;
+    return *counter;
 }
 
 std::vector<std::string> Journal::Lines(const std::function<bool(std::string_view)>& isWanted) const {

@@ -85,6 +85,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace simulator {
@@ -97,11 +98,17 @@ class Journal {
 public:
     static Journal& Current();
 
-    void Add(std::string_view function, std::string line);
+    /* Whether calls get lines, as they do at first. Else they are counted, and the texts that lines are made
+     * of (machine/Text.h) are empty, and handles have no numbers: most of what a call costs. */
+    void SetWritten(bool isWritten) { isWritten_ = isWritten; }
+    [[nodiscard]] bool IsWritten() const { return isWritten_; }
+
+    /* Counts a call and writes its line. */
+    void Add(const char* function, std::string line);
 
     /* The number of calls to a function. Valid for ever, back at 0 when the journal is cleared; calls that
-     * get no line are counted here. */
-    size_t& Counter(std::string_view function);
+     * get no line are counted here. `function` stays valid for ever, too. */
+    size_t& Counter(const char* function);
 
     /* The lines, those of the functions that `isWanted` names only. */
     std::vector<std::string> Lines(const std::function<bool(std::string_view)>& isWanted) const;
@@ -122,6 +129,8 @@ private:
     std::vector<Line> lines_;
     std::map<std::string, size_t, std::less<>> unlisted_;  // calls for which there was no room
     std::map<std::string, size_t, std::less<>> calls_;
+    std::unordered_map<const char*, size_t*> counters_;  // of `calls_`, by where the name stands
+    bool isWritten_ = true;
 };
 
 }  // namespace simulator

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+#include "machine/Journal.h"
+
 namespace simulator {
 
 namespace {
@@ -47,7 +49,12 @@ void AppendUtf16(std::u16string& text, uint32_t code) {
     text += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
 }
 
+bool IsWanted() {
+    return Journal::Current().IsWritten();
+}
+
 std::string Formatted(const char* prefix, int digits, uint64_t value) {
+    if (!IsWanted()) return {};
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%s%0*llX", prefix, digits, static_cast<unsigned long long>(value));
     return buffer;
@@ -56,6 +63,7 @@ std::string Formatted(const char* prefix, int digits, uint64_t value) {
 }  // namespace
 
 std::string Quoted(std::u16string_view text) {
+    if (!IsWanted()) return {};
     std::string quoted = "\"";
     for (const char16_t unit : text) {
         if (unit >= 0x20 && unit <= 0x7E) {
@@ -68,6 +76,7 @@ std::string Quoted(std::u16string_view text) {
 }
 
 std::string Quoted(const WCHAR* text) {
+    if (!IsWanted()) return {};
     return text != nullptr ? Quoted(std::u16string_view(text)) : std::string("null");
 }
 

@@ -1,4 +1,4 @@
-/* Text for the journal and for names that are compared without case. */
+/* Text for the journal, empty while that is not written, and for names that are compared without case. */
 #pragma once
 
 #include "Platform.h"

@@ -56,6 +56,10 @@ void ResetWeb() {
     Current() = Web{};
 }
 
+void ForgetRequests() {
+    Current().requests.clear();
+}
+
 ReplyReader::ReplyReader(WebReply reply) : reply_(std::move(reply)) {
     const bool knowsLength = reply_.status != 0 && reply_.produce == nullptr;
     if (!reply_.sendsContentLength || !knowsLength || Header(u"Content-Length")) return;

@@ -15,6 +15,9 @@ WebReply Ask(const WebRequest& request);
 /* Forgets all hosts and requests. */
 void ResetWeb();
 
+/* Forgets the requests. */
+void ForgetRequests();
+
 /* Gives the bytes of a reply in the portions and with the break that it asks for. */
 class ReplyReader {
 public:

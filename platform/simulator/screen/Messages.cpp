@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "machine/Journal.h"
 #include "machine/Text.h"
 #include "screen/MenuBars.h"
 #include "screen/Menus.h"
@@ -142,6 +143,7 @@ std::string MessageName(HWND window, UINT message) {
 }
 
 std::vector<std::string> MessageArguments(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!Journal::Current().IsWritten()) return {};
     std::vector<std::string> arguments;
     if (IsBar(window)) {
         arguments = BarArguments(message, wParam, lParam);
@@ -168,6 +170,7 @@ std::vector<std::string> MessageArguments(HWND window, UINT message, WPARAM wPar
 }
 
 std::string MessageResult(HWND window, UINT message, LPARAM lParam, LRESULT result) {
+    if (!Journal::Current().IsWritten()) return {};
     if (message == WM_GETTEXT) return TextResult(result, reinterpret_cast<const WCHAR*>(lParam));
     if (!IsBar(window)) return std::to_string(result);
     if (message == SHCMBM_GETMENU) return Handles::Current().NameOf(reinterpret_cast<HMENU>(result));

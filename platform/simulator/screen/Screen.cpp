@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "machine/Allocations.h"
+#include "machine/Journal.h"
 #include "machine/Text.h"
 #include "machine/Violations.h"
 #include "screen/Menus.h"
@@ -50,7 +51,8 @@ HWND Screen::Add(std::unique_ptr<Window> window) {
     added.handle = handle;
     added.mayStayOpen = true;  // windows that are left have a report of their own
     if (Window* const container = Lookup(added.container)) {
-        added.name = "control " + std::to_string(added.id) + " of " + container->name;
+        if (Journal::Current().IsWritten())
+            added.name = "control " + std::to_string(added.id) + " of " + container->name;
         container->childWindows.push_back(handle);
     } else {
         topLevels_.push_back(handle);
@@ -58,6 +60,7 @@ HWND Screen::Add(std::unique_ptr<Window> window) {
     return handle;
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): what it calls changes the screen
 LRESULT Screen::Deliver(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     const Window* const window = Lookup(handle);
     return window != nullptr ? CallProcedure(window->procedure, handle, message, wParam, lParam) : 0;
@@ -169,6 +172,7 @@ void Screen::ReportWindows() {
 }
 
 std::string WindowName(HWND handle) {
+    if (!Journal::Current().IsWritten()) return {};
     return Handles::Current().IsKnown(handle) ? Handles::Current().NameOf(handle) : PointerText(handle);
 }
 

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "machine/Text.h"
 #include "machine/Violations.h"
@@ -49,11 +48,7 @@ void DeviceStorage::MakeFolder(std::u16string_view path) {
 std::optional<std::string> DeviceStorage::TakeFile(std::u16string_view path) const {
     const std::string place = HostPath(path);
     if (!Storage::IsThere(place) || Storage::IsFolder(place)) return std::nullopt;
-    std::ifstream file(place, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    if (!file.is_open()) return std::nullopt;
-    return std::move(bytes).str();
+    return Storage::ReadPlace(place);
 }
 
 bool DeviceStorage::Exists(std::u16string_view path) const {

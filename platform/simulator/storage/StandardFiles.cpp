@@ -9,11 +9,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 #include <list>
 #include <memory>
-#include <sstream>
 #include <string>
+#include <string_view>
 
 #include "machine/Call.h"
 #include "machine/Text.h"
@@ -79,9 +78,12 @@ bool Store(const StandardFile& file, const char* bytes, size_t size) {
 }
 
 bool StoreText(const StandardFile& file, const char* bytes, size_t size) {
-    return std::all_of(bytes, bytes + size, [&](const char& byte) {
-        return byte == '\n' ? Store(file, "\r\n", 2) : Store(file, &byte, 1);
-    });
+    std::string text;
+    for (const char byte : std::string_view(bytes, size)) {
+        if (byte == '\n') text += '\r';
+        text += byte;
+    }
+    return Store(file, text.data(), text.size());
 }
 
 /* The runtime takes a result below `size` for an error, and forgets the bytes all the same. */
@@ -144,11 +146,9 @@ DWORD OpenPlace(StandardFile& file, std::u16string_view path, bool forWriting) {
         file.descriptor = open(place->c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
         return file.descriptor >= 0 ? ERROR_SUCCESS : Storage::MissingError(*place);
     }
-    const std::ifstream stream(*place, std::ios::binary);
-    if (!stream) return Storage::MissingError(*place);
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    file.contents = file.isText ? TextOf(bytes.str()) : std::move(bytes).str();
+    auto bytes = Storage::ReadPlace(*place);
+    if (!bytes) return Storage::MissingError(*place);
+    file.contents = file.isText ? TextOf(*bytes) : *std::move(bytes);
     return ERROR_SUCCESS;
 }
 

@@ -1,5 +1,8 @@
 #include "storage/Storage.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -21,6 +24,30 @@ bool IsSeparator(char16_t unit) {
 
 bool IsForbidden(char16_t unit) {
     return unit < 0x20 || std::u16string_view(u"<>:\"|?*").find(unit) != std::u16string_view::npos;
+}
+
+/* The names of a path from the root on. */
+std::vector<std::u16string_view> NamesIn(std::u16string_view path) {
+    std::vector<std::u16string_view> names;
+    while (!path.empty()) {
+        const auto end =
+            static_cast<size_t>(std::find_if(path.begin(), path.end(), IsSeparator) - path.begin());
+        const std::u16string_view name = path.substr(0, end);
+        path.remove_prefix(std::min(path.size(), end + 1));
+        if (name == u"..") {
+            if (!names.empty()) names.pop_back();
+        } else if (!name.empty() && name != u".") {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+std::string Joined(const std::vector<std::u16string_view>& names) {
+    std::string place;
+    for (const std::u16string_view name : names)
+        place += '/' + ToUtf8(name);
+    return place;
 }
 
 /* The entry of `folder` with that name, in the case in which it exists. */
@@ -97,20 +124,13 @@ std::optional<std::string> Storage::Place(std::u16string_view path, DWORD& error
     if (!isInTest_ || path.empty() || path.size() >= MAX_PATH) return std::nullopt;
     error = ERROR_INVALID_NAME;
     if (std::any_of(path.begin(), path.end(), IsForbidden)) return std::nullopt;
-    fs::path place = root_;
-    for (size_t begin = 0; begin < path.size();) {
-        const auto end = static_cast<size_t>(
-            std::find_if(path.begin() + static_cast<ptrdiff_t>(begin), path.end(), IsSeparator) -
-            path.begin());
-        const std::u16string_view name = path.substr(begin, end - begin);
-        begin = end + 1;
-        if (name == u"..") {
-            if (place != root_) place = place.parent_path();
-        } else if (!name.empty() && name != u".") {
-            place = Entry(place, name);
-        }
-    }
     error = ERROR_SUCCESS;
+    const std::vector<std::u16string_view> names = NamesIn(path);
+    // Mostly all of them are there as they are written, and none has to be looked for.
+    if (std::string exact = root_ + Joined(names); IsThere(exact)) return exact;
+    fs::path place = root_;
+    for (const std::u16string_view name : names)
+        place = Entry(place, name);
     return place.native();
 }
 
@@ -132,6 +152,18 @@ bool Storage::IsReadOnly(const std::string& place) {
     // The mode itself: whether this process could write all the same does not matter to the device.
     std::error_code ignored;
     return (fs::status(place, ignored).permissions() & fs::perms::owner_write) == fs::perms::none;
+}
+
+std::optional<std::string> Storage::ReadPlace(const std::string& place) {
+    const int descriptor = open(place.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return std::nullopt;
+    std::string bytes;
+    char block[4096];
+    ssize_t count = 0;
+    while ((count = read(descriptor, block, sizeof block)) > 0)
+        bytes.append(block, static_cast<size_t>(count));
+    close(descriptor);
+    return count == 0 ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 size_t Storage::Claim(size_t bytes) {

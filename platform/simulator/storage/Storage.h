@@ -37,6 +37,9 @@ public:
     static bool IsThere(const std::string& place);
     static bool IsReadOnly(const std::string& place);
 
+    /* What the file at a place holds; nothing when it cannot be read. */
+    static std::optional<std::string> ReadPlace(const std::string& place);
+
     /* Takes `bytes` off the free storage; how many of them there was room for. */
     size_t Claim(size_t bytes);
 
@@ -44,7 +47,6 @@ public:
 
 private:
     void Empty();
-
     // One folder for the whole process: making and removing the folders for every test takes longer than most
     // tests do.
     std::string root_;

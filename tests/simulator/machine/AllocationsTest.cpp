@@ -145,3 +145,25 @@ TEST_F(Allocations, SecondWatchIsAMistakeInTheTest) {
     EXPECT_FALSE(Allocates()) << "the first one holds on";
     EXPECT_EQ(Lines{"an AllocationWatch begins while another one is on"}, TakeViolations());
 }
+
+TEST_F(Allocations, BlocksThatAreNotGivenBackAreCounted) {
+    AllocationWatch watch;
+    void* const kept = ::operator new(10);
+    ::operator delete(::operator new(10));
+    EXPECT_EQ(1u, AllocationWatch::BlocksLeft());
+    watch.Stop();
+    void* const uncounted = ::operator new(10);
+    EXPECT_EQ(1u, AllocationWatch::BlocksLeft());
+    ::operator delete(uncounted);
+    ::operator delete(kept);
+    EXPECT_EQ(0u, AllocationWatch::BlocksLeft());
+}
+
+TEST_F(Allocations, BlocksOfAnEarlierWatchDoNotCount) {
+    AllocationWatch first;
+    void* const kept = ::operator new(10);
+    first.Stop();
+    AllocationWatch second;
+    ::operator delete(kept);
+    EXPECT_EQ(0u, AllocationWatch::BlocksLeft());
+}

@@ -1,4 +1,5 @@
 #include "SimulatorTest.h"
+#include "machine/Journal.h"
 
 namespace {
 
@@ -142,4 +143,20 @@ TEST_F(Journal, EveryTestBeginsWithAnEmptyOne) {
     device.BeginTest();
     EXPECT_EQ(Lines{}, device.Calls());
     EXPECT_EQ(0u, device.CountCalls("GetModuleHandleW"));
+}
+
+TEST_F(Journal, CountsCallsWhileItIsNotWritten) {
+    simulator::Journal::Current().SetWritten(false);
+    const HINTERNET session = InternetOpenW(u"Agent", 0, nullptr, nullptr, 0);
+    simulator::Journal::Current().SetWritten(true);
+    InternetCloseHandle(session);
+    EXPECT_EQ(1U, device.CountCalls("InternetOpenW"));
+    EXPECT_EQ(Lines{"InternetCloseHandle(session) = TRUE"}, device.Calls());
+}
+
+TEST_F(Journal, MistakesAreTheSameWhileItIsNotWritten) {
+    simulator::Journal::Current().SetWritten(false);
+    InternetCloseHandle(reinterpret_cast<HINTERNET>(uintptr_t{0x1234}));
+    simulator::Journal::Current().SetWritten(true);
+    EXPECT_EQ(Lines{"InternetCloseHandle: a handle is not open"}, TakeViolations());
 }

@@ -1,0 +1,98 @@
+/* The companion's calls that show a dialog. */
+#include "CompanionFlow.h"
+#include "DialogRows.h"
+#include "DialogScripts.h"
+
+namespace {
+
+class AccountDialogFlow : public CompanionFlow {
+public:
+    explicit AccountDialogFlow(DialogScript userScript) : script(std::move(userScript)) {}
+
+    void SetUp() override {
+        CompanionFlow::SetUp();
+        Answer(MapShopReply().Int32(0).Int32(0));
+    }
+    void Prepare() override {
+        CompanionFlow::Prepare();
+        saved = "UserID=Anna\r\n";
+        UseDialogToItsEnd(script);
+    }
+    std::string Outcome() override {
+        return ResultText() + ", " + RecordText() + ", " + SettingsText() +
+               (device.Requests().empty() ? "" : ", asked");
+    }
+
+private:
+    const DialogScript script;
+};
+
+class ShowSignIn : public AccountDialogFlow {
+public:
+    using AccountDialogFlow::AccountDialogFlow;
+    void Run() override {
+        result = LMAccountShowSignIn(&record, nullptr);
+        error = GetLastError();
+    }
+};
+
+class ShowCreate : public AccountDialogFlow {
+public:
+    using AccountDialogFlow::AccountDialogFlow;
+    void Run() override {
+        result = LMAccountShowCreate(&record, nullptr);
+        error = GetLastError();
+    }
+};
+
+}  // namespace
+
+std::vector<FlowRow> CompanionDialogRows() {
+    const std::string_view signedIn = "1, error 0, Anna/Secret-1/0, saved, asked";
+    const std::string_view left = "0, error cancelled, as it was, none";
+    const std::string_view notShown = "0, error E, as it was, none";
+    const std::string_view withoutMemory = "0, error 8, as it was, none";
+    const std::string_view notSavedNorEnded = "+0, error cancelled, Anna/Secret-1/0, none, asked";
+    const std::vector<Statement> leaving = StatementsOf({left, notShown, withoutMemory, left});
+    // The user is told what has failed, and tries again. What he tried last is in the record, but for the
+    // password of a sign-in.
+    const auto asking = [&](std::string_view tried, std::string_view triedAndAsked) {
+        std::vector<Statement> statements = StatementsOf({signedIn, notShown, withoutMemory, left});
+        for (const std::string_view call :
+             {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW", "HttpSendRequestW"})
+            statements.push_back({call, {signedIn, tried}});
+        statements.push_back({"InternetReadFile", {signedIn, triedAndAsked}});
+        // What cannot be read of a field is empty.
+        for (const std::string_view call : {"SendDlgItemMessageW", "GetDlgItemTextW"})
+            statements.push_back(
+                {call,
+                 {signedIn, "+0, error cancelled, //0, none", "+0, error cancelled, Anna//0, none", "..."}});
+        // Signed in, but not saved; or not even ended.
+        return With(statements, {{"SHGetSpecialFolderPathW",
+                                  {"1, error 3, Anna/Secret-1/0, none, asked", notSavedNorEnded}},
+                                 {"_wfopen", {"1, error E, Anna/Secret-1/0, none, asked", notSavedNorEnded}},
+                                 {"fwrite",
+                                  {"1, error E, Anna/Secret-1/0, cut, asked",
+                                   "+0, error cancelled, Anna/Secret-1/0, cut, asked"}},
+                                 {"EndDialog", {"+0, error cancelled, Anna/Secret-1/0, saved, asked"}},
+                                 {"memory", {signedIn, "1, error 8, Anna/Secret-1/0, none, asked"}}});
+    };
+    const std::vector<Statement> signing =
+        asking("+0, error cancelled, Anna//0, none", "+0, error cancelled, Anna//0, none, asked");
+    std::vector<Statement> creating = asking("+0, error cancelled, Anna/Secret-1/0, none",
+                                             "+0, error cancelled, Anna/Secret-1/0, none, asked");
+    const std::vector<std::string_view> emptyFields = {"1, error 0, /Secret-1/0, cut, asked",
+                                                       "1, error 0, Anna//0, saved, asked"};
+    creating = With(creating, {{"SendDlgItemMessageW", emptyFields}, {"GetDlgItemTextW", emptyFields}});
+    std::vector<FlowRow> rows;
+    const auto add = [&](const char* name, auto make, std::string_view success,
+                         const std::vector<Statement>& statements) {
+        rows.push_back(
+            {name, Library::Account, make, success, statements, AccountBoxes(), callsThatDoNotFail});
+    };
+    add("AccountShowSignIn", Make<ShowSignIn>(SignInAsAnna), signedIn, signing);
+    add("AccountShowSignInCancelled", Make<ShowSignIn>(Leave), left, leaving);
+    add("AccountShowCreate", Make<ShowCreate>(CreateAnna), signedIn, creating);
+    add("AccountShowCreateCancelled", Make<ShowCreate>(Leave), left, leaving);
+    return rows;
+}
