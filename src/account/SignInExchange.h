@@ -9,7 +9,7 @@ struct SignInAnswer {
     int32_t state = -1;  /* the account's, after status 0; also when none has come */
     DWORD cause = 0;     /* as LMOnline.h tells it; 0 when status 0 and a state have come */
 
-    [[nodiscard]] bool IsAccepted() const { return state == 0; }
+    [[nodiscard]] bool IsAccepted() const { return status == 0 && state == 0; }
 };
 
 /* The statuses whose meaning is known. */

@@ -73,7 +73,7 @@ bool ByteStream::ReadString(WideString& text) {
     if (static_cast<uint32_t>(length) > longestString) return false;
 
     // A string with too little room would take twice as much, beside what it has.
-    if (static_cast<size_t>(length) > text.capacity()) text = WideString();
+    if (static_cast<size_t>(length) > text.capacity()) WideString().swap(text);
     text.reserve(static_cast<size_t>(length));
     for (auto missing = static_cast<uint32_t>(length); missing > 0;) {
         missing -= AppendFetchedUnits(text, missing);

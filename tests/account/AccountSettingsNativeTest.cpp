@@ -156,24 +156,3 @@ TEST_F(AccountSettings, UnitsAboveALatinByteLoseTheirHighByte) {
     SaveAccountSettings(account);
     EXPECT_EQ("UserID=%16%ac\r\n", SettingsFile());
 }
-
-TEST_F(AccountSettings, MemoryThatRunsOutNeverLeavesTheFunctions) {
-    account.userId = WideString(100, u'x');
-    account.password = TEXT("secret1");
-    account.savePassword = true;
-    for (size_t n = 1;; ++n) {
-        AllocationWatch watch(n);
-        SaveAccountSettings(account);
-        watch.Stop();
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-    for (size_t n = 1;; ++n) {
-        AllocationWatch watch(n);
-        LoadAccountSettings(account);
-        watch.Stop();
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-    EXPECT_EQ(TEXT("secret1"), account.password);
-}

@@ -195,36 +195,3 @@ TEST_F(SignInScreen, ThatCannotBeShownIsNotSignedIn) {
     EXPECT_FALSE(RunSignInDialog(account, nullptr));
     EXPECT_EQ(u"Dialog 107 failed: err=0x716", device.MessageBoxes()[0].text);
 }
-
-TEST_F(SignInScreen, MemoryThatRunsOutEndsOrRefusesButNeverBreaksIt) {
-    Translate("User ID\tIdentifiant\n");
-    bool isScriptRun = true;
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        Accept();
-        if (std::exchange(isScriptRun, false)) {
-            device.UseDialog([&](DialogUser& user) {
-                isScriptRun = true;
-                TypeCredentials(user);
-                user.PressButton(IDOK);
-                if (user.IsOpen()) Leave(user);
-            });
-        }
-        ExpectMessageOnce();
-        account = {};
-        AllocationWatch watch(n);
-        const bool isSignedIn = RunSignInDialog(account, nullptr);
-        watch.Stop();
-        if (isSignedIn) {
-            EXPECT_EQ(TEXT("Anna"), account.userId);
-            EXPECT_EQ(TEXT("Secret-1"), account.password);
-        }
-        if (!watch.Failed()) {
-            EXPECT_TRUE(isSignedIn);
-            break;
-        }
-        ASSERT_LT(n, 400u);
-    }
-    EXPECT_TRUE(isScriptRun);
-    UseUpMessages();
-}

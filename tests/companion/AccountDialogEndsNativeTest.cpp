@@ -46,35 +46,6 @@ TEST_F(AccountDialogEnds, WithoutItsMenuBarItHasTheCodeOfThat) {
     EXPECT_EQ(before, Bytes(record));
 }
 
-TEST_F(AccountDialogEnds, MemoryThatRunsOutBeforeItIsShownIs8) {
-    bool wasShown = true;
-    size_t boxes = 0;
-    device.AnswerMessageBox(IDOK);
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        if (std::exchange(wasShown, false)) {
-            device.UseDialog([&](DialogUser& user) {
-                wasShown = true;
-                user.ChooseMenuItem(IDCANCEL);
-            });
-        }
-        SetLastError(staleError);
-        AllocationWatch watch(n);
-        const LMInt32 result = SignIn();
-        const DWORD error = GetLastError();
-        watch.Stop();
-        EXPECT_EQ(0, result);
-        EXPECT_EQ(wasShown ? cancelled : DWORD{ERROR_NOT_ENOUGH_MEMORY}, error);
-        EXPECT_EQ(before, Bytes(record));
-        if (device.MessageBoxes().size() > boxes) device.AnswerMessageBox(IDOK);
-        boxes = device.MessageBoxes().size();
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 200u);
-    }
-    EXPECT_LT(0u, boxes);
-    MessageBoxW(nullptr, TEXT("uses the last answer up"), nullptr, 0);
-}
-
 TEST_F(AccountDialogEnds, MemoryThatRunsOutInItIs8) {
     device.AnswerMessageBox(IDOK);
     ExpectFailure(ERROR_NOT_ENOUGH_MEMORY, SignIn([](DialogUser& user) {

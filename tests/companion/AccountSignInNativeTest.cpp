@@ -103,18 +103,3 @@ TEST_F(AccountSigningIn, WithoutUserIdOrPasswordAsksNobody) {
     EXPECT_EQ(0u, device.CountCalls("ConnMgrEstablishConnectionSync"));
     EXPECT_TRUE(device.Requests().empty());
 }
-
-TEST_F(AccountSigningIn, MemoryThatRunsOutIsToldAndLeavesNothingOpen) {
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        Accept();
-        AllocationWatch watch(n);
-        const LMInt32 result = LMAccountSignIn(&record);
-        const DWORD error = GetLastError();
-        watch.Stop();
-        EXPECT_EQ(watch.Failed() ? 0 : 1, result);
-        EXPECT_EQ(watch.Failed() ? DWORD{ERROR_NOT_ENOUGH_MEMORY} : DWORD{0}, error);
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-}

@@ -228,22 +228,6 @@ TEST_F(MapShopCause, WithoutMemoryForTheHandleItIs8) {
     EXPECT_EQ(8u, GetLastError());
 }
 
-TEST_F(MapShopCause, WhereverMemoryRunsOutItIs8) {
-    Answer(TwoMaps());
-    for (size_t n = 2;; ++n) {
-        SCOPED_TRACE(n);
-        SetLastError(staleError);
-        AllocationWatch watch(n, Failing::FromThereOn);
-        MapShopSearch* const search = LMMapShopSearch(nullptr, 0);
-        const DWORD cause = GetLastError();
-        watch.Stop();
-        LMMapShopClose(search);
-        EXPECT_EQ(watch.Failed() ? 8u : 0u, cause);
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 200u);
-    }
-}
-
 TEST_F(MapShopCause, HandleThatCouldNotBeOpenedCountsMoreThanMemoryThatRanOutAfterwards) {
     Answer(TwoMaps());
     device.FailCall("InternetOpenW", 1, ERROR_INTERNET_OUT_OF_HANDLES);

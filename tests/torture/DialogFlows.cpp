@@ -123,8 +123,9 @@ std::vector<FlowRow> DialogRows() {
         rows.push_back({name, Library::Online, make, success, statements, boxes, callsThatDoNotFail});
     };
     const std::vector<Statement> throwing = {{"memory", {"no memory"}}};
-    // Not even ended, and destroyed at last.
-    const std::vector<Statement> ending = With(throwing, {{"SetWindowLongPtrW 1", {"+ended with 0"}},
+    // Not even ended, and destroyed at last; or left by the user without its menu bar.
+    const std::vector<Statement> ending = With(throwing, {{"EndDialog", {"+ended with 2"}},
+                                                          {"SetWindowLongPtrW 1", {"+ended with 0"}},
                                                           {"SetWindowLongPtrW 2", {"+ended with 0"}},
                                                           {"SHCreateMenuBar", {"+ended with 0"}}});
     add("DialogDone", Make<ShowForm>(PressDone), "ended with 1", "ended with 0", internal, ending);

@@ -47,9 +47,9 @@ protected:
  * one of these and which call or allocation of the run it is: "HttpQueryInfoW 2". The more exact one counts.
  * A failure without a statement changes nothing: the outcome is that without failures.
  *
- * When several calls fail, the first failure with a statement decides. An outcome that begins with "+" may
- * come only then, and "..." says that the flow goes on, so that what fails later may decide as well. A "*" at
- * the end stands for any text. */
+ * When several calls fail, the first failure with a statement decides; of a call and an allocation either
+ * may. An outcome that begins with "+" may come only then, and "..." says that the flow goes on, so that what
+ * fails later may decide as well. A "*" stands for any text. */
 struct Statement {
     std::string_view failure;
     std::vector<std::string_view> outcomes;

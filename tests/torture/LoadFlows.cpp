@@ -59,7 +59,8 @@ private:
 std::vector<FlowRow> LoadRows() {
     const std::string_view none = "loaded, no harvest";
     std::vector<Statement> statements;
-    std::vector<std::string_view> harvestWithoutMemory = {none, "loaded, harvest"};
+    std::vector<std::string_view> harvestWithoutMemory = {none, "loaded, harvest", "loaded, cut harvest",
+                                                          "+loaded, no harvest, cut harvest of a module"};
     if (tortureIsOfImages) {
         statements.push_back({"memory", {"loaded", "refused"}});
         harvestWithoutMemory.push_back("refused, no harvest");

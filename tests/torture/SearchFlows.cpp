@@ -73,8 +73,12 @@ std::vector<FlowRow> SearchRows() {
     statements.back().outcomes = {"0 maps, number 0, error 8", "1 maps, number 0, error 8",
                                   "2 maps, number 0, error 8", "3 maps, number 0, error 8",
                                   "4 maps, number 0, error 8", "5 maps, number 0, error 8"};
-    statements[4].outcomes = {nothing, "1 maps, number 0, error E", "2 maps, number 0, error E",
-                              "3 maps, number 0, error E", "4 maps, number 0, error E"};
+    // Behind a read that fails the reply goes on, without the bytes that were lost: its last number is what
+    // then ends it.
+    statements.push_back({"InternetReadFile 2", {"1 maps, number *, error E"}});
+    statements.push_back({"InternetReadFile 3", {"2 maps, number *, error E"}});
+    statements.push_back({"InternetReadFile 4", {"3 maps, number *, error E"}});
+    statements[4].outcomes = {nothing, "4 maps, number 0, error E"};
     rows.push_back({"SearchWithFiveResults", Library::Online, Make<Search>(5), "5 maps, number 24, error 0",
                     statements});
     return rows;

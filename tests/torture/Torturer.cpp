@@ -38,8 +38,10 @@ std::string Narrow(std::u16string_view text) {
 }
 
 bool Matches(std::string_view outcome, std::string_view stated) {
-    if (stated.ends_with("*")) return outcome.starts_with(stated.substr(0, stated.size() - 1));
-    return outcome == stated;
+    const size_t star = stated.find('*');
+    if (star == std::string_view::npos) return outcome == stated;
+    return outcome.size() + 1 >= stated.size() && outcome.starts_with(stated.substr(0, star)) &&
+           outcome.ends_with(stated.substr(star + 1));
 }
 
 }  // namespace
@@ -144,6 +146,7 @@ Torturer::Failed Torturer::RunFailing(const Plan& plan) {
     Failed failed;
     failed.count = calls.Failures().size() + (memory.Failed() ? 1 : 0);
     failed.isAlone = failed.count < 2 && plan.failing == Failing::Once;
+    failed.isPair = plan.call != 0 && plan.allocation != 0;
     const std::string memoryName = "memory " + std::to_string(plan.allocation);
     bool isMemoryNamed = !memory.Failed();
     for (const CallWatch::Failure& failure : calls.Failures()) {
@@ -247,7 +250,7 @@ bool Torturer::IsAllowed(std::string_view outcome, const Failed& failed) const {
             if (isForSeveral && failed.isAlone) continue;
             if (Matches(outcome, stated.substr(isForSeveral ? 1 : 0))) return true;
         }
-        if (!goesOn) return false;
+        if (!goesOn && !failed.isPair) return false;
     }
     return !changes && outcome == row_.success;
 }

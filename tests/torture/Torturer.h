@@ -60,6 +60,7 @@ private:
         std::vector<std::string> names;  // as statements have them, with their numbers, in order
         size_t count = 0;
         bool isAlone = true;
+        bool isPair = false;  // of a call and an allocation
     };
 
     size_t RunWith(const Plan& plan);

@@ -221,18 +221,3 @@ TEST_F(DownloadCause, NullForATextIsABadArgument) {
                   LMDownloadWebFileProgress(host, TEXT("/f"), nullptr, Callback, this, &progress);
               }));
 }
-
-TEST_F(DownloadCause, WhereverMemoryRunsOutItIs8) {
-    Answer("abc");
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        SetLastError(staleError);
-        AllocationWatch watch(n, Failing::FromThereOn);
-        x77fc64c7(host, TEXT("/maps/file.map"), target, nullptr, nullptr);
-        const DWORD cause = GetLastError();
-        watch.Stop();
-        EXPECT_EQ(watch.Failed() ? 8u : 0u, cause);
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-}

@@ -162,18 +162,3 @@ TEST_F(Download, BadArgumentsGive0AndTouchNothing) {
     EXPECT_EQ(0u, callbacks);
     EXPECT_EQ(-7, progress.bytesReceived);
 }
-
-TEST_F(Download, WhereverMemoryRunsOutTheFilesAreWhole) {
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        device.PutFile(target, "old");
-        Answer("abc");
-        AllocationWatch watch(n, Failing::FromThereOn);
-        const int32_t result = x77fc64c7(host, TEXT("/maps/file.map"), target, nullptr, nullptr);
-        watch.Stop();
-        EXPECT_FALSE(device.Exists(temporary));
-        EXPECT_EQ(result == 1 ? "abc" : "old", device.TakeFile(target).value_or("no file"));
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-}

@@ -124,22 +124,6 @@ TEST_F(RangeCause, ConnectionManagersFailureIsNone) {
     EXPECT_EQ(0u, CauseOfRead(4));
 }
 
-TEST_F(RangeCause, WhereverMemoryRunsOutItIs8) {
-    Answer("abcd");
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        char buffer[4] = {};
-        SetLastError(staleError);
-        AllocationWatch watch(n, Failing::FromThereOn);
-        xfa704a3f(host, TEXT("/maps/file.map"), 0, 4, buffer, nullptr, nullptr);
-        const DWORD cause = GetLastError();
-        watch.Stop();
-        EXPECT_EQ(watch.Failed() ? 8u : 0u, cause);
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-}
-
 TEST_F(RangeCause, RequestThatCouldNotBeOpenedCountsMoreThanMemoryThatRanOutAfterwards) {
     Answer("abcd");
     bool isOpen = false;

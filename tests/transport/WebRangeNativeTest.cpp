@@ -166,17 +166,3 @@ TEST_F(Range, BadArgumentsGiveMinus1AndSendNothing) {
     EXPECT_EQ(-1, xfa704a3f(host, TEXT("/f"), 0, 4, nullptr, nullptr, nullptr));
     EXPECT_TRUE(device.Calls().empty());
 }
-
-TEST_F(Range, WhereverMemoryRunsOutTheResultIsAFailureOrWhole) {
-    Answer("abcd");
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        char buffer[4] = {};
-        AllocationWatch watch(n, Failing::FromThereOn);
-        const int32_t result = xfa704a3f(host, TEXT("/maps/file.map"), 0, 4, buffer, nullptr, nullptr);
-        watch.Stop();
-        EXPECT_EQ(watch.Failed() ? -1 : 4, result);
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-}

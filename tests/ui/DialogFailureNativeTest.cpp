@@ -1,7 +1,5 @@
 #include <stdexcept>
-#include <utility>
 
-#include "base/Contained.h"
 #include "support/ScreenTest.h"
 #include "ui/FormDialog.h"
 
@@ -135,32 +133,6 @@ TEST_F(DialogFailure, DialogThatCannotBeBoundLeavesTheFocusAlone) {
     };
     device.UseDialog(Cancel);
     EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
-}
-
-TEST_F(DialogFailure, MemoryThatRunsOutAnywhereOnTheWayLeavesNothingBehind) {
-    Translate("A form\tUn formulaire\nName\tNom\nDone\tFini\nCancel\tAnnuler\n");
-    bool wasShown = true;
-    for (size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        if (std::exchange(wasShown, false)) {
-            device.UseDialog([&](DialogUser& user) {
-                wasShown = true;
-                user.PressButton(IDOK);
-            });
-        }
-        ExpectMessageOnce();
-        FormDialog dialog;
-        int result = -1;
-        AllocationWatch watch(n);
-        RunContained([&] { result = dialog.DoModal(nullptr); });
-        watch.Stop();
-        EXPECT_EQ(nullptr, dialog.window);
-        EXPECT_EQ(wasShown ? IDOK : -1, result);
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 200u);
-    }
-    EXPECT_TRUE(wasShown);
-    UseUpMessages();
 }
 
 TEST_F(DialogFailure, EveryCallThatFailsOnTheWayLeavesTheDialogUsableOrTold) {

@@ -185,20 +185,6 @@ TEST_F(CatalogueOnDevice, ReadThatFailsOnceLosesNothingThatCanStillBeRead) {
     EXPECT_EQ(TEXT("Fermer"), catalogue.Translate("Close"));
 }
 
-TEST_F(CatalogueOnDevice, NothingIsThrownWhenMemoryRunsOutAtTheEnd) {
-    device.MakeFolder(u"\\My Documents\\ZRTranslation");
-    for (size_t n = 1;; ++n) {
-        auto* const catalogue = new TranslationCatalogue;
-        catalogue->InitTranslation(device.LibraryInstance());
-        catalogue->Translate("A text that is too long to lie inside of its own string object");
-        AllocationWatch watch(n);
-        delete catalogue;
-        watch.Stop();
-        if (!watch.Failed()) break;
-        ASSERT_LT(n, 100u);
-    }
-}
-
 TEST_F(CatalogueOnDevice, FolderThatOpensAsAFileHasNoRecords) {
     const FileHandle folder(fopen("/", "r"));
     ASSERT_TRUE(folder);

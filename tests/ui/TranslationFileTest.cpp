@@ -251,3 +251,14 @@ TEST_F(TranslationFile, RecordsOfAnyLengthAreReadWhole) {
             << length;
     }
 }
+
+TEST_F(TranslationFile, LastUnitOfAFileMayBeTheFirstOfABlock) {
+    for (const size_t size : {255u, 256u, 257u, 513u}) {
+        const WideString value(size - 2, TEXT('v'));
+        EXPECT_EQ((TranslationTable{{TEXT("k"), value}}), Read("k\t" + std::string(size - 2, 'v')));
+    }
+}
+
+TEST_F(TranslationFile, QuoteBehindAViewBelongsToNothing) {
+    EXPECT_EQ(WideString(TEXT("a")), UnescapeTranslationText(WideStringView(TEXT("a\"\"")).substr(0, 2)));
+}
