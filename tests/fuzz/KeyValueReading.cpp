@@ -49,12 +49,12 @@ void ReadLine(std::u16string_view line, KeyValuePairs& pairs) {
 
 void ReadKeyValueFile(std::string_view bytes, KeyValuePairs& pairs) {
     std::u16string line;
-    for (const char byte : bytes.substr(0, bytes.find('\x1A'))) {
-        if (byte == '\n' || byte == '\xFF') {
+    for (const char unit : bytes.substr(0, bytes.find('\x1A'))) {
+        if (unit == '\n' || unit == '\xFF') {
             ReadLine(line, pairs);
             line.clear();
-        } else if (byte != '\r' && byte != '\0') {
-            line += static_cast<char16_t>(static_cast<signed char>(byte));
+        } else if (unit != '\r' && unit != '\0') {
+            line += static_cast<char16_t>(static_cast<signed char>(unit));
         }
     }
     ReadLine(line, pairs);

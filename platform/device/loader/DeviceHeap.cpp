@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "machine/Allocations.h"
+#include "machine/LimitedHeap.h"
 #include "machine/Violations.h"
 
 namespace {
@@ -23,15 +24,21 @@ std::unordered_map<void*, size_t>& Blocks() {
 constexpr int freshByte = 0xCD;
 constexpr int freedByte = 0xDD;
 
-}  // namespace
-
-void* DeviceMalloc(size_t size) {
-    if (simulator::AllocationIsRefused()) return nullptr;
+void* MakeBlock(size_t size) {
     const simulator::OwnWork ownWork;
     void* const block = std::malloc(std::max(size, size_t{1}));
     if (block == nullptr) return nullptr;
     std::memset(block, freshByte, size);
     Blocks().emplace(block, size);
+    return block;
+}
+
+}  // namespace
+
+void* DeviceMalloc(size_t size) {
+    if (simulator::AllocationIsRefused(size)) return nullptr;
+    void* const block = MakeBlock(size);
+    if (block != nullptr) LimitedHeap::NoteAllocated(block, size);
     return block;
 }
 
@@ -64,6 +71,7 @@ void DeviceFree(void* block) {
         simulator::Violate("free of what is no block of the heap");
         return;
     }
+    LimitedHeap::NoteFreed(block);
     std::memset(block, freedByte, found->second);
     Blocks().erase(found);
     std::free(block);

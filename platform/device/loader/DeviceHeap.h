@@ -1,5 +1,6 @@
 /* The heap of the device's runtime: what an image gets from malloc. AllocationWatch counts its allocations
- * and makes them fail. Giving back what is not a block of this heap is a violation. */
+ * and makes them fail, LimitedHeap gives it an end. Giving back what is not a block of this heap is a
+ * violation. */
 #pragma once
 
 #include <cstddef>

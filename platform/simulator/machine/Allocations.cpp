@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "machine/AllocationWatch.h"
+#include "machine/LimitedHeap.h"
 #include "machine/Violations.h"
 
 namespace {
@@ -33,17 +34,25 @@ void Open() {
     gate.ownWork = ownWork;
 }
 
-}  // namespace
-
-namespace simulator {
-
-bool AllocationIsRefused() noexcept {
+bool IsRefusedByWatch() noexcept {
     if (!gate.watching || gate.ownWork > 0) return false;
     ++gate.count;
     if (gate.firstRefused == 0 || gate.count < gate.firstRefused) return false;
     if (gate.count > gate.firstRefused && !gate.refusesAllFromThere) return false;
     gate.refused = true;
     return true;
+}
+
+}  // namespace
+
+namespace simulator {
+
+bool AllocationIsRefused(size_t size) noexcept {
+    return IsRefusedByWatch() || LimitedHeap::Refuses(size);
+}
+
+bool IsOwnWork() noexcept {
+    return gate.ownWork > 0;
 }
 
 size_t NoteBlock() noexcept {

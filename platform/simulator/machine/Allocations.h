@@ -4,8 +4,12 @@
 
 namespace simulator {
 
-/* Whether the allocation that operator new is about to make must fail. Counts it when a watch is on. */
-bool AllocationIsRefused() noexcept;
+/* Whether the allocation of that size that operator new is about to make must fail. Counts it when a watch is
+ * on. */
+bool AllocationIsRefused(size_t size) noexcept;
+
+/* Whether it is the simulator that works on this thread now. */
+bool IsOwnWork() noexcept;
 
 /* Notes a block that was allocated. The number of the watch that counts it, to be kept with it; 0: none. */
 size_t NoteBlock() noexcept;

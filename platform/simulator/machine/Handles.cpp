@@ -34,11 +34,15 @@ void Handles::Close(void* handle) {
     const Object& object = *found->second;
     if (object.parent != nullptr) --object.parent->children;
     closed_[handle] = object.name;
-    // Children that outlive their parent are a violation of their own.
-    for (const auto& [other, child] : open_) {
-        if (child->parent == &object) child->parent = nullptr;
-    }
+    if (object.children > 0) ForgetParent(object);
     open_.erase(found);
+}
+
+// Children that outlive their parent are a violation of their own.
+void Handles::ForgetParent(const Object& parent) {
+    for (const auto& [handle, object] : open_) {
+        if (object->parent == &parent) object->parent = nullptr;
+    }
 }
 
 std::string Handles::NameOf(const void* handle) const {

@@ -73,6 +73,7 @@ public:
     void CloseOpened();
 
 private:
+    void ForgetParent(const Object& parent);
     void ReportWrong(void* handle, const Call& call) const;
 
     std::map<void*, std::unique_ptr<Object>> open_;
