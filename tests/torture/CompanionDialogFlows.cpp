@@ -86,8 +86,9 @@ std::vector<FlowRow> CompanionDialogRows() {
         asking("+0, error cancelled, Anna//0, none", "+0, error cancelled, Anna//0, none, asked");
     std::vector<Statement> creating = asking("+0, error cancelled, Anna/Secret-1/0, none",
                                              "+0, error cancelled, Anna/Secret-1/0, none, asked");
-    const std::vector<std::string_view> emptyFields = {"1, error 0, /Secret-1/0, cut, asked",
-                                                       "1, error 0, Anna//0, saved, asked"};
+    const std::vector<std::string_view> emptyFields = {
+        "1, error 0, /Secret-1/0, cut, asked", "1, error 0, Anna//0, saved, asked",
+        "+1, error 8, /Secret-1/0, none, asked", "+1, error 8, Anna//0, none, asked"};
     creating = With(creating, {{"SendDlgItemMessageW", emptyFields}, {"GetDlgItemTextW", emptyFields}});
     std::vector<FlowRow> rows;
     const auto add = [&](const char* name, auto make, std::string_view success,
