@@ -61,7 +61,9 @@ std::vector<FlowRow> CompanionDialogRows() {
         for (const std::string_view call :
              {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW", "HttpSendRequestW"})
             statements.push_back({call, {signedIn, tried}});
-        statements.push_back({"InternetReadFile", {signedIn, triedAndAsked}});
+        // There may be no memory left to tell him.
+        statements.push_back(
+            {"InternetReadFile", {signedIn, triedAndAsked, "+0, error 8, as it was, none, asked"}});
         // What cannot be read of a field is empty.
         for (const std::string_view call : {"SendDlgItemMessageW", "GetDlgItemTextW"})
             statements.push_back(
@@ -75,7 +77,10 @@ std::vector<FlowRow> CompanionDialogRows() {
                                   {"1, error E, Anna/Secret-1/0, cut, asked",
                                    "+0, error cancelled, Anna/Secret-1/0, cut, asked"}},
                                  {"EndDialog", {"+0, error cancelled, Anna/Secret-1/0, saved, asked"}},
-                                 {"memory", {signedIn, "1, error 8, Anna/Secret-1/0, none, asked"}}});
+                                 // What he tried is lost with a message, or with the memory for it.
+                                 {"CallWindowProcW", {tried}},
+                                 {"IsWindowEnabled", {tried}},
+                                 {"memory", {signedIn, "1, error 8, Anna/Secret-1/0, none, asked", tried}}});
     };
     const std::vector<Statement> signing =
         asking("+0, error cancelled, Anna//0, none", "+0, error cancelled, Anna//0, none, asked");

@@ -158,8 +158,12 @@ TEST_F(PoFile, CommentsDoNotEndWithABackslashWhichWouldTakeTheNextLineIn) {
     CatalogueEntry entry;
     entry.text = u"a";
     entry.notes = {u"C:\\", u"b"};
+    entry.references = {u"D:\\"};
     catalogue.entries.push_back(entry);
-    EXPECT_THAT(Read(WritePo(catalogue, complaints)).entries.at(0).notes, ElementsAre(u"C:\\ ", u"b"));
+    const Catalogue read = Read(WritePo(catalogue, complaints));
+    EXPECT_THAT(read.entries.at(0).notes, ElementsAre(u"C:\\ ", u"b"));
+    EXPECT_THAT(read.entries.at(0).references, ElementsAre(u"D:\\"));
+    EXPECT_EQ(read.entries.at(0).text, u"a");
 }
 
 TEST_F(PoFile, ControlCharactersAreEscaped) {

@@ -87,10 +87,10 @@ std::string HeadOf(const Catalogue& catalogue) {
 
 void AddReferences(std::string& lines, const std::vector<WideString>& references) {
     if (references.empty()) return;
-    lines.append("#:");
+    std::string joined;
     for (const WideString& reference : references)
-        lines.append(" ").append(Utf8Of(reference));
-    lines.append("\n");
+        joined.append(joined.empty() ? "" : " ").append(Utf8Of(reference));
+    AddComment(lines, "#:", joined);
 }
 
 std::string LinesOf(const CatalogueEntry& entry) {
