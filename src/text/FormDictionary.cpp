@@ -18,6 +18,7 @@ public:
     explicit ByteWriter(FILE* opened) : file(opened) {}
     ByteWriter(const ByteWriter&) = delete;
     ByteWriter& operator=(const ByteWriter&) = delete;
+    ~ByteWriter() = default;
 
     void Put(WCHAR unit) {
         if (count == sizeof bytes) Flush();

@@ -32,7 +32,7 @@ std::string_view NameOf(TextKind kind) {
 }
 
 std::string PlaceText(const TextPlace& place) {
-    const std::string text = std::string(place.screen) + ": " + std::string(NameOf(place.kind));
+    std::string text = std::string(place.screen) + ": " + std::string(NameOf(place.kind));
     if (place.kind == TextKind::Title) return text + " of message boxes, always English";
     if (place.width == 0) return text;
     return text + ", " + std::to_string(place.width) + " x " + std::to_string(place.height);

@@ -1,5 +1,6 @@
 /* gettext's library does not free what it has allocated for comments, as its own source says (gettext-po.c);
  * a sanitizer, which asks these two, looks for other leaks. */
+// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizer's names
 extern "C" {
 const char* __lsan_default_suppressions();
 const char* __lsan_default_options();
@@ -13,3 +14,4 @@ extern "C" const char* __lsan_default_suppressions() {
 extern "C" const char* __lsan_default_options() {
     return "print_suppressions=0";
 }
+// NOLINTEND(bugprone-reserved-identifier)

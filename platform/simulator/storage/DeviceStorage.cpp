@@ -28,6 +28,7 @@ void DeviceStorage::EndTest() {
     Storage::Current().EndTest();
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): changes the device
 void DeviceStorage::PutFile(std::u16string_view path, std::string_view bytes) {
     const fs::path place = HostPath(path);
     std::error_code ignored;
@@ -38,6 +39,7 @@ void DeviceStorage::PutFile(std::u16string_view path, std::string_view bytes) {
     if (!file) simulator::Violate("PutFile cannot write " + simulator::Quoted(path));
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): changes the device
 void DeviceStorage::MakeFolder(std::u16string_view path) {
     const std::string place = HostPath(path);
     std::error_code ignored;
@@ -64,6 +66,7 @@ std::string DeviceStorage::HostPath(std::u16string_view path) const {
     return "/dev/null/nowhere";
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): changes the device
 void DeviceStorage::SetReadOnly(std::u16string_view path, bool isReadOnly) {
     std::error_code error;
     fs::permissions(HostPath(path), fs::perms::owner_write,

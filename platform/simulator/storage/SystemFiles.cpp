@@ -40,6 +40,8 @@ struct SystemFile : SystemObject {
           descriptor(fileDescriptor) {
         OpenFiles().insert(this);
     }
+    SystemFile(const SystemFile&) = delete;
+    SystemFile& operator=(const SystemFile&) = delete;
     ~SystemFile() override {
         OpenFiles().erase(this);
         close(descriptor);
