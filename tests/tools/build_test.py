@@ -58,9 +58,8 @@ class LittleProject(unittest.TestCase):
 
     @staticmethod
     def end(process):
-        if process.poll() is None:
-            os.killpg(process.pid, signal.SIGKILL)
-        process.communicate()
+        process.terminate()
+        process.communicate(timeout=SECONDS)
 
     def build(self, *words):
         """Exit code and both outputs."""
@@ -144,6 +143,17 @@ class Turns(LittleProject):
         for name in ("tools", "CMakePresets.json", "build/one"):
             (place / name).symlink_to(self.folder / name)
         self.assert_waits(self.start("one", "quick", folder=place))
+
+    def test_linked_build_is_built_where_it_is(self):
+        self.build("one", "quick")
+        place = self.folder / "place"
+        (place / "build/one").mkdir(parents=True)
+        for name in ("tools", "CMakePresets.json", "build/one/build.ninja", "build/one/CMakeFiles"):
+            (place / name).symlink_to(self.folder / name)
+        process = self.start("one", "quick", "--log", "-", folder=place)
+        output, _ = process.communicate(timeout=SECONDS)
+        self.assertIn(f"Entering directory `{self.folder.resolve()}/build/one'", output)
+        self.assertEqual(0, process.returncode)
 
 
 class Outputs(LittleProject):
