@@ -10,7 +10,7 @@ import pefile
 import packages
 from packages import ROOT, TRANSLATIONS, VERSION, documented_lines, package, run, run_windows, unpacked
 
-import named_cases  # noqa: E402
+import named_cases
 
 
 class Sdk:

@@ -9,7 +9,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 FOLDER = ROOT / "tests/fuzz"
 TARGETS = {file.name.removesuffix("Fuzz.cpp") for file in FOLDER.glob("*Fuzz.cpp")}
 sys.path.append(str(ROOT / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 
 class WrongArguments(unittest.TestCase):

@@ -7,12 +7,12 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import named_cases  # noqa: E402
-import soak_growth  # noqa: E402
-import soak_library  # noqa: E402
-import soak_plan  # noqa: E402
-import soak_service  # noqa: E402
-from soak_faults import Fault  # noqa: E402
+import named_cases
+import soak_growth
+import soak_library
+import soak_plan
+import soak_service
+from soak_faults import Fault
 
 HANDLES = soak_growth.Limit("handles", per_thousand=5, noise=20)
 
