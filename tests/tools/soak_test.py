@@ -40,15 +40,15 @@ class WrongArguments(unittest.TestCase):
             self.assert_refused(f"{option} needs a value", option)
 
     def test_seed_is_a_number(self):
-        for text in ("-1", "x", "2147483648", ""):
+        for text in ("-1", "x", "2147483648", "\u0661", ""):
             self.assert_refused(f"'{text}' is no seed from 0 to 2147483647", "--seed", text)
 
     def test_scale_is_a_percentage(self):
-        for text in ("0", "-1", "x", "1001", "nan", ""):
+        for text in ("0", "-1", "x", "1001", "nan", "\u0661", ""):
             self.assert_refused(f"'{text}' is no percentage above 0 and up to 1000", "--scale", text)
 
     def test_minutes_are_a_number_above_0(self):
-        for text in ("0", "x", "1e3", "10081", ""):
+        for text in ("0", "x", "1e3", "10081", "\u0661", ""):
             self.assert_refused(f"'{text}' is no number of minutes above 0 and up to 10080", "service", text)
         self.assert_refused("wanted is service [MINUTES] [--seed N] (--help tells more)", "service", "1", "2")
 
