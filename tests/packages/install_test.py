@@ -10,7 +10,7 @@ import pefile
 
 from packages import ROOT, SCRATCH, VERSION, run, run_windows
 
-import named_cases  # noqa: E402
+import named_cases
 
 
 class Installed:

@@ -10,7 +10,7 @@ import pefile
 import packages
 from packages import ROOT, TRANSLATIONS, VERSION, documented_lines, package, run, run_windows, unpacked
 
-import named_cases  # noqa: E402
+import named_cases
 
 
 # Objects may come from another folder, by a cache of the compiler's results or with a copied build.

@@ -7,8 +7,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import bench_native  # noqa: E402
-import named_cases  # noqa: E402
+import bench_native
+import named_cases
 
 
 def repetition(contender, time, kind="iteration"):

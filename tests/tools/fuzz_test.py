@@ -9,7 +9,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 FOLDER = ROOT / "tests/fuzz"
 TARGETS = {file.name.removesuffix("Fuzz.cpp") for file in FOLDER.glob("*Fuzz.cpp")}
 sys.path.append(str(ROOT / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 
 class WrongArguments(unittest.TestCase):
@@ -25,7 +25,7 @@ class WrongArguments(unittest.TestCase):
         self.assert_refused(wanted, "1", "SearchReply", "--far")
 
     def test_minutes_are_a_number_above_0(self):
-        for text in ["0", "-1", "one", "1e3", "10081", "nan", ""]:
+        for text in ["0", "-1", "one", "1e3", "10081", "nan", "\u0661", ""]:
             self.assert_refused(f"'{text}' is no number of minutes above 0 and up to 10080", text)
 
     def test_target_that_does_not_exist_is_told_with_those_that_do(self):

@@ -10,13 +10,13 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tools/mutation"), str(ROOT / "tools")]
 sys.path.append(str(ROOT / "tests/support"))
-import build  # noqa: E402
-import instrument  # noqa: E402
-import known  # noqa: E402
-import named_cases  # noqa: E402
-import places  # noqa: E402
-import runs  # noqa: E402
-import unchanged  # noqa: E402
+import build
+import instrument
+import known
+import named_cases
+import places
+import runs
+import unchanged
 
 
 class InFolder(unittest.TestCase):

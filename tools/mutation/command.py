@@ -10,11 +10,11 @@ import sys
 import time
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1]))
-import build  # noqa: E402
-import files  # noqa: E402
-import known  # noqa: E402
-import runs  # noqa: E402
-import unchanged  # noqa: E402
+import build
+import files
+import known
+import runs
+import unchanged
 
 KNOWN = pathlib.Path("tests/mutation-survivors.txt")
 RESULTS = build.FOLDER / "results.json"

@@ -16,8 +16,8 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
 sys.path += [str(SOURCE / "tests/support"), str(SOURCE / "tools")]
-import named_cases  # noqa: E402
-import page_steps  # noqa: E402
+import named_cases
+import page_steps
 
 PAGE = SOURCE / "docs/translation-files.md"
 STEPS = page_steps.steps_of(PAGE.read_text(encoding="utf-8"))
