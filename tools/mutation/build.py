@@ -1,6 +1,7 @@
 """One build in which all changes are, each behind its switch: a copy of the project in build/mutate/tree,
 built in build/mutate/native."""
 import concurrent.futures
+import fcntl
 import hashlib
 import json
 import os
@@ -112,10 +113,23 @@ class Mutation:
                 if mutant.id not in self.unfit and mutant.relaxed.partition("@")[0] in names]
 
 
+def take_turn(say):
+    """A lock, to be kept: while this process has it, no other changes the copy or what is known of it."""
+    FOLDER.mkdir(parents=True, exist_ok=True)
+    lock = open(FOLDER / "turn", "ab")
+    try:
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except BlockingIOError:
+        say("waiting until another run has ended")
+        fcntl.flock(lock, fcntl.LOCK_EX)
+    return lock
+
+
 class Build:
     """The copy and its build."""
 
     def __init__(self, names, say, jobs):
+        self.turn = take_turn(say)
         self.names = names
         self.say = say
         self.jobs = jobs
