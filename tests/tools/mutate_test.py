@@ -183,6 +183,15 @@ class Tried(InFolder):
         text = writer.text.split("\n")[line + 1]
         number = next(number for number, mutant in self.numbered if mutant.what == "at < a -> at <= a")
         self.assertEqual([number], instrument.mutants_at(writer, line, text.index("<=") + 1))
+        self.assertEqual([], instrument.mutants_at(writer, line, 1))
+        self.assertIn(number, instrument.mutants_at(writer, line, 1, "line"))
+
+    def test_text_of_another_size_is_what_a_complaint_about_its_line_is_about(self):
+        source = 'template <int n> void f(int, const char (&)[n]);\nvoid g() { f(1, "abc"); }\n'
+        mutants = self.read(source)
+        writer = instrument.Writer(source.encode(), list(enumerate(mutants)))
+        found = instrument.mutants_at(writer, 2, 12, "texts")
+        self.assertEqual(['"abc" -> ""'], [mutants[number].what for number in found])
 
 
 class Unchanged(InFolder):

@@ -185,9 +185,9 @@ def summary(mutation, total, with_reason, without):
     fixed = sum(mutation.unfit.get(mutant.id) == "fixed" for mutant in mutation.by_number.values())
     return (f"{total['made']} mutants made, {reached} reached: {total['killed']} killed, "
             f"{total['endless']} endless, {total['changes nothing']} of the same code, "
-            f"{with_reason} living with a reason; "
-            f"{without} living without, {100 * without / max(changing, 1):.2f} % of the {changing} that change "
-            f"anything ({fixed} more take effect while compiling and were not tried)")
+            f"{with_reason} living with a reason; {without} living without, "
+            f"{100 * without / max(changing, 1):.2f} % of the {changing} that change anything "
+            f"({fixed} more take effect while compiling and were not tried)")
 
 
 def report(mutation, found, listed, names):
