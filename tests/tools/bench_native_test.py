@@ -9,8 +9,8 @@ from unittest import mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import bench_native  # noqa: E402
-import named_cases  # noqa: E402
+import bench_native
+import named_cases
 
 
 def repetition(contender, time, kind="iteration"):
@@ -68,7 +68,7 @@ echo "summary: 1234" >>"$counts.1"
 shift 3
 exec "$@\""""
 PROGRAMS = {"benchmarks": BENCHMARKS, "allocations": 'printf "items 10\\nper step\\n20 500 library\\n"',
-            "valgrind": VALGRIND, "ninja": "", "cmake": "", "dpkg-query": "echo 1.2", "g++": "echo g++ 12",
+            "valgrind": VALGRIND, "tools/build": "", "dpkg-query": "echo 1.2", "g++": "echo g++ 12",
             "git": '[ "$1" = status ] || echo 0123456789'}
 
 
@@ -79,6 +79,8 @@ class Measured(unittest.TestCase):
         folder = tempfile.TemporaryDirectory(prefix="bench.")
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir(folder.name)
         for name, text in PROGRAMS.items():
             self.program(name, text)
         for patch in (mock.patch.multiple(bench_native, FOLDER=self.folder,
@@ -89,6 +91,7 @@ class Measured(unittest.TestCase):
             self.addCleanup(patch.stop)
 
     def program(self, name, text):
+        (self.folder / name).parent.mkdir(exist_ok=True)
         (self.folder / name).write_text(f"#!/bin/sh\n{text}\n", encoding="ascii")
         (self.folder / name).chmod(0o755)
 
@@ -110,8 +113,11 @@ class Measured(unittest.TestCase):
         self.assertIn((90, "bytes", 500, "step"), found)
 
     def test_program_that_fails_is_told_with_what_it_said(self):
-        self.program("ninja", "echo no memory; exit 1")
-        with self.assertRaisesRegex(bench_native.Broken, "^ninja -C .*\nno memory\n$"):
+        self.program("allocations", "echo no memory; exit 1")
+        with self.assertRaisesRegex(bench_native.Broken, "^/.*/allocations walk 10 .*\nno memory\n$"):
+            self.measured("quick")
+        self.program("tools/build", "exit 1")
+        with self.assertRaisesRegex(bench_native.Broken, "^the programs cannot be built$"):
             self.measured("quick")
 
     def test_count_that_is_missing_is_told(self):

@@ -13,7 +13,7 @@ from unittest import mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 LOADER = importlib.machinery.SourceFileLoader("check_includes", str(ROOT / "tools/check-includes"))
 check_includes = importlib.util.module_from_spec(importlib.util.spec_from_loader("check_includes", LOADER))

@@ -7,9 +7,9 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import coverage_figures  # noqa: E402
-import named_cases  # noqa: E402
-from coverage_figures import House, Judgement, Scripts, Share, Unreadable  # noqa: E402
+import coverage_figures
+import named_cases
+from coverage_figures import House, Judgement, Scripts, Share, Unreadable
 
 ALL = House("house", 100, 100)
 

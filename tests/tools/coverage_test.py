@@ -17,8 +17,8 @@ from unittest import mock
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SUPPORT = ROOT / "tests/support"
 sys.path[:0] = [str(ROOT / "tools"), str(SUPPORT)]
-import named_cases  # noqa: E402
-from coverage_figures import Build, House, Scripts  # noqa: E402
+import named_cases
+from coverage_figures import Build, House, Scripts
 
 LOADER = importlib.machinery.SourceFileLoader("coverage_tool", str(ROOT / "tools/coverage"))
 tool = importlib.util.module_from_spec(importlib.util.spec_from_loader("coverage_tool", LOADER))
@@ -128,14 +128,19 @@ class Project(unittest.TestCase):
 
 
 class Arguments(unittest.TestCase):
-    def test_what_is_unknown_is_named(self):
+    def assert_refused(self, sentence, *arguments):
+        run = subprocess.run([ROOT / "tools/coverage", *arguments], capture_output=True, text=True,
+                             check=False)
+        self.assertEqual((2, "", f"coverage: {sentence}\n"), (run.returncode, run.stdout, run.stderr))
+
+    def test_build_that_is_not_counted_is_told_with_those_that_are(self):
         builds = ", ".join(tool.coverage_figures.BUILDS)
-        sentences = {("asan",): f"'asan' is no build that is counted ({builds})",
-                     ("coverage", "--x"): "there is no argument '--x' (--help tells more)"}
-        for arguments, sentence in sentences.items():
-            run = subprocess.run([ROOT / "tools/coverage", *arguments], capture_output=True, text=True,
-                                 check=False)
-            self.assertEqual((2, "", f"coverage: {sentence}\n"), (run.returncode, run.stdout, run.stderr))
+        for name in ("native", "--clear", ""):
+            self.assert_refused(f"'{name}' is no build that is counted ({builds})", name)
+
+    def test_only_counts_can_be_cleared(self):
+        for others in (["x"], ["--clear", "x"], ["--clear", "--clear"]):
+            self.assert_refused("wanted is [BUILD [--clear]] (--help tells more)", "coverage", *others)
 
     def test_help_tells_how_it_is_called(self):
         run = subprocess.run([ROOT / "tools/coverage", "--help"], capture_output=True, text=True, check=False)

@@ -14,7 +14,7 @@ from unittest import mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "tools")]
-import named_cases  # noqa: E402
+import named_cases
 
 LOADER = importlib.machinery.SourceFileLoader("lint", str(ROOT / "tools/lint"))
 lint = importlib.util.module_from_spec(importlib.util.spec_from_loader("lint", LOADER))
@@ -32,7 +32,7 @@ FILES = {
                    "HeaderFilterRegex: '.*'\n",
 }
 TOOLS = ("tools/format", "tools/check-includes", "tools/check-docs", "tools/docs", "bin/cppcheck",
-         "bin/cmake")
+         "tools/build")
 
 
 class Cases(unittest.TestCase):

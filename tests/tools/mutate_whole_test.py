@@ -12,9 +12,9 @@ from unittest import mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tools/mutation"), str(ROOT / "tools"), str(ROOT / "tests/support")]
-import build  # noqa: E402
-import command  # noqa: E402
-import named_cases  # noqa: E402
+import build
+import command
+import named_cases
 
 SOURCE = """#include "ByteStream.h"
 namespace {
@@ -111,10 +111,11 @@ class Whole(unittest.TestCase):
         self.assertLess(3, killed)
         self.assertLess(0, unreached)
         self.assertLess(0, living)
-        self.assertIn(f"{made} mutants, {unchanged} change nothing; ", self.said)
+        self.assertIn(f"{made} mutants made, {made - unreached} reached: {killed} killed, ", self.said)
+        self.assertIn(f", {unchanged} of the same code, 0 living with a reason; ", self.said)
 
     def test_what_takes_effect_while_compiling_is_told(self):
-        self.assertRegex(self.said, r"; [1-9]\d* more take effect while compiling and were not tried\n$")
+        self.assertRegex(self.said, r"\([1-9]\d* more take effect while compiling and were not tried\)\n$")
 
     def test_what_was_tried_is_not_tried_again_unless_that_is_wanted(self):
         tried = re.search(r"of (\d+) mutants to be tried", self.said)[1]
@@ -132,7 +133,7 @@ class Whole(unittest.TestCase):
         self.addCleanup(survivors.write_text, FILES[str(survivors)], encoding="ascii")
         code, said = self.mutate()
         self.assertEqual(0, code, said)
-        self.assertIn(f" {len(living)} living and known, 0 living;", said)
+        self.assertIn(f" {len(living)} living with a reason; 0 living without, ", said)
         survivors.write_text(f"{entries}\n{NAME}: gone();\n  gone() -> nothing\n  because it was\n",
                              encoding="ascii")
         code, said = self.mutate()

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <tuple>
 
@@ -19,7 +18,6 @@ const std::vector<FlowRow>& Rows() {
 struct FlowTotals {
     size_t calls = 0;
     size_t allocations = 0;
-    size_t pairs = 0;
     Totals totals;
 };
 
@@ -28,28 +26,14 @@ std::map<std::string, FlowTotals>& AllTotals() {
     return totals;
 }
 
-size_t PairsOf(const FlowTotals& flow) {
-    return flow.calls * flow.allocations;
-}
-
-/* Whoever has the time may have more of them. */
-size_t MostPairs() {
-    const char* const most = std::getenv("ORVANDE_TORTURE_PAIRS");
-    return most == nullptr ? tortureMostPairs : std::strtoul(most, nullptr, 10);
-}
-
 /* Prints what was done, and what was not. */
 class Account : public ::testing::Environment {
 public:
     void TearDown() override {
         Totals all;
         for (const auto& [name, flow] : AllTotals()) {
-            const bool lacksPairs = flow.pairs == 0 && PairsOf(flow) != 0;
-            std::printf("torture: %-36s %4zu calls %4zu allocations %7zu runs %8zu failures%s\n",
-                        name.c_str(), flow.calls, flow.allocations, flow.totals.runs, flow.totals.failures,
-                        flow.pairs != 0 ? ", with pairs"
-                        : lacksPairs    ? ", without pairs"
-                                        : "");
+            std::printf("torture: %-36s %4zu calls %4zu allocations %7zu runs %8zu failures\n", name.c_str(),
+                        flow.calls, flow.allocations, flow.totals.runs, flow.totals.failures);
             all += flow.totals;
         }
         std::printf("torture: %zu flows in all: %zu runs, %zu failures; %s\n", AllTotals().size(), all.runs,
@@ -71,11 +55,7 @@ TEST_P(Torture, LeavesNothingBehind) {
     FlowTotals& flow = AllTotals()[row.name];
     flow.calls = torturer.Calls();
     flow.allocations = torturer.Allocations();
-    if (torturer.Complaints().empty() && (mode != Mode::Pair || PairsOf(flow) <= MostPairs())) {
-        const Totals totals = torturer.RunAll(mode);
-        if (mode == Mode::Pair) flow.pairs = totals.runs;
-        flow.totals += totals;
-    }
+    if (torturer.Complaints().empty()) flow.totals += torturer.RunAll(mode);
     for (const std::string& complaint : torturer.Complaints())
         ADD_FAILURE() << row.name << ", " << complaint;
 }

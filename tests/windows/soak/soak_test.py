@@ -12,8 +12,8 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
 sys.path[:0] = [str(SOURCE / "tools"), str(SOURCE / "tests/support")]
-import named_cases  # noqa: E402
-import soak_library  # noqa: E402
+import named_cases
+import soak_library
 
 FOLDER = pathlib.Path(sys.argv[1])
 SERVICE = pathlib.Path("build/native/service/orvande-service")
