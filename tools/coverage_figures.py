@@ -62,7 +62,7 @@ class Build:
 
 
 # What tools/soak has for the DLLs under Wine.
-SOAK_OF_DLLS = ("tools/soak_library.py", "tools/soak_faults.py", "tools/soak_plan.py", "tools/soak_shop.py")
+SOAK_OF_DLLS = ("tools/soak_library.py", "tools/soak_faults.py")
 PACKAGING = ("tools/package", "tools/release/*")
 # The first two measure, which no test does; the last runs within gdb.
 NOT_TESTED = ("tools/bench", "tools/bench_plots.py", "tools/gdb_images.py")
