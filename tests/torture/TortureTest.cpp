@@ -52,7 +52,7 @@ public:
                                         : "");
             all += flow.totals;
         }
-        std::printf("torture: %zu flows in all: %zu runs, %zu failures; %s\n", AllTotals().size(), all.runs,
+        std::printf("figure: torture: %zu flows, %zu runs, %zu failures; %s\n", AllTotals().size(), all.runs,
                     all.failures, tortureLeavesOut);
     }
 };
