@@ -16,19 +16,19 @@ SERVICE = ("native", "orvande-service")
 RINGS = {
     "native": (["native", "service", "samples"], [("native", "all")]),
     # docs/translation-files.md is followed there, which leads to tools/translation and tools/screenshots.
-    "windows": (["native", "windows", "service", "screen", "pictures"],
+    "windows": (["native", "windows", "service", "screen", "pictures", "coverage"],
                 [("native", "orvande-service orvande-translation"), ("windows", "all"),
                  ("windows-tests", "windows-tests orvande-pictures")]),
-    "device": (["device", "service"],
+    "device": (["device", "service", "coverage"],
                [SERVICE, ("device", "all"), ("device-checked", "images"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
     # Among its cases are those of the tools, which make documents and read sources.
-    "packages": (["native", "windows", "device", "service", "documents", "mutation", "packages"],
+    "packages": (["native", "windows", "device", "service", "documents", "mutation", "coverage", "packages"],
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
-    "coverage": (["native", "service", "coverage"], [("coverage", "all")]),
+    "coverage": (["native", "service", "documents", "lint", "mutation", "coverage"], [("coverage", "all")]),
     # What measures is compiled, and never run here.
-    "lint": (["native", "windows", "device", "service", "documents", "lint", "mutation",
+    "lint": (["native", "windows", "device", "service", "documents", "lint", "mutation", "coverage",
               "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
@@ -41,7 +41,7 @@ BUILT = re.compile(r"\[(\d+)/(\d+)\]")
 WAITING = "build: waiting until"
 
 
-def say(text, stream=sys.stdout):
+def say(text, stream=None):
     print(f"test: {text}", file=stream, flush=True)
 
 

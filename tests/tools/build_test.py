@@ -14,7 +14,7 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 # The target `slow` notes that it has begun, waits for the file `go` (or the end of all), and notes its end.
 PROJECT = """cmake_minimum_required(VERSION 3.25)

@@ -9,8 +9,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tools/mutation"), str(ROOT / "tests/support")]
-import build  # noqa: E402
-import named_cases  # noqa: E402
+import build
+import named_cases
 
 OTHER = """
 import sys
