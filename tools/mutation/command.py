@@ -233,7 +233,7 @@ def work(arguments, jobs, fail):
     say("building all mutants at once")
     made.make()
     # Trying takes long, and others have work, too.
-    os.nice(10)
+    os.nice(5)
     recording = recording_of([build.NATIVE / "tests" / program for program in build.PROGRAMS], jobs)
     if arguments.only:
         return show_one(mutation, recording, arguments.only, fail)
