@@ -1,51 +1,7 @@
 /* The companion's calls that show a dialog. */
-#include "CompanionFlow.h"
+#include "AccountDialogFlow.h"
 #include "DialogRows.h"
 #include "DialogScripts.h"
-
-namespace {
-
-class AccountDialogFlow : public CompanionFlow {
-public:
-    explicit AccountDialogFlow(DialogScript userScript) : script(std::move(userScript)) {}
-
-    void SetUp() override {
-        CompanionFlow::SetUp();
-        Answer(MapShopReply().Int32(0).Int32(0));
-    }
-    void Prepare() override {
-        CompanionFlow::Prepare();
-        saved = "UserID=Anna\r\n";
-        UseDialogToItsEnd(script);
-    }
-    std::string Outcome() override {
-        return ResultText() + ", " + RecordText() + ", " + SettingsText() +
-               (device.Requests().empty() ? "" : ", asked");
-    }
-
-private:
-    const DialogScript script;
-};
-
-class ShowSignIn : public AccountDialogFlow {
-public:
-    using AccountDialogFlow::AccountDialogFlow;
-    void Run() override {
-        result = LMAccountShowSignIn(&record, nullptr);
-        error = GetLastError();
-    }
-};
-
-class ShowCreate : public AccountDialogFlow {
-public:
-    using AccountDialogFlow::AccountDialogFlow;
-    void Run() override {
-        result = LMAccountShowCreate(&record, nullptr);
-        error = GetLastError();
-    }
-};
-
-}  // namespace
 
 std::vector<FlowRow> CompanionDialogRows() {
     const std::string_view signedIn = "1, error 0, Anna/Secret-1/0, saved, asked";
@@ -90,15 +46,16 @@ std::vector<FlowRow> CompanionDialogRows() {
         "1, error 0, /Secret-1/0, cut, asked", "1, error 0, Anna//0, saved, asked",
         "+1, error 8, /Secret-1/0, none, asked", "+1, error 8, Anna//0, none, asked"};
     creating = With(creating, {{"SendDlgItemMessageW", emptyFields}, {"GetDlgItemTextW", emptyFields}});
+    const MapShopReply accepted = MapShopReply().Int32(0).Int32(0);
     std::vector<FlowRow> rows;
     const auto add = [&](const char* name, auto make, std::string_view success,
                          const std::vector<Statement>& statements) {
         rows.push_back(
             {name, Library::Account, make, success, statements, AccountBoxes(), callsThatDoNotFail});
     };
-    add("AccountShowSignIn", Make<ShowSignIn>(SignInAsAnna), signedIn, signing);
-    add("AccountShowSignInCancelled", Make<ShowSignIn>(Leave), left, leaving);
-    add("AccountShowCreate", Make<ShowCreate>(CreateAnna), signedIn, creating);
-    add("AccountShowCreateCancelled", Make<ShowCreate>(Leave), left, leaving);
+    add("AccountShowSignIn", Make<ShowSignIn>(DialogScript(SignInAsAnna), accepted), signedIn, signing);
+    add("AccountShowSignInCancelled", Make<ShowSignIn>(DialogScript(Leave), accepted), left, leaving);
+    add("AccountShowCreate", Make<ShowCreate>(DialogScript(CreateAnna), accepted), signedIn, creating);
+    add("AccountShowCreateCancelled", Make<ShowCreate>(DialogScript(Leave), accepted), left, leaving);
     return rows;
 }

@@ -46,9 +46,11 @@ public:
 
 class SignInToAccount : public CompanionFlow {
 public:
+    explicit SignInToAccount(int32_t serviceStatus) : status(serviceStatus) {}
+
     void SetUp() override {
         CompanionFlow::SetUp();
-        Answer(MapShopReply().Int32(0).Int32(0));
+        Answer(MapShopReply().Int32(status).Int32(0));
     }
     void Prepare() override {
         CompanionFlow::Prepare();
@@ -60,6 +62,9 @@ public:
         error = GetLastError();
     }
     std::string Outcome() override { return ResultText(); }
+
+private:
+    const int32_t status;
 };
 
 }  // namespace
@@ -88,17 +93,14 @@ std::vector<FlowRow> CompanionRows() {
                         {"fwrite", {"0, error E, cut"}},
                         {"memory", {"0, error 8, old"}},
                     }});
-    rows.push_back({"AccountSignIn",
-                    Library::Account,
-                    Make<SignInToAccount>(),
-                    "1, error 0",
-                    {
-                        {"InternetOpenW", {"0, error E"}},
-                        {"InternetConnectW", {"0, error E"}},
-                        {"HttpOpenRequestW", {"0, error E"}},
-                        {"HttpSendRequestW", {"0, error E"}},
-                        {"InternetReadFile", {"0, error E"}},
-                        {"memory", {"0, error 8"}},
-                    }});
+    const std::vector<Statement> signing = {
+        {"InternetOpenW", {"0, error E"}},    {"InternetConnectW", {"0, error E"}},
+        {"HttpOpenRequestW", {"0, error E"}}, {"HttpSendRequestW", {"0, error E"}},
+        {"InternetReadFile", {"0, error E"}}, {"memory", {"0, error 8"}},
+    };
+    rows.push_back(
+        {"AccountSignIn", Library::Account, Make<SignInToAccount>(int32_t{0}), "1, error 0", signing});
+    rows.push_back({"AccountSignInRefused", Library::Account, Make<SignInToAccount>(int32_t{5}),
+                    "0, error 0x22000005", signing});
     return rows;
 }

@@ -22,26 +22,41 @@ int LM_CALL GoOn(void* /*context*/) {
     return 1;
 }
 
+int LM_CALL Cancel(void* /*context*/) {
+    return 0;
+}
+
+struct Case {
+    bool replaces = true;  // an old file
+    bool hasProgress = true;
+    LMProgressCallback callback = GoOn;
+    DWORD status = 200;  // of the host's answer
+};
+
 class Download : public Flow {
 public:
-    explicit Download(bool replacesFile) : replaces(replacesFile) {}
+    explicit Download(const Case& tried) : how(tried) {}
 
     void SetUp() override {
-        device.AddHost(host, 80, WebReply::WithBody(content));
+        WebReply reply = WebReply::WithBody(content);
+        reply.status = how.status;
+        device.AddHost(host, 80, reply);
         file.emplace(target);
         temporary.emplace(std::u16string(target) + u".TMP");
     }
 
     void Prepare() override {
         temporary->Remove();
-        if (replaces)
+        if (how.replaces)
             file->Put("old");
         else
             file->Remove();
     }
 
     void Run() override {
-        result = LMDownloadWebFileProgress(host, urlPath, target, GoOn, nullptr, &progress);
+        result = how.hasProgress
+                     ? LMDownloadWebFileProgress(host, urlPath, target, how.callback, nullptr, &progress)
+                     : LMDownloadWebFile(host, urlPath, target, how.callback, nullptr);
         error = GetLastError();
     }
 
@@ -56,7 +71,7 @@ public:
     }
 
 private:
-    const bool replaces;
+    const Case how;
     const std::string content = Content();
     std::optional<DeviceFile> file;
     std::optional<DeviceFile> temporary;
@@ -67,77 +82,112 @@ private:
 
 class Range : public Flow {
 public:
-    void SetUp() override { device.AddHost(host, 80, WebReply::WithBody(content)); }
+    explicit Range(int64_t firstByte, const Case& tried = {}) : offset(firstByte), how(tried) {}
+
+    void SetUp() override {
+        device.AddHost(host, 80, [this](const auto& request) { return Answer(request); });
+    }
     void Prepare() override { std::fill(std::begin(buffer), std::end(buffer), '\0'); }
 
     void Run() override {
-        result = xfa704a3f(host, urlPath, 0, sizeof buffer, buffer, GoOn, nullptr);
+        result = LMReadWebFileRange(host, urlPath, offset, sizeof buffer, buffer, how.callback, nullptr);
         error = GetLastError();
     }
 
     std::string Outcome() override {
-        const bool isWhole = std::string_view(buffer, sizeof buffer) == content.substr(0, sizeof buffer);
+        const bool isWhole = std::string_view(buffer, sizeof buffer) == Wanted();
         return std::to_string(result) + ", error " + ErrorText(error) + (isWhole ? ", whole" : ", not whole");
     }
 
 private:
+    [[nodiscard]] std::string Wanted() const {
+        return content.substr(static_cast<size_t>(offset), sizeof buffer);
+    }
+
+    [[nodiscard]] WebReply Answer(const WebRequest& request) const {
+        const std::u16string wanted = offset == 0 ? u"Range:bytes=0-4499\n" : u"Range:bytes=500-4999\n";
+        WebReply reply = WebReply::WithBody(request.headers == wanted ? Wanted() : "another range");
+        reply.status = how.status;
+        return reply;
+    }
+
+    const int64_t offset;
+    const Case how;
     const std::string content = Content();
     char buffer[4500];
     int32_t result = 0;
     DWORD error = 0;
 };
 
+/* What keeps a download from touching anything. */
+std::vector<Statement> Refusals(std::string_view failed, std::string_view withoutMemory) {
+    return {{"InternetConnectW", {failed}},
+            {"HttpOpenRequestW", {failed}},
+            {"HttpSendRequestW", {failed}},
+            {"HttpQueryInfoW 1", {failed}},
+            {"memory", {withoutMemory}}};
+}
+
+FlowRow DownloadRow(const char* name, const Case& how, std::string_view success,
+                    const std::vector<Statement>& others) {
+    std::vector<Statement> statements = how.replaces
+                                            ? Refusals("0, error E, old file", "0, error 8, old file")
+                                            : Refusals("0, error E, no file", "0, error 8, no file");
+    statements.insert(statements.end(), others.begin(), others.end());
+    return {name, Library::Online, Make<Download>(how), success, statements};
+}
+
+FlowRow RangeRow(const char* name, int64_t offset, const Case& how, std::string_view success) {
+    std::vector<Statement> statements = Refusals("-1, error E, not whole", "-1, error 8, not whole");
+    if (how.status == 200) statements.push_back({"InternetReadFile", {"0, error E, not whole"}});
+    return {name, Library::Online, Make<Range>(offset, how), success, statements};
+}
+
 }  // namespace
 
 std::vector<FlowRow> DownloadRows() {
-    std::vector<FlowRow> rows;
-    rows.push_back({"DownloadOverAnOldFile",
-                    Library::Online,
-                    Make<Download>(true),
-                    "1, error 0, new file",
-                    {
-                        // Before the reply is good, the old file is not touched.
-                        {"InternetConnectW", {"0, error E, old file"}},
-                        {"HttpOpenRequestW", {"0, error E, old file"}},
-                        {"HttpSendRequestW", {"0, error E, old file"}},
-                        {"HttpQueryInfoW 1", {"0, error E, old file"}},
-                        {"memory", {"0, error 8, old file"}},
-                        // A file that cannot be deleted is in the way in the end.
-                        {"DeleteFileW 1", {"1, error 183, old file, TMP", "..."}},
-                        // From then on it is gone, unless it could not be deleted.
-                        {"CreateFileW", {"0, error E, no file", "+0, error E, old file"}},
-                        {"InternetReadFile",
-                         {"0, error E, no file", "+0, error E, no file, TMP", "+0, error E, old file, TMP"}},
-                        {"WriteFile",
-                         {"0, error E, no file", "+0, error E, no file, TMP", "+0, error E, old file, TMP"}},
-                        {"MoveFileW", {"1, error E, no file, TMP", "+1, error E, old file, TMP"}},
-                    }});
-    rows.push_back({"DownloadOntoNoFile",
-                    Library::Online,
-                    Make<Download>(false),
-                    "1, error 0, new file",
-                    {
-                        {"InternetConnectW", {"0, error E, no file"}},
-                        {"HttpOpenRequestW", {"0, error E, no file"}},
-                        {"HttpSendRequestW", {"0, error E, no file"}},
-                        {"HttpQueryInfoW 1", {"0, error E, no file"}},
-                        {"memory", {"0, error 8, no file"}},
-                        {"CreateFileW", {"0, error E, no file"}},
-                        {"InternetReadFile", {"0, error E, no file", "+0, error E, no file, TMP"}},
-                        {"WriteFile", {"0, error E, no file", "+0, error E, no file, TMP"}},
-                        {"MoveFileW", {"1, error E, no file, TMP"}},
-                    }});
-    rows.push_back({"RangedRead",
-                    Library::Online,
-                    Make<Range>(),
-                    "4500, error 0, whole",
-                    {
-                        {"InternetConnectW", {"-1, error E, not whole"}},
-                        {"HttpOpenRequestW", {"-1, error E, not whole"}},
-                        {"HttpSendRequestW", {"-1, error E, not whole"}},
-                        {"HttpQueryInfoW", {"-1, error E, not whole"}},
-                        {"InternetReadFile", {"0, error E, not whole"}},
-                        {"memory", {"-1, error 8, not whole"}},
-                    }});
-    return rows;
+    const std::vector<Statement> replacing = {
+        // A file that cannot be deleted is in the way in the end.
+        {"DeleteFileW 1", {"1, error 183, old file, TMP", "..."}},
+        // From then on it is gone, unless it could not be deleted.
+        {"CreateFileW", {"0, error E, no file", "+0, error E, old file"}},
+        {"InternetReadFile",
+         {"0, error E, no file", "+0, error E, no file, TMP", "+0, error E, old file, TMP"}},
+        {"WriteFile", {"0, error E, no file", "+0, error E, no file, TMP", "+0, error E, old file, TMP"}},
+        {"MoveFileW", {"1, error E, no file, TMP", "+1, error E, old file, TMP"}},
+    };
+    const std::vector<Statement> making = {
+        {"CreateFileW", {"0, error E, no file"}},
+        {"InternetReadFile", {"0, error E, no file", "+0, error E, no file, TMP"}},
+        {"WriteFile", {"0, error E, no file", "+0, error E, no file, TMP"}},
+        {"MoveFileW", {"1, error E, no file, TMP"}},
+    };
+    const std::vector<Statement> cancelling = {
+        {"DeleteFileW 1", {"0, error 0x20000002, old file", "..."}},
+        {"CreateFileW", {"0, error E, no file", "+0, error E, old file"}},
+        {"InternetReadFile",
+         {"0, error E, no file", "+0, error E, no file, TMP", "+0, error E, old file, TMP"}},
+        // The only way for the temporary file to stay.
+        {"DeleteFileW 2", {"0, error 0x20000002, no file, TMP"}},
+    };
+    Case onto;
+    onto.replaces = false;
+    Case plain;
+    plain.hasProgress = false;
+    plain.callback = nullptr;
+    Case cancelled;
+    cancelled.callback = Cancel;
+    Case refused;
+    refused.status = 404;
+    return {
+        DownloadRow("DownloadOverAnOldFile", {}, "1, error 0, new file", replacing),
+        DownloadRow("DownloadOntoNoFile", onto, "1, error 0, new file", making),
+        DownloadRow("DownloadWithoutProgress", plain, "1, error 0, new file", replacing),
+        DownloadRow("CancelledDownload", cancelled, "0, error 0x20000002, no file", cancelling),
+        DownloadRow("RefusedDownload", refused, "0, error 0x21000194, old file", {}),
+        RangeRow("RangedRead", 0, {}, "4500, error 0, whole"),
+        RangeRow("RangedReadFromTheMiddle", 500, plain, "4500, error 0, whole"),
+        RangeRow("CancelledRange", 0, cancelled, "0, error 0x20000002, not whole"),
+        RangeRow("RefusedRange", 0, refused, "-1, error 0x21000194, not whole"),
+    };
 }

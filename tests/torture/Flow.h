@@ -60,7 +60,7 @@ enum class Library { None, Online, Account };
 
 /* A row of the table. */
 struct FlowRow {
-    const char* name;
+    std::string name;
     Library library;
     std::function<std::unique_ptr<Flow>()> make;
     std::string_view success;  // the outcome without failures
@@ -78,10 +78,19 @@ std::vector<FlowRow> SearchRows();
 std::vector<FlowRow> DownloadRows();
 std::vector<FlowRow> CompanionRows();
 std::vector<FlowRow> CompanionDialogRows();
-std::vector<FlowRow> LoadRows();
+std::vector<FlowRow> SecureRows();
+std::vector<FlowRow> RefusedAccountRows();
 std::vector<FlowRow> DialogRows();
 std::vector<FlowRow> MessageRows();
 std::vector<FlowRow> FileRows();
+
+/* Those of loading a library's file, whose name on the device is `name`. */
+struct LoadedFile {
+    std::string rowNames;  // what the rows' names begin with
+    std::u16string name;
+    std::string file;
+};
+std::vector<FlowRow> LoadRows(const LoadedFile& loaded);
 
 /* A row for a flow of that class, made with those arguments. */
 template <class FlowClass, class... Arguments>

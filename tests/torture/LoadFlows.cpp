@@ -1,4 +1,4 @@
-/* Loading the library's file, and unloading it. */
+/* Loading a library's file, and unloading it. */
 #include "DeviceFile.h"
 #include "Flow.h"
 #include "TortureScope.h"
@@ -10,18 +10,19 @@ enum class Files { None, Language, Harvest };
 
 class Load : public Flow {
 public:
-    explicit Load(Files foundFiles) : found(foundFiles) {}
+    Load(LoadedFile loadedFile, Files foundFiles) : loaded(std::move(loadedFile)), found(foundFiles) {}
 
     void SetUp() override {
+        device.SetLibraryPath(u"\\Program Files\\App\\" + loaded.name + u".dll");
         if (found == Files::Harvest) {
             device.MakeFolder(u"\\My Documents\\ZRTranslation");
-            harvest.emplace(u"\\My Documents\\ZRTranslation\\OrvandeOnline.txt");
+            harvest.emplace(u"\\My Documents\\ZRTranslation\\" + loaded.name + u".txt");
             namelessHarvest.emplace(u"\\My Documents\\ZRTranslation\\module.txt");
         }
         if (found != Files::Language) return;
         DeviceTest::SetRegistryValue(HKEY_CURRENT_USER, TEXT("Software\\Orvande"), TEXT("Language"), REG_SZ,
                                      DeviceTest::BytesOf(TEXT("Dutch")));
-        device.PutFile(u"\\Program Files\\App\\OrvandeOnline.Dutch.txt",
+        device.PutFile(u"\\Program Files\\App\\" + loaded.name + u".Dutch.txt",
                        "Open\tOpenen\nA text of more than its object\tEen langere tekst\n");
     }
 
@@ -31,7 +32,7 @@ public:
     }
 
     void Run() override {
-        LoadedLibrary library = device.LoadLibraryFile(file);
+        LoadedLibrary library = device.LoadLibraryFile(loaded.file);
         isLoaded = library.IsLoaded();
         library.Unload();
     }
@@ -47,8 +48,8 @@ public:
     }
 
 private:
+    const LoadedFile loaded;
     const Files found;
-    const std::string file = ORVANDE_LIBRARY_FILE;
     std::optional<DeviceFile> harvest;
     std::optional<DeviceFile> namelessHarvest;
     bool isLoaded = false;
@@ -56,7 +57,7 @@ private:
 
 }  // namespace
 
-std::vector<FlowRow> LoadRows() {
+std::vector<FlowRow> LoadRows(const LoadedFile& file) {
     const std::string_view none = "loaded, no harvest";
     std::vector<Statement> statements;
     std::vector<std::string_view> harvestWithoutMemory = {none, "loaded, harvest", "loaded, cut harvest",
@@ -66,12 +67,14 @@ std::vector<FlowRow> LoadRows() {
         harvestWithoutMemory.push_back("refused, no harvest");
     }
     std::vector<FlowRow> rows;
-    rows.push_back({"LoadWithoutFiles", Library::None, Make<Load>(Files::None), "loaded", statements});
-    rows.push_back({"LoadWithALanguage", Library::None, Make<Load>(Files::Language), "loaded", statements});
     rows.push_back(
-        {"LoadWithAHarvestFolder",
+        {file.rowNames + "WithoutFiles", Library::None, Make<Load>(file, Files::None), "loaded", statements});
+    rows.push_back({file.rowNames + "WithALanguage", Library::None, Make<Load>(file, Files::Language),
+                    "loaded", statements});
+    rows.push_back(
+        {file.rowNames + "WithAHarvestFolder",
          Library::None,
-         Make<Load>(Files::Harvest),
+         Make<Load>(file, Files::Harvest),
          "loaded, harvest",
          {
              {"SHGetSpecialFolderPathW", {none}},

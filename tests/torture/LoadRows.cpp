@@ -2,7 +2,7 @@
 #include "Flow.h"
 
 std::vector<FlowRow> AllRows() {
-    return LoadRows();
+    return LoadRows({"Load", u"OrvandeOnline", ORVANDE_LIBRARY_FILE});
 }
 
 void BeginLibrary(Library /*library*/) {}

@@ -47,14 +47,17 @@ private:
     bool isSignedIn = false;
 };
 
-/* A connection while the phone is roaming, which the user allows. */
+/* A connection while the phone is roaming, which the user allows or refuses. */
 class RoamingQuestion : public Flow {
 public:
+    explicit RoamingQuestion(int userAnswer) : answer(userAnswer) {}
+
     void SetUp() override {
         device.SetRegistryValue(HKEY_LOCAL_MACHINE, u"System\\State\\Phone", u"Status", REG_DWORD,
                                 {"\0\2\0\0", 4});
     }
     void Prepare() override {
+        device.AnswerMessageBox(answer);
         roamingWarningAccepted = false;
         connection.emplace(TEXT("maps.example"), true, false);
         connection->ownerWindow = reinterpret_cast<HWND>(uintptr_t{0x1230});
@@ -66,6 +69,7 @@ public:
     void CleanUp() override { connection.reset(); }
 
 private:
+    const int answer;
     std::optional<WebConnection> connection;
     bool isConnected = false;
     bool hasMemory = false;
@@ -128,19 +132,31 @@ std::vector<FlowRow> MessageRows() {
             "refused; box Orvande Online: You must provide a user name and password to access your account.");
     const std::string_view roams =
         "connected; box Orvande Online: Your phone is roaming, and you may incur data charges.";
+    const std::string_view stays =
+        "failed; box Orvande Online: Your phone is roaming, and you may incur data charges.";
     const std::string_view unasked = "connected";
+    rows.push_back({"RoamingRefused",
+                    Library::Online,
+                    Make<RoamingQuestion>(IDCANCEL),
+                    stays,
+                    {
+                        {"RegOpenKeyExW", {unasked, "+failed"}},
+                        {"RegQueryValueExW", {unasked, "+failed"}},
+                        // A question that cannot be shown refuses nothing.
+                        {"MessageBoxW", {unasked, "+failed"}},
+                        {"RegCloseKey", {stays, "+failed"}},
+                        {"memory", {"no memory"}},
+                    }});
     rows.push_back({"RoamingQuestion",
                     Library::Online,
-                    Make<RoamingQuestion>(),
+                    Make<RoamingQuestion>(IDOK),
                     roams,
                     {
                         // A phone that tells no state does not roam.
                         {"RegOpenKeyExW", {unasked, "+failed"}},
                         {"RegQueryValueExW", {unasked, "+failed"}},
                         {"MessageBoxW", {unasked, "+failed"}},
-                        {"InternetConnectW",
-                         {"failed; box Orvande Online: Your phone is roaming, and you may incur data "
-                          "charges."}},
+                        {"InternetConnectW", {stays}},
                         {"memory", {"no memory"}},
                     }});
     rows.back().statements.push_back({"RegCloseKey", {roams, "+failed"}});

@@ -3,8 +3,8 @@
 
 std::vector<FlowRow> AllRows() {
     std::vector<FlowRow> all;
-    for (const auto rows :
-         {SearchRows, DownloadRows, CompanionRows, CompanionDialogRows, DialogRows, MessageRows, FileRows}) {
+    for (const auto rows : {SearchRows, DownloadRows, SecureRows, CompanionRows, CompanionDialogRows,
+                            RefusedAccountRows, DialogRows, MessageRows, FileRows}) {
         for (FlowRow& row : rows())
             all.push_back(std::move(row));
     }

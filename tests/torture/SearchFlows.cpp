@@ -9,11 +9,12 @@ constexpr int32_t lastNumber = 24;
 
 class Search : public Flow {
 public:
-    explicit Search(int mapCount) : maps(mapCount), results(static_cast<size_t>(mapCount) + 1) {}
+    explicit Search(int mapCount, int32_t serviceStatus = 0)
+        : maps(mapCount), status(serviceStatus), results(static_cast<size_t>(mapCount) + 1) {}
 
     void SetUp() override {
         MapShopReply reply;
-        reply.Int32(0).Int32(maps);
+        reply.Int32(status).Int32(maps);
         for (int i = 0; i < maps; ++i)
             reply.Map(Name(i), i, TEXT("/maps/of some length.map"),
                       TEXT("A text that needs memory of its own."));
@@ -44,6 +45,7 @@ private:
     static WideString Name(int i) { return WideString(TEXT("A map with a longer name ")) + WCHAR(u'a' + i); }
 
     const int maps;
+    const int32_t status;
     std::vector<MapShopResult> results;
     MapShopSearch* search = nullptr;
     size_t count = 0;
@@ -68,6 +70,8 @@ std::vector<FlowRow> SearchRows() {
     std::vector<FlowRow> rows;
     rows.push_back(
         {"SearchWithoutResults", Library::Online, Make<Search>(0), "0 maps, number 24, error 0", statements});
+    rows.push_back({"RefusedSearch", Library::Online, Make<Search>(1, int32_t{7}),
+                    "0 maps, number 0, error 0x22000007", statements});
     rows.push_back(
         {"SearchWithOneResult", Library::Online, Make<Search>(1), "1 maps, number 24, error 0", statements});
     statements.back().outcomes = {"0 maps, number 0, error 8", "1 maps, number 0, error 8",

@@ -71,6 +71,7 @@ private:
     void CheckLeftovers();
     std::string Outcome(const Failed& failed);
     [[nodiscard]] bool IsAllowed(std::string_view outcome, const Failed& failed) const;
+    [[nodiscard]] std::string_view SuccessWithFailures(const Failed& failed) const;
     [[nodiscard]] const Statement* Find(std::string_view failure) const;
     [[nodiscard]] std::vector<size_t> CallsToFail() const;
     void Complain(const std::string& what);

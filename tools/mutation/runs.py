@@ -20,8 +20,7 @@ SECONDS_BETWEEN_LOOKS = 0.25
 TICKS = os.sysconf("SC_CLK_TCK")
 # What takes longer than its cases by this factor may be slow; what does so by the second one is endless.
 PATIENCE = [10, 40]
-
-
+LONG_CASE = 2  # seconds
 # What was freed is overwritten, so that nothing lives on what is left there.
 PLAIN = {"MALLOC_PERTURB_": "165"}
 LEAKING = {"LSAN_OPTIONS": "hard_rss_limit_mb=1024:print_summary=0"}
@@ -219,12 +218,15 @@ class Hunter:
                 yield cases[at:at + size]
             at += size
 
-    def hunt(self, number, file):
-        """(result, case or program that noticed). What lives is tried again for what it leaks."""
+    def hunt(self, number, file, is_explained=False):
+        """(result, case or program that noticed). What lives is tried again for what it leaks. When there is
+        a reason why it lives, neither that nor what takes long is tried."""
         cases = self.recording.by_mutant.get(number, [])
         if not cases:
             return "unreached", ""
-        for settings in (PLAIN, leak_sanitizer()):
+        if is_explained:
+            cases = [case for case in cases if case.seconds < LONG_CASE]
+        for settings in (PLAIN,) if is_explained else (PLAIN, leak_sanitizer()):
             for chunk in self.chunks(self.ordered(file, cases)):
                 by_program = collections.defaultdict(list)
                 for case in chunk:

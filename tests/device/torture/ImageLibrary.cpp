@@ -32,11 +32,17 @@ void Load(const char* file, std::span<const ImageExport> exports) {
 }  // namespace
 
 std::vector<FlowRow> AllRows() {
-    std::vector<FlowRow> all;
-    for (const auto rows : {LoadRows, SearchRows, DownloadRows, CompanionRows, CompanionDialogRows}) {
-        for (FlowRow& row : rows())
-            all.push_back(std::move(row));
-    }
+    std::vector<FlowRow> all = LoadRows({"Load", u"OrvandeOnline", ORVANDE_LIBRARY_FILE});
+    const std::vector<FlowRow> others[] = {
+        LoadRows({"AccountLoading", u"OrvandeAccount", ORVANDE_ACCOUNT_FILE}),
+        SearchRows(),
+        DownloadRows(),
+        CompanionRows(),
+        CompanionDialogRows(),
+        RefusedAccountRows(),
+    };
+    for (const std::vector<FlowRow>& rows : others)
+        all.insert(all.end(), rows.begin(), rows.end());
     return all;
 }
 
