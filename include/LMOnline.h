@@ -137,7 +137,8 @@ LMInt32 LM_CALL LMMapShopClose(MapShopSearch* search);
 /* How far a download is; 16 bytes, without padding. */
 typedef struct DownloadProgress {
     LMInt64 bytesReceived; /* offset 0: bytes written to the local file so far */
-    LMInt64 totalBytes;    /* offset 8: what the server said; -1 when it did not say, or not in a number */
+    LMInt64 totalBytes;    /* offset 8: the number in front of the server's Content-Length; -1 when there is
+                            * none, or it has more than 14 characters */
 } DownloadProgress;
 
 /* Called after every read from the network, on the calling thread, with the `context` that was given along

@@ -1,6 +1,8 @@
-"""Judges what gcovr has counted, house by house."""
+"""Judges what gcovr and coverage.py have counted, house by house."""
 import dataclasses
+import fnmatch
 import json
+import os
 import re
 
 
@@ -18,24 +20,73 @@ class House:
     endings: tuple = (".cpp", ".h")
     elsewhere: tuple = ()
 
+    @property
+    def name(self):
+        return self.folder
+
     def has(self, file):
         return file.startswith(f"{self.folder}/") and file.endswith(self.endings)
+
+    def wants_run(self, file):
+        """Whether a source has to be in a program that is counted."""
+        return not file.endswith(".h") and file not in self.elsewhere
+
+
+@dataclasses.dataclass(frozen=True)
+class Scripts(House):
+    """The scripts in Python of a folder, or those that match the patterns of `only`. Those that match the
+    patterns of `elsewhere` do not belong to it."""
+    only: tuple = ("*",)
+
+    @property
+    def name(self):
+        return f"scripts of {self.folder}"
+
+    def has(self, file):
+        def matches(patterns):
+            return any(fnmatch.fnmatchcase(file, pattern) for pattern in patterns)
+        is_script = file.endswith(".py") or "." not in os.path.basename(file)
+        return (is_script and file.startswith(f"{self.folder}/") and matches(self.only) and
+                not matches(self.elsewhere))
 
 
 @dataclasses.dataclass(frozen=True)
 class Build:
     """A preset, the houses that are counted in it, and what reads the counts of its compiler."""
     houses: tuple
-    gcov: str
+    gcov: str = ""
+
+    @property
+    def compiled(self):
+        return [house for house in self.houses if not isinstance(house, Scripts)]
 
 
+# What tools/soak has for the DLLs under Wine.
+SOAK_OF_DLLS = ("tools/soak_library.py", "tools/soak_faults.py")
+PACKAGING = ("tools/package", "tools/release/*")
+# The first two measure, which no test does; the last runs within gdb.
+NOT_TESTED = ("tools/bench", "tools/bench_plots.py", "tools/gdb_images.py")
 BUILDS = {
     "coverage": Build((House("src", 100, 100),
                        # The DLL has its objects from there, the tests the whole library's.
                        House("companion", 95, elsewhere=("companion/ProcessObjects.cpp",)),
                        House("service", 95),
                        House("translation", 95, elsewhere=("translation/sanitizer/LeaksOfGettext.cpp",)),
-                       House("platform/simulator", 95)), "gcov"),
+                       House("platform/simulator", 95),
+                       Scripts("tools", 95, elsewhere=(*SOAK_OF_DLLS, *PACKAGING, *NOT_TESTED)),
+                       # Made a header once, of a font.
+                       Scripts("translation", 95, elsewhere=("translation/texts/tahoma_widths.py",))),
+                      "gcov"),
+    # What runs on no other system.
+    "device-tests": Build((House("platform/device/loader", 95), Scripts("platform/device", 95)),
+                          "arm-linux-gnueabi-gcov"),
+    "windows-tests": Build((House("platform/windows", 95, endings=(".c",)),
+                            House("examples", 95, endings=(".c", ".cpp", ".h"),
+                                  elsewhere=tuple(f"examples/mapshop/device/{name}.cpp" for name in
+                                                  ("Console", "Interruption", "SystemTexts"))),
+                            Scripts("tools", 95, only=SOAK_OF_DLLS)), "i686-w64-mingw32-gcov-posix"),
+    "packages": Build((Scripts("tools", 95, only=PACKAGING),
+                       Scripts("platform", 95, only=("platform/import_library.py",)))),
 }
 MARK = re.compile(r"GCOVR?_EXCL_\w+(:? *)(.*)")
 
@@ -95,7 +146,8 @@ class Judgement:
     def figure(self):
         wanted = f"{self.house.lines} % and {self.house.branches} %" if self.house.branches else \
             f"{self.house.lines} % of lines"
-        return f"{self.house.folder}: {self.lines} lines, {self.branches} branches; wanted: {wanted}"
+        branches = f", {self.branches} branches" if self.branches.all else ""
+        return f"{self.house.name}: {self.lines} lines{branches}; wanted: {wanted}"
 
     @property
     def complaints(self):
@@ -114,6 +166,22 @@ def counted_files(report):
         raise Unreadable(f"this is no report of gcovr ({type(error).__name__}: {error})") from error
 
 
+def counted_scripts(report, root):
+    """The same of a report of coverage.py, whose files may be named from another folder than `root`."""
+    def lines_of(entry):
+        # What is taken out may have run, too.
+        executed = set(entry["executed_lines"]) - set(entry["excluded_lines"])
+        lines = dict.fromkeys(executed, 1) | dict.fromkeys(entry["missing_lines"], 0)
+        return [{"line_number": number, "count": count, "branches": []}
+                for number, count in sorted(lines.items())]
+
+    try:
+        return {os.path.relpath(file, root): lines_of(entry)
+                for file, entry in json.loads(report)["files"].items()}
+    except (ValueError, KeyError, TypeError, AttributeError) as error:
+        raise Unreadable(f"this is no report of coverage.py ({type(error).__name__}: {error})") from error
+
+
 def marks_without_reason(text):
     """The numbers of the lines that take something out of the count and do not say why."""
     for number, line in enumerate(text.split("\n"), 1):
@@ -122,10 +190,9 @@ def marks_without_reason(text):
             yield number
 
 
-def judge(house, report, sources, compiled):
-    """The judgement of a house. `report`: the text of gcovr's JSON; `sources`: the texts of files by their
-    paths. A source of the house that is not among the `compiled` ones counts as a mistake."""
-    counted = counted_files(report)
+def judge(house, counted, sources, compiled):
+    """The judgement of a house. `counted`: lines by files; `sources`: the texts of files by their paths. A
+    source of the house that is not among the `compiled` ones counts as a mistake."""
     judgement = Judgement(house)
     for file, lines in sorted(counted.items()):
         if house.has(file):
@@ -135,6 +202,6 @@ def judge(house, report, sources, compiled):
             continue
         judgement.mistakes += [f"{file}:{number}: the mark has no reason (MARK: REASON)"
                                for number in marks_without_reason(text)]
-        if not file.endswith(".h") and file not in compiled and file not in house.elsewhere:
+        if house.wants_run(file) and file not in compiled:
             judgement.mistakes.append(f"{file}: this is in no program that is counted")
     return judgement

@@ -1,4 +1,5 @@
 """The finished DLLs under Wine, asked thousands of times in one process; tools/soak says how it is called."""
+import contextlib
 import dataclasses
 import fcntl
 import os
@@ -204,22 +205,25 @@ def report(run, control):
 def main(service, folder, seed, percent, planted=None):
     """The exit code. `folder`: where the program and the DLLs lie."""
     os.makedirs(os.path.dirname(SERVICE_LOG), exist_ok=True)
-    shop = Shop(service, SERVICE_LOG)
     try:
-        shop.post("/cgi-bin/licapp.cgi", creation(USER, PASSWORD, "soak@example.org"))
-        planner = Planner(shop, seed)
-        operations = planner.operations(percent)
-        say(f"seed {seed}, {percent:g} % of all: {len(operations)} operations")
-        tell_counts(operations)
-        began = time.monotonic()
-        say("the requests without the DLLs")
-        control = soak(shop, folder, operations, planner.first(), "bare")
-        say("the DLLs")
-        run = soak(shop, folder, operations, planner.first(), "library", planted)
-        say(f"{time.monotonic() - began:.0f} s")
-        return 0 if report(run, control) else 1
+        with contextlib.closing(Shop(service, SERVICE_LOG)) as shop:
+            return 0 if compare(shop, folder, seed, percent, planted) else 1
     except Broken as problem:
         say(str(problem))
         return 1
-    finally:
-        shop.close()
+
+
+def compare(shop, folder, seed, percent, planted):
+    """Whether the DLLs do what they have to and gather nothing that the requests alone do not."""
+    shop.post("/cgi-bin/licapp.cgi", creation(USER, PASSWORD, "soak@example.org"))
+    planner = Planner(shop, seed)
+    operations = planner.operations(percent)
+    say(f"seed {seed}, {percent:g} % of all: {len(operations)} operations")
+    tell_counts(operations)
+    began = time.monotonic()
+    say("the requests without the DLLs")
+    control = soak(shop, folder, operations, planner.first(), "bare")
+    say("the DLLs")
+    run = soak(shop, folder, operations, planner.first(), "library", planted)
+    say(f"{time.monotonic() - began:.0f} s")
+    return report(run, control)

@@ -16,19 +16,19 @@ SERVICE = ("native", "orvande-service")
 RINGS = {
     "native": (["native", "service", "samples"], [("native", "all")]),
     # docs/translation-files.md is followed there, which leads to tools/translation and tools/screenshots.
-    "windows": (["native", "windows", "service", "screen", "pictures"],
+    "windows": (["native", "windows", "service", "screen", "pictures", "coverage"],
                 [("native", "orvande-service orvande-translation"), ("windows", "all"),
                  ("windows-tests", "windows-tests orvande-pictures")]),
-    "device": (["device", "service"],
+    "device": (["device", "service", "coverage"],
                [SERVICE, ("device", "all"), ("device-checked", "images"), ("device-tests", "all")]),
     "pages": (["native", "service", "browser"], [SERVICE]),
     # Among its cases are those of the tools, which make documents and read sources.
-    "packages": (["native", "windows", "device", "service", "documents", "mutation", "packages"],
+    "packages": (["native", "windows", "device", "service", "documents", "mutation", "coverage", "packages"],
                  [("native", "installed"), ("windows", "installed"), ("device", "installed")]),
     "asan": (["native", "service"], [("asan", "all")]),
-    "coverage": (["native", "service", "coverage"], [("coverage", "all")]),
+    "coverage": (["native", "service", "documents", "lint", "mutation", "coverage"], [("coverage", "all")]),
     # What measures is compiled, and never run here.
-    "lint": (["native", "windows", "device", "service", "documents", "lint", "mutation",
+    "lint": (["native", "windows", "device", "service", "documents", "lint", "mutation", "coverage",
               "benchmarks"],
              [("benchmarks", "all"),
               ("benchmarks-windows", "benchmark-transfers benchmark-loading benchmark_peer"),
@@ -38,9 +38,10 @@ RINGS = {
 WHOLE_RINGS = ("lint", "coverage")
 SECONDS_BETWEEN_REPORTS = 20  # where there is no terminal to show it all the time
 BUILT = re.compile(r"\[(\d+)/(\d+)\]")
+WAITING = "build: waiting until"
 
 
-def say(text, stream=sys.stdout):
+def say(text, stream=None):
     print(f"test: {text}", file=stream, flush=True)
 
 
@@ -50,6 +51,7 @@ class Process:
     def __init__(self, command, log, environment=None):
         self.log = log
         self.began = time.monotonic()
+        log.unlink(missing_ok=True)  # another build may write to the one that there is
         with open(log, "wb") as output:
             self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output,
                                             stderr=subprocess.STDOUT, env=environment, start_new_session=True)
@@ -112,10 +114,9 @@ class Ring:
         else:
             self.start_tests()
 
-    def start_build(self, preset, target):
-        configured = pathlib.Path("build", preset, "build.ninja").exists()
-        configure = "" if configured else f"cmake --preset {preset} && "
-        self.start(["bash", "-c", f"{configure}ninja -C build/{preset} {target}"], LOGS / f"build-{preset}")
+    def start_build(self, preset, targets):
+        command = ["tools/build", preset, *targets.split(), "--log", "-"]
+        self.start(command, LOGS / f"build-{preset}")
 
     def start_tests(self):
         self.is_testing = True
@@ -136,6 +137,8 @@ class Ring:
         steps = BUILT.findall(text)
         if steps:
             self.progress = "built {} of {}".format(*steps[-1])
+        elif WAITING in text:
+            self.progress = "waiting for another build"
 
     def end_step(self):
         self.seconds += self.process.seconds

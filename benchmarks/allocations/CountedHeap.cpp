@@ -6,13 +6,15 @@
 #include <cstdint>
 
 // What the C library's own functions are made of; a program may put its own in their place.
+// NOLINTBEGIN(bugprone-reserved-identifier): its names
 extern "C" {
-void* __libc_malloc(size_t size) noexcept;                      // NOLINT(bugprone-reserved-identifier)
-void* __libc_calloc(size_t count, size_t size) noexcept;        // NOLINT(bugprone-reserved-identifier)
-void* __libc_realloc(void* block, size_t size) noexcept;        // NOLINT(bugprone-reserved-identifier)
-void* __libc_memalign(size_t alignment, size_t size) noexcept;  // NOLINT(bugprone-reserved-identifier)
-void __libc_free(void* block) noexcept;                         // NOLINT(bugprone-reserved-identifier)
+void* __libc_malloc(size_t size) noexcept;
+void* __libc_calloc(size_t count, size_t size) noexcept;
+void* __libc_realloc(void* block, size_t size) noexcept;
+void* __libc_memalign(size_t alignment, size_t size) noexcept;
+void __libc_free(void* block) noexcept;
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 

@@ -29,8 +29,10 @@ uintptr_t TargetOf(const Distance& distance) {
 
 }  // namespace
 
-extern "C" const IndexEntry __exidx_start[];  // NOLINT: the linker script's
-extern "C" const IndexEntry __exidx_end[];    // NOLINT
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker script's names
+extern "C" const IndexEntry __exidx_start[];
+extern "C" const IndexEntry __exidx_end[];
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 

@@ -5,8 +5,9 @@
 #include <cstddef>
 
 using Constructor = void (*)();
-extern "C" const Constructor firstConstructor[];   // NOLINT: the linker script's
-extern "C" const Constructor endOfConstructors[];  // NOLINT
+// The linker script's.
+extern "C" const Constructor firstConstructor[];
+extern "C" const Constructor endOfConstructors[];
 
 namespace {
 

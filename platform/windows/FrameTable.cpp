@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <cstring>
 
-extern "C" const unsigned char firstFrame[];   // NOLINT: the linker script's
-extern "C" const unsigned char endOfFrames[];  // NOLINT
+// The linker script's.
+extern "C" const unsigned char firstFrame[];
+extern "C" const unsigned char endOfFrames[];
 
 namespace {
 

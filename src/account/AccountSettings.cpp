@@ -21,11 +21,12 @@ bool Load(Account& account) {
     FormDictionary settings;
     const bool isThere = settings.LoadFromFile(SettingsPath());
     account.userId = settings.GetString(userIdKey);
-    if (!settings.HasValue(passwordKey)) return isThere;
-    PackedPassword packed{};
-    const int32_t count =
-        settings.GetHexBytes(passwordKey, packed.data(), static_cast<int32_t>(packed.size()));
-    account.password = UnpackPassword(packed, static_cast<size_t>(count));
+    if (settings.HasValue(passwordKey)) {
+        PackedPassword packed{};
+        const int32_t count =
+            settings.GetHexBytes(passwordKey, packed.data(), static_cast<int32_t>(packed.size()));
+        account.password = UnpackPassword(packed, static_cast<size_t>(count));
+    }
     return isThere;
 }
 

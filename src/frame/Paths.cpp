@@ -11,9 +11,8 @@ size_t FindLastOf(WideStringView path, WideStringView set) {
 }
 
 WideString GetBaseName(WideStringView path) {
-    const size_t separator = FindLastOf(path, separators);
-    const size_t start = separator == WideStringView::npos ? 0 : separator + 1;
-    const WideStringView name = path.substr(start);
+    // Without a separator all of the path: one more than npos is 0.
+    const WideStringView name = path.substr(FindLastOf(path, separators) + 1);
     return WideString(name.substr(0, FindLastOf(name, TEXT("."))));
 }
 

@@ -30,7 +30,7 @@ DWORD MapShopSearch::Run(const void* items, int32_t count) noexcept {
     const auto exchange = [&] {
         request.WriteInt32(mapSearchCode);
         request.WriteInt32(count);
-        if (count > 0) request.WriteBytes(items, static_cast<uint32_t>(count) * mapItemSize);
+        request.WriteBytes(items, static_cast<uint32_t>(count) * mapItemSize);
         if (request.SendRequest()) status = ReadReply(request);
     };
     if (!RunContained(exchange)) return request.NoteFailure(ERROR_NOT_ENOUGH_MEMORY);
@@ -55,7 +55,7 @@ int32_t MapShopSearch::ReadReply(ByteStream& reply) {
         if (type == mapEntryType) ReadMap(reply);
     }
     reply.ReadInt32(finalValue);
-    return status;
+    return 0;
 }
 
 void MapShopSearch::ReadMap(ByteStream& reply) {

@@ -159,8 +159,8 @@ int32_t FormDictionary::GetInt(const WideString& key, int32_t fallback) const {
 
 int32_t FormDictionary::GetHexBytes(const WideString& key, uint8_t* bytes, int32_t capacity) const {
     const WideString* value = Find(key);
-    if (!value || capacity < 1) return 0;
-    const size_t count = std::min(value->size() / 2, static_cast<size_t>(capacity));
+    if (!value) return 0;
+    const size_t count = std::min(value->size() / 2, static_cast<size_t>(std::max(capacity, int32_t{0})));
     for (size_t i = 0; i < count; ++i) {
         const int high = std::max(HexDigitValue((*value)[2 * i]), 0);
         const int low = std::max(HexDigitValue((*value)[2 * i + 1]), 0);

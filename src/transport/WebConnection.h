@@ -41,7 +41,8 @@ public:
     /* The HTTP status of the reply; 1000, and a last error, when there is none. */
     [[nodiscard]] DWORD GetStatus() const;
 
-    /* The Content-Length of the reply in bytes; -1 when it has none or it is no number. */
+    /* The Content-Length of the reply in bytes, of which the number that it begins with counts; -1 when it
+     * has none, more than 14 characters, or no number in front. */
     [[nodiscard]] int64_t GetContentLength() const;
 
     /* Whether to go on: what `progressCallback` answers, or true without one. */

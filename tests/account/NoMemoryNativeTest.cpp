@@ -1,3 +1,4 @@
+#include "account/AccountSettings.h"
 #include "account/CreateAccountDialog.h"
 #include "account/SignIn.h"
 #include "account/SignInDialog.h"
@@ -24,6 +25,25 @@ TEST_F(WithoutMemory, NobodyIsSignedIn) {
     account.password = TEXT("secret1");
     Accept();
     ExpectNothingToBeDone([&] { return SignIn(account, nullptr); });
+}
+
+TEST_F(WithoutMemory, NobodyIsSignedInAndTheUserIsToldOnceThereIsSomeAgain) {
+    account.userId = TEXT("Anna");
+    account.password = TEXT("secret1");
+    Accept();
+    ExpectMessage();
+    AllocationWatch watch(1);
+    const bool isDone = SignIn(account, nullptr);
+    watch.Stop();
+    EXPECT_TRUE(watch.Failed());
+    EXPECT_FALSE(isDone);
+    ExpectBox(u"A problem occured communicating with the server", 0);
+}
+
+TEST_F(WithoutMemory, AccountIsNeitherLoadedNorSaved) {
+    device.PutFile(settingsFile, "UserID=Anna\n");
+    ExpectNothingToBeDone([&] { return LoadAccountSettings(account); });
+    ExpectNothingToBeDone([&] { return SaveAccountSettings(account); });
 }
 
 TEST_F(WithoutMemory, DialogToSignInIsNotShown) {

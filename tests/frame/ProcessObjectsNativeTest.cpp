@@ -7,19 +7,31 @@
 
 namespace {
 
-// Taken before the first test.
-const struct {
-    bool isRoamingAccepted = roamingWarningAccepted;
-    HANDLE connection = managedConnection;
-    HINSTANCE own = ownModule;
-    HINSTANCE resources = resourceModule;
-} atLoad;
+/* What the values are when all objects have been made and no test has been run. */
+class AtLoad : public ::testing::Environment {
+public:
+    void SetUp() override {
+        isRoamingAccepted = roamingWarningAccepted;
+        connection = managedConnection;
+        own = ownModule;
+        resources = resourceModule;
+    }
+
+    bool isRoamingAccepted = true;
+    HANDLE connection = nullptr;
+    HINSTANCE own = nullptr;
+    HINSTANCE resources = nullptr;
+};
+
+// Belongs to the framework.
+auto* const atLoad = new AtLoad;
+[[maybe_unused]] const ::testing::Environment* const registered = ::testing::AddGlobalTestEnvironment(atLoad);
 
 }  // namespace
 
 TEST(ProcessObjects, NoRoamingIsAcceptedNothingConnectedAndNoModuleKnownAtLoad) {
-    EXPECT_FALSE(atLoad.isRoamingAccepted);
-    EXPECT_EQ(nullptr, atLoad.connection);
-    EXPECT_EQ(nullptr, atLoad.own);
-    EXPECT_EQ(nullptr, atLoad.resources);
+    EXPECT_FALSE(atLoad->isRoamingAccepted);
+    EXPECT_EQ(nullptr, atLoad->connection);
+    EXPECT_EQ(nullptr, atLoad->own);
+    EXPECT_EQ(nullptr, atLoad->resources);
 }

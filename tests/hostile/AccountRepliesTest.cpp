@@ -163,6 +163,7 @@ protected:
         Answer(ReplyOf(arrival, portions));
         device.ForgetCalls();
         const size_t earlier = device.MessageBoxes().size();
+        LimitedHeap heap(SIZE_MAX);
         const bool isCreated = Run([&](DialogUser& user) {
             Fill(user);
             if (!expected.box.empty()) ExpectMessage();
@@ -175,8 +176,10 @@ protected:
         if (!expected.box.empty()) ExpectBox(expected.box, MB_ICONHAND);
         EXPECT_EQ(expected.isCreated ? "UserID=Anna\r\n" : "no file", SettingsFile());
         DeleteFileW(settingsFile);
+        EXPECT_LE(heap.Peak(), 200 * size_t{1024});
         EXPECT_EQ(expected.reads, device.CountCalls("InternetReadFile"));
         EXPECT_EQ(3u, device.CountCalls("InternetCloseHandle"));
+        EXPECT_EQ(1u, device.CountCalls("ConnMgrReleaseConnection"));
     }
 
     std::optional<Tally> tally;

@@ -41,11 +41,13 @@ protected:
     static constexpr const WCHAR* path = TEXT("/maps/file.map");
     std::string whole;
     std::string buffer;
+    decltype(WebReply::headers) headers;
 
 private:
     void Arrange(WebReply reply, INTERNET_PORT port) {
         tally->Add();
         reply.status = 206;
+        reply.headers = headers;
         device.AddHost(host, port, std::move(reply));
         device.ForgetCalls();
         callbacks = 0;
@@ -129,6 +131,33 @@ TEST_F(HostileRange, IsAcceptedOrRefusedByItsStatus) {
                   LMReadWebFileRange(host, path, 0, 64, buffer.data(), nullptr, nullptr));
         EXPECT_EQ(isAccepted ? 0 : 0x21000000 + status, GetLastError());
         EXPECT_EQ(isAccepted ? whole : std::string(64, untouched), buffer);
+    }
+}
+
+TEST_F(HostileRange, AnnouncesAnyLengthAndPlace) {
+    tally.emplace("part of a file that announces another length or place");
+    whole = Content(64);
+    const std::pair<std::u16string, std::u16string> announced[] = {
+        {u"Content-Length", u"-1"},
+        {u"Content-Length", u"0"},
+        {u"Content-Length", u"1"},
+        {u"Content-Length", u"63"},
+        {u"Content-Length", u"65"},
+        {u"Content-Length", u"2147483647"},
+        {u"Content-Length", u"99999999999999999999"},
+        {u"Content-Length", u"x"},
+        {u"Content-Range", u"bytes 0-63/64"},
+        {u"Content-Range", u"bytes 71-7/0"},
+        {u"Content-Range", u"bytes */*"},
+        {u"Content-Range", u"bytes -1--1/9223372036854775808"},
+    };
+    for (const auto& header : announced) {
+        headers = {header};
+        for (const size_t size : {size_t{0}, size_t{1}, size_t{63}, whole.size()}) {
+            SCOPED_TRACE(size);
+            for (const int32_t length : {1, 63, 64, 65, INT32_MAX})
+                Try(size, length, WebReply::Break::Close, {7});
+        }
     }
 }
 

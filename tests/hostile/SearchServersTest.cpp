@@ -102,6 +102,20 @@ TEST_F(HostileServer, SendsNothing) {
     }
 }
 
+TEST_F(HostileServer, AnnouncesAnyLength) {
+    tally.emplace("search reply that announces another length");
+    const std::string whole = SampleReply().reply.bytes;
+    for (const char16_t* const text : {u"-1", u"0", u"1", u"2147483647", u"99999999999999999999", u"x"}) {
+        for (const size_t size : {size_t{0}, size_t{1}, whole.size() - 1, whole.size()}) {
+            SCOPED_TRACE(size);
+            const std::string bytes = whole.substr(0, size);
+            WebReply reply = WebReply::WithBody(bytes);
+            reply.headers = {{u"Content-Length", text}};
+            Serve(std::move(reply), SearchModel({bytes}), {});
+        }
+    }
+}
+
 TEST_F(HostileServer, FailsEveryReadFromAnyOneOn) {
     tally.emplace("server of which every further read fails");
     const std::string whole = SampleReply().reply.bytes;

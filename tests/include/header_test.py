@@ -15,7 +15,7 @@ import unittest
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
 sys.path.append(str(ROOT / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 # The version header has numbers only, and the resource compiler reads it too.
 HEADERS = sorted(file for file in (ROOT / "include").glob("*.h") if not file.stem.endswith("Version"))

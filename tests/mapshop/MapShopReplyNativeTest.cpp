@@ -142,15 +142,15 @@ TEST_F(MapShop, ReplyMayGoOnAfter999EntriesWithoutAByteButNotAfter1000) {
 
 TEST_F(MapShop, EntriesWithoutAByteCountOnlyInARow) {
     WebReply reply =
-        WebReply::WithBody(MapShopReply().Int32(0).Int32(1999).Int32(41).Int32(42).Int32(43).bytes);
+        WebReply::WithBody(MapShopReply().Int32(0).Int32(2000).Int32(41).Int32(42).Int32(43).bytes);
     reply.chunks = {8, 4, 1000};
     Answer(reply);
     for (size_t n = 0; n < 999; ++n) {
         device.FailCall("InternetReadFile", 2 + n, ERROR_INTERNET_TIMEOUT);
         device.FailCall("InternetReadFile", 2 + 1000 + n, ERROR_INTERNET_TIMEOUT);
     }
-    // 999 without a byte, 41, 999 without a byte: these are the entries.
-    EXPECT_EQ(42, Search().finalValue);
+    // 999 without a byte, 41, 999 without a byte, 42: these are the entries.
+    EXPECT_EQ(43, Search().finalValue);
 }
 
 TEST_F(MapShop, CountThatCannotBeReadIsNoneAndTheNextBytesAreTheFinalValue) {

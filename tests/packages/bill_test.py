@@ -12,7 +12,7 @@ import zipfile
 
 from packages import VERSION, package, run
 
-import named_cases  # noqa: E402
+import named_cases
 
 # What the format demands of each element.
 OF_DOCUMENT = {"spdxVersion", "dataLicense", "SPDXID", "name", "documentNamespace", "creationInfo"}

@@ -8,7 +8,7 @@ import xml.etree.ElementTree as xml
 
 from packages import TRANSLATIONS, package, unpacked
 
-import named_cases  # noqa: E402
+import named_cases
 
 PROGRAMS = ["OrvandeOnline.dll", "OrvandeAccount.dll", "mapshop.exe", "signin.exe"]
 TEXTS = ["LICENSE.txt", "THIRD-PARTY-NOTICES.txt"]

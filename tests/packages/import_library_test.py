@@ -10,7 +10,7 @@ import unittest
 import packages
 from packages import exports, run, run_windows, unpacked
 
-import named_cases  # noqa: E402
+import named_cases
 
 PREFIX = {"windows": "_", "device": ""}
 MACHINE = {"windows": 0x14C, "device": 0x1C0}

@@ -10,7 +10,7 @@ import pefile
 
 from packages import ROOT, SCRATCH, VERSION, run, run_windows
 
-import named_cases  # noqa: E402
+import named_cases
 
 
 class Installed:
@@ -23,7 +23,8 @@ class Installed:
         cls.folder = pathlib.Path(tempfile.mkdtemp(dir=SCRATCH))
         cls.prefix = cls.folder / "installed"
         cls.build = cls.folder / "build"
-        run("cmake", "--install", ROOT / "build" / cls.ring, "--prefix", cls.prefix)
+        run(ROOT / "tools/build", cls.ring, "installed", "--then",
+            "cmake", "--install", f"build/{cls.ring}", "--prefix", cls.prefix)
         run("cmake", "-G", "Ninja", "-S", ROOT / "tests/consumer", "-B", cls.build,
             "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_PREFIX_PATH={cls.prefix}",
             f"-DCONSUMER_VERSION={VERSION}",

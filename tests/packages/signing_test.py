@@ -10,8 +10,8 @@ import pefile
 
 from packages import OUTPUT, ROOT, package, run, unpacked
 
-import named_cases  # noqa: E402
-from release import signing  # noqa: E402
+import named_cases
+from release import signing
 
 
 class Signing(unittest.TestCase):

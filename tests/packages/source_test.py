@@ -12,8 +12,8 @@ import unittest
 
 from packages import OUTPUT, SCRATCH, VERSION, package, run
 
-import named_cases  # noqa: E402
-from files import listed  # noqa: E402
+import named_cases
+from files import listed
 
 MOMENT = 1577836800
 

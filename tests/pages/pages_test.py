@@ -14,8 +14,8 @@ import unittest
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.append(str(HERE.parent / "support"))
-import named_cases  # noqa: E402
-from browser import Browser, Page  # noqa: E402
+import named_cases
+from browser import Browser, Page
 
 CONTENTS = bytes(range(256)) * 700
 # Names in the scripts of the world, among them those that run from right to left, join their letters, or lie

@@ -13,7 +13,7 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(SOURCE / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 WINE = "/usr/include/wine/wine"
 # As clang calls Embedded Visual C++ 4 and Visual Studio 2005.

@@ -12,8 +12,8 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(SOURCE / "tools"), str(SOURCE / "tests/support")]
-import named_cases  # noqa: E402
-import soak_service  # noqa: E402
+import named_cases
+import soak_service
 
 
 class Soak(unittest.TestCase):

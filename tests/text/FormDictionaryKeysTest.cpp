@@ -95,6 +95,15 @@ TEST_F(FormDictionaryKeys, KeyThatDamagesNoOtherIsSavedAsItIs) {
     EXPECT_EQ("Z=1\r\na=2\r\nz=3\r\n\xE9=bad\r\n", Saved(BesideGoodOnes(Unit(0xE9))));
 }
 
+TEST_F(FormDictionaryKeys, KeyOfSeparatorsAloneIsLeftOutBesideAnEmptyKeyWithAValue) {
+    for (const WCHAR* key : {TEXT("&"), TEXT("="), TEXT("&&"), TEXT("==")}) {
+        FormDictionary dictionary;
+        dictionary.SetString(TEXT(""), TEXT("1"));
+        dictionary.SetString(key, TEXT("bad"));
+        EXPECT_EQ("", Saved(dictionary)) << ::testing::PrintToString(WideString(key));
+    }
+}
+
 TEST_F(FormDictionaryKeys, EntryWithoutAValueIsNotDamaged) {
     FormDictionary dictionary;
     dictionary.SetString(TEXT("a"), TEXT(""));

@@ -8,9 +8,9 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import bench_figures  # noqa: E402
-import named_cases  # noqa: E402
-from bench_figures import Figure, Figures  # noqa: E402
+import bench_figures
+import named_cases
+from bench_figures import Figure, Figures
 
 
 def figure(contender, value, spread=0.0, row="walk", size=10, unit="instructions", **more):

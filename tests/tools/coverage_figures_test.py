@@ -7,9 +7,9 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import coverage_figures  # noqa: E402
-import named_cases  # noqa: E402
-from coverage_figures import House, Judgement, Share, Unreadable  # noqa: E402
+import coverage_figures
+import named_cases
+from coverage_figures import House, Judgement, Scripts, Share, Unreadable
 
 ALL = House("house", 100, 100)
 
@@ -80,7 +80,7 @@ class Houses(unittest.TestCase):
 
 class Reports(unittest.TestCase):
     def judge(self, text, house=ALL, **sources):
-        return coverage_figures.judge(house, text, sources, {"house/a.cpp"})
+        return coverage_figures.judge(house, coverage_figures.counted_files(text), sources, {"house/a.cpp"})
 
     def test_files_belong_to_their_folders_and_others_to_none(self):
         judgement = self.judge(report(**{
@@ -121,6 +121,44 @@ class Reports(unittest.TestCase):
         for text in ("", "{}", "[]", '{"files": [{"file": "src/a.cpp"}]}', '{"files": [{"lines": [{}]}]}'):
             with self.subTest(text=text), self.assertRaises(Unreadable):
                 self.judge(text)
+
+
+class Python(unittest.TestCase):
+    REPORT = json.dumps({"files": {"/home/tools/a": {
+        "executed_lines": [1, 3, 4], "missing_lines": [2], "excluded_lines": [4, 5]}}})
+
+    def test_lines_are_those_of_the_report_in_their_order(self):
+        self.assertEqual({"tools/a": [line(1, 1), line(2, 0), line(3, 1)]},
+                         {file: [line(one["line_number"], one["count"]) for one in lines] for file, lines in
+                          coverage_figures.counted_scripts(self.REPORT, "/home").items()})
+
+    def test_figure_has_no_branches(self):
+        judgement = coverage_figures.judge(Scripts("tools", 60),
+                                           coverage_figures.counted_scripts(self.REPORT, "/home"), {}, set())
+        self.assertEqual("scripts of tools: 2 of 3 (66.6 %) lines; wanted: 60 % of lines", judgement.figure)
+        self.assertEqual([], judgement.complaints)
+
+    def test_scripts_have_no_ending_or_that_of_python(self):
+        house = Scripts("tools", 95)
+        self.assertEqual(["tools/a", "tools/a.b/c", "tools/a.py"],
+                         [file for file in ("tools/a", "tools/a.b/c", "tools/a.md", "tools/a.py", "a.py")
+                          if house.has(file)])
+
+    def test_those_that_are_judged_elsewhere_do_not_belong_to_it(self):
+        house = Scripts("tools", 95, only=("tools/a*",), elsewhere=("tools/a/*",))
+        self.assertTrue(house.has("tools/a.py"))
+        self.assertFalse(house.has("tools/a/b.py"))
+        self.assertFalse(house.has("tools/c.py"))
+
+    def test_a_script_that_nothing_runs_is_named(self):
+        judgement = coverage_figures.judge(Scripts("tools", 0), {"tools/a": [line(1, 1)]},
+                                           {"tools/a": "", "tools/b.py": ""}, {"tools/a"})
+        self.assertEqual(["tools/b.py: this is in no program that is counted"], judgement.complaints)
+
+    def test_what_is_no_report_is_refused(self):
+        for text in ("", "{}", "[]", '{"files": []}', '{"files": {"a": {"executed_lines": [1]}}}'):
+            with self.subTest(text=text), self.assertRaises(Unreadable):
+                coverage_figures.counted_scripts(text, "/home")
 
 
 if __name__ == "__main__":

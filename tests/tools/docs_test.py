@@ -9,8 +9,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import doc_filter  # noqa: E402
-import named_cases  # noqa: E402
+import doc_filter
+import named_cases
 
 HEADER = """/* The file. */
 

@@ -8,8 +8,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import documents  # noqa: E402
-import named_cases  # noqa: E402
+import documents
+import named_cases
 
 
 class Documents(unittest.TestCase):

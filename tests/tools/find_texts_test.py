@@ -9,10 +9,10 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
-import named_cases  # noqa: E402
-from cpp_source import Mistake  # noqa: E402
-from find_texts import EVERYWHERE, Finder, Place, generated, literal  # noqa: E402
-from resource_texts import Control, Dialog  # noqa: E402
+import named_cases
+from cpp_source import Mistake
+from find_texts import EVERYWHERE, Finder, Place, generated, literal
+from resource_texts import Control, Dialog
 
 FILES = {
     "src/ui/Lookup.cpp": """

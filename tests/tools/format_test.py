@@ -10,7 +10,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 TOOLS = ROOT / "tools"
 sys.path.append(str(ROOT / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 
 class Program(unittest.TestCase):

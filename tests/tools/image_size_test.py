@@ -10,7 +10,7 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 CODE, CONSTANTS, DATA = 0x60000020, 0x40000040, 0xC0000040
 BASE = 0x61000000

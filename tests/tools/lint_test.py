@@ -11,7 +11,7 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "tools")]
-import named_cases  # noqa: E402
+import named_cases
 
 LOADER = importlib.machinery.SourceFileLoader("lint", str(ROOT / "tools/lint"))
 lint = importlib.util.module_from_spec(importlib.util.spec_from_loader("lint", LOADER))

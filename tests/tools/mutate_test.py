@@ -10,13 +10,13 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tools/mutation"), str(ROOT / "tools")]
 sys.path.append(str(ROOT / "tests/support"))
-import build  # noqa: E402
-import instrument  # noqa: E402
-import known  # noqa: E402
-import named_cases  # noqa: E402
-import places  # noqa: E402
-import runs  # noqa: E402
-import unchanged  # noqa: E402
+import build
+import instrument
+import known
+import named_cases
+import places
+import runs
+import unchanged
 
 
 class InFolder(unittest.TestCase):
@@ -112,6 +112,11 @@ int Count(int a) {
 }
 bool IsLarge(int a) { return a >= 10; }
 void Never() { Count(1); }
+void Drop(int* number) { delete number; }
+int Wait(int from) {
+    for (int at = from * 7; at < 20000; ++at) {}
+    return from;
+}
 """
 # A program of tests that speaks as GoogleTest does.
 PROGRAM = """#include "Sample.h"
@@ -120,7 +125,8 @@ PROGRAM = """#include "Sample.h"
 #include <string>
 int main(int count, char** arguments) {
     const std::string word = count > 1 ? arguments[1] : "";
-    if (word == "--gtest_list_tests") return std::puts("Sample.\\n  Counts\\n  Compares"), 0;
+    if (word == "--gtest_list_tests")
+        return std::puts("Sample.\\n  Counts\\n  Compares\\n  Drops\\n  Waits"), 0;
     std::string filter;
     std::getline(std::ifstream(word.substr(word.find('=') + 1)), filter);
     const auto fails = [&](const char* name, bool isRight) {
@@ -130,6 +136,8 @@ int main(int count, char** arguments) {
     };
     if (fails("Sample.Counts", Count(0) == 0 && Count(2) == 2 && Count(9) == 3)) return 1;
     if (fails("Sample.Compares", IsLarge(11) && !IsLarge(9))) return 1;
+    for (int at = 0; at < 20; ++at) Drop(new int);
+    if (fails("Sample.Waits", Wait(2856) == 2856)) return 1;
     std::puts("[  PASSED  ] all");
 }
 """
@@ -138,7 +146,8 @@ int main(int count, char** arguments) {
 class Tried(InFolder):
     def setUp(self):
         super().setUp()
-        self.mutants = self.read("int Count(int a);\nbool IsLarge(int a);\n", "Sample.h")
+        self.mutants = self.read("int Count(int a);\nbool IsLarge(int a);\nvoid Drop(int* number);\n"
+                                 "int Wait(int from);\n", "Sample.h")
         self.mutants = self.read(SAMPLE, "Sample.cpp")
         self.numbered = list(enumerate(self.mutants))
         writer = instrument.Writer(SAMPLE.encode(), self.numbered)
@@ -153,17 +162,20 @@ class Tried(InFolder):
     def test_each_mutant_has_its_result(self):
         self.assertEqual("", self.compiled.stdout)
         recording = runs.Recording.make([str(self.folder / "program")], "", 2, self.fail)
-        self.assertEqual({"Sample.Counts", "Sample.Compares"}, {case.name for case in recording.cases})
+        self.assertEqual({"Sample.Counts", "Sample.Compares", "Sample.Drops", "Sample.Waits"},
+                         {case.name for case in recording.cases})
         hunter = runs.Hunter(recording, {"Sample.cpp": {number for number, _ in self.numbered}})
         found = {mutant.what: hunter.hunt(number, mutant.file) for number, mutant in self.numbered}
         counts, compares = "program:Sample.Counts", "program:Sample.Compares"
         self.assertEqual(("killed", counts), found["at < a -> at <= a"])
-        self.assertEqual(("timed out", ""), found["at < a -> true"])
+        self.assertEqual(("endless", ""), found["at < a -> true"])
         self.assertEqual(("killed", counts), found["3 -> 4"])
         self.assertEqual(("living", ""), found["count > most -> count >= most"])
         self.assertEqual(("living", ""), found["a >= 10 -> a > 10"])
         self.assertEqual(("killed", compares), found["a >= 10 -> a < 10"])
         self.assertEqual(("unreached", ""), found["Count(1) -> nothing"])
+        self.assertEqual(("killed", ""), found["delete number -> nothing"], "what leaks is noticed")
+        self.assertEqual(("living", ""), found["from * 7 -> from / 7"], "what is slow is not endless")
 
     def test_complaint_leads_to_the_change_that_it_is_about(self):
         writer = instrument.Writer(SAMPLE.encode(), self.numbered)
@@ -171,6 +183,15 @@ class Tried(InFolder):
         text = writer.text.split("\n")[line + 1]
         number = next(number for number, mutant in self.numbered if mutant.what == "at < a -> at <= a")
         self.assertEqual([number], instrument.mutants_at(writer, line, text.index("<=") + 1))
+        self.assertEqual([], instrument.mutants_at(writer, line, 1))
+        self.assertIn(number, instrument.mutants_at(writer, line, 1, "line"))
+
+    def test_text_of_another_size_is_what_a_complaint_about_its_line_is_about(self):
+        source = 'template <int n> void f(int, const char (&)[n]);\nvoid g() { f(1, "abc"); }\n'
+        mutants = self.read(source)
+        writer = instrument.Writer(source.encode(), list(enumerate(mutants)))
+        found = instrument.mutants_at(writer, 2, 12, "texts")
+        self.assertEqual(['"abc" -> ""'], [mutants[number].what for number in found])
 
 
 class Unchanged(InFolder):

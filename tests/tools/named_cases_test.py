@@ -10,7 +10,7 @@ from unittest import mock
 
 SUPPORT = pathlib.Path(__file__).resolve().parents[1] / "support"
 sys.path.insert(0, str(SUPPORT))
-import named_cases  # noqa: E402
+import named_cases
 
 CASES = """
 import sys

@@ -6,8 +6,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import named_cases  # noqa: E402
-from page_steps import Step, steps_of  # noqa: E402
+import named_cases
+from page_steps import Step, steps_of
 
 
 class PageSteps(unittest.TestCase):

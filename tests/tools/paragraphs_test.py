@@ -10,8 +10,8 @@ from unittest import mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import named_cases  # noqa: E402
-import paragraphs  # noqa: E402
+import named_cases
+import paragraphs
 
 
 class Paragraphs(unittest.TestCase):

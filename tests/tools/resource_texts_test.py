@@ -7,8 +7,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
-import named_cases  # noqa: E402
-from resource_texts import BadResources, ResourceTexts  # noqa: E402
+import named_cases
+from resource_texts import BadResources, ResourceTexts
 
 MENU, DIALOG, STRINGS, RCDATA = 4, 5, 6, 10
 STATIC, BUTTON, EDIT = 0x82, 0x80, 0x81

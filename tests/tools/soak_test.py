@@ -7,12 +7,12 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import named_cases  # noqa: E402
-import soak_growth  # noqa: E402
-import soak_library  # noqa: E402
-import soak_plan  # noqa: E402
-import soak_service  # noqa: E402
-from soak_faults import Fault  # noqa: E402
+import named_cases
+import soak_growth
+import soak_library
+import soak_plan
+import soak_service
+from soak_faults import Fault
 
 HANDLES = soak_growth.Limit("handles", per_thousand=5, noise=20)
 
@@ -40,15 +40,15 @@ class WrongArguments(unittest.TestCase):
             self.assert_refused(f"{option} needs a value", option)
 
     def test_seed_is_a_number(self):
-        for text in ("-1", "x", "2147483648", ""):
+        for text in ("-1", "x", "2147483648", "\u0661", ""):
             self.assert_refused(f"'{text}' is no seed from 0 to 2147483647", "--seed", text)
 
     def test_scale_is_a_percentage(self):
-        for text in ("0", "-1", "x", "1001", "nan", ""):
+        for text in ("0", "-1", "x", "1001", "nan", "\u0661", ""):
             self.assert_refused(f"'{text}' is no percentage above 0 and up to 1000", "--scale", text)
 
     def test_minutes_are_a_number_above_0(self):
-        for text in ("0", "x", "1e3", "10081", ""):
+        for text in ("0", "x", "1e3", "10081", "\u0661", ""):
             self.assert_refused(f"'{text}' is no number of minutes above 0 and up to 10080", "service", text)
         self.assert_refused("wanted is service [MINUTES] [--seed N] (--help tells more)", "service", "1", "2")
 

@@ -6,9 +6,9 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tests/support"), str(ROOT / "translation/texts")]
-import named_cases  # noqa: E402
-from cpp_source import Mistake, Source  # noqa: E402
-from source_texts import Search  # noqa: E402
+import named_cases
+from cpp_source import Mistake, Source
+from source_texts import Search
 
 LOOKUP = """
 const WideString& TranslationCatalogue::Translate(const WideString& text) { return Find(text); }

@@ -6,8 +6,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path += [str(ROOT / "tools"), str(ROOT / "tests/support")]
-import named_cases  # noqa: E402
-from test_log import TestLog  # noqa: E402
+import named_cases
+from test_log import TestLog
 
 BEGUN = "1: [==========] Running 2 tests from 1 test suite.\n"
 FIRST = "1: [ RUN      ] A.First\n1: [       OK ] A.First (0 ms)\n"

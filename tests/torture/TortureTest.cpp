@@ -36,7 +36,7 @@ public:
                         flow.calls, flow.allocations, flow.totals.runs, flow.totals.failures);
             all += flow.totals;
         }
-        std::printf("torture: %zu flows in all: %zu runs, %zu failures; %s\n", AllTotals().size(), all.runs,
+        std::printf("figure: torture: %zu flows, %zu runs, %zu failures; %s\n", AllTotals().size(), all.runs,
                     all.failures, tortureLeavesOut);
     }
 };

@@ -1,77 +1,16 @@
 /* What a library that is built with a trace writes down, and what it never does. */
-#include "base/Trace.h"
-
-#include <sstream>
-
-#include "LMOnline.h"
-#include "account/AccountTest.h"
-#include "account/CreateAccountDialog.h"
-#include "account/SignIn.h"
-#include "account/SignInDialog.h"
-#include "frame/LibraryEntry.h"
-#include "mapshop/MapShopFixture.h"
-#include "transport/TransferFixture.h"
+#include "trace/TraceFixture.h"
 
 namespace {
 
-constexpr char16_t traceFile[] = u"\\Program Files\\App\\OrvandeOnline.trace.txt";
-
-std::string TraceText() {
-    return Device::Current().TakeFile(traceFile).value_or("no file");
-}
-
-/* The lines without their times. */
-std::vector<std::string> Lines() {
-    std::istringstream stream(TraceText());
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);) {
-        EXPECT_EQ('\r', line.back());
-        lines.push_back(line.substr(line.find('\t') + 1, line.size() - line.find('\t') - 2));
-    }
-    return lines;
-}
-
-void Begin() {
-    BeginTrace(Device::Current().LibraryInstance());
-    DeleteFileW(traceFile);
-}
-
-class TracedSearch : public MapShop {
-protected:
-    void SetUp() override {
-        MapShop::SetUp();
-        Begin();
-    }
-};
-
-class TracedTransfer : public Transfer {
-protected:
-    void SetUp() override {
-        Transfer::SetUp();
-        Begin();
-    }
-};
-
-class TracedAccount : public AccountTest {
-protected:
-    void SetUp() override {
-        AccountTest::SetUp();
-        Begin();
-    }
-
-    static void ExpectNoSecrets() {
-        const std::string trace = TraceText();
-        for (const char* secret : {"Anna", "anna", "ecret", "A<U+0000>"})
-            EXPECT_EQ(std::string::npos, trace.find(secret)) << trace;
-    }
-};
-
-const bool toldTooEarly = (Trace(TEXT("too early"), nullptr, 1, 0), true);
+/* How many files are opened to tell something before the library is loaded. */
+const size_t openedTooEarly =
+    (Trace(TEXT("too early"), nullptr, 1, 0), Device::Current().CountCalls("CreateFileW"));
 
 }  // namespace
 
 TEST_F(TracedAccount, WhatIsToldBeforeTheLibraryIsLoadedIsNowhere) {
-    EXPECT_TRUE(toldTooEarly);
+    EXPECT_EQ(0u, openedTooEarly);
     Begin();
     Trace(TEXT("now"), nullptr, 1, 0);
     EXPECT_EQ((std::vector<std::string>{"now\t\t1\t0"}), Lines());
@@ -80,14 +19,27 @@ TEST_F(TracedAccount, WhatIsToldBeforeTheLibraryIsLoadedIsNowhere) {
 TEST_F(TracedAccount, LibraryWhosePathIsNotKnownGoesOnInTheEarlierTrace) {
     device.FailCall("GetModuleFileNameW", 1, ERROR_MOD_NOT_FOUND);
     BeginTrace(device.LibraryInstance());
-    device.SetLibraryPath(u"\\App.dll\\" + std::u16string(MAX_PATH, u'x'));
+    device.SetLibraryPath(u"\\.App.dll\\" + std::u16string(MAX_PATH, u'x'));
     BeginTrace(device.LibraryInstance());
     const std::vector<std::string> lines = Lines();
     EXPECT_EQ("load\t\t1\t0", lines.at(0));
-    EXPECT_EQ("load\t\\App.dll\\" + std::string(MAX_PATH - 9, 'x') + "\t1\t0", lines.at(1));
+    EXPECT_EQ("load\t\\.App.dll\\" + std::string(MAX_PATH - 10, 'x') + "\t1\t0", lines.at(1));
     device.SetLibraryPath(u"\\OrvandeOnline");
     BeginTrace(device.LibraryInstance());
     EXPECT_EQ("load\t\\OrvandeOnline\t1\t0", Lines().at(2)) << "it has no extension";
+}
+
+TEST_F(TracedAccount, LibraryOfWhoseNameNothingStandsBeforeItsExtensionHasATraceAllTheSame) {
+    device.SetLibraryPath(u"\\.dll");
+    BeginTrace(device.LibraryInstance());
+    EXPECT_TRUE(device.Exists(u"\\.trace.txt"));
+}
+
+TEST_F(TracedAccount, BeginningLeavesTheLastErrorAsItIs) {
+    device.FailCall("GetModuleFileNameW", 1, ERROR_MOD_NOT_FOUND);
+    SetLastError(77);
+    BeginTrace(device.LibraryInstance());
+    EXPECT_EQ(77u, GetLastError());
 }
 
 TEST_F(TracedAccount, LoadingTheLibraryBeginsTheTraceBehindAnEarlierOne) {
@@ -218,6 +170,9 @@ TEST_F(TracedTransfer, CutsAnObjectThatIsTooLong) {
     const std::string line = Lines().at(3);
     EXPECT_GT(1000u, line.size());
     EXPECT_EQ("xx\t1\t0", line.substr(line.size() - 6));
+    Begin();
+    Trace(TEXT("all"), WideString(5000, TEXT('x')).c_str(), -5, 0);
+    EXPECT_EQ(900 + std::string("\t-5\t0\r\n").size(), TraceText().size());
 }
 
 TEST_F(TracedAccount, TellsASignInWithoutItsUser) {

@@ -13,7 +13,7 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(SOURCE / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 PAGE = (SOURCE / "docs/translation-files.md").read_text(encoding="utf-8")

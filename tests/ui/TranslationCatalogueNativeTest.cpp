@@ -192,3 +192,18 @@ TEST_F(CatalogueOnDevice, FolderThatOpensAsAFileHasNoRecords) {
     ReadTranslations(folder.Get(), table);
     EXPECT_TRUE(table.empty());
 }
+
+TEST_F(CatalogueOnDevice, TextIsCopiedOnlyWhereItDoesNotLieAsWordsDo) {
+    const WideString path = DeviceTest::PathOf(TEXT("Language.txt"));
+    PutFile(path, "Open the map\tOuvrir\n");
+    TranslationCatalogue catalogue;
+    ASSERT_TRUE(catalogue.LoadTranslationFile(path));
+    for (size_t before = 0; before < unitsPerWord; ++before) {
+        const WideString text = WideString(before, TEXT('x')) + TEXT("Open the map");
+        AllocationWatch watch;
+        const WideString& translated = catalogue.Translate(text.c_str() + before);
+        watch.Stop();
+        EXPECT_EQ(TEXT("Ouvrir"), translated);
+        EXPECT_EQ(before == 0 ? 0u : 1u, watch.Count()) << before;
+    }
+}

@@ -2,8 +2,7 @@
 
 #include <vector>
 
-#include "support/ScreenTest.h"
-#include "ui/FormDialog.h"
+#include "ui/BindingFixture.h"
 
 namespace {
 
@@ -17,35 +16,6 @@ constexpr LRESULT unbound = 5;
 LRESULT CALLBACK LookingProc(HWND window, UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
     return windowBindings.FindWindowObject(window) == nullptr ? unbound : 0;
 }
-
-/* Binds and unbinds a control of a dialog that is on the screen. */
-class Binding : public ScreenTest {
-protected:
-    void WithControl(const std::function<void(HWND control)>& operation) {
-        FormDialog dialog;
-        device.UseDialog([&](DialogUser& user) {
-            operation(GetDlgItem(user.Window(), FORM_FIELD));
-            Cancel(user);
-        });
-        EXPECT_EQ(IDCANCEL, dialog.DoModal(nullptr));
-    }
-
-    static WNDPROC ProcOf(HWND window) {
-        return reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
-    }
-    static WindowHookRecord* ChainOf(HWND window) {
-        return reinterpret_cast<WindowHookRecord*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    }
-    static void SetProc(HWND window, WNDPROC proc) {
-        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(proc));
-    }
-    static void SetChain(HWND window, WindowHookRecord* head) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(head));
-    }
-
-    Window first;
-    Window second;
-};
 
 }  // namespace
 

@@ -14,7 +14,7 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(SOURCE / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 FOLDER = "/tmp/first"
 SERVICE = "127.0.0.1:8080"

@@ -1,6 +1,7 @@
 """One build in which all changes are, each behind its switch: a copy of the project in build/mutate/tree,
 built in build/mutate/native."""
 import concurrent.futures
+import fcntl
 import hashlib
 import json
 import os
@@ -112,10 +113,23 @@ class Mutation:
                 if mutant.id not in self.unfit and mutant.relaxed.partition("@")[0] in names]
 
 
+def take_turn(say):
+    """A lock, to be kept: while this process has it, no other changes the copy or what is known of it."""
+    FOLDER.mkdir(parents=True, exist_ok=True)
+    lock = open(FOLDER / "turn", "ab")
+    try:
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except BlockingIOError:
+        say("waiting until another run has ended")
+        fcntl.flock(lock, fcntl.LOCK_EX)
+    return lock
+
+
 class Build:
     """The copy and its build."""
 
     def __init__(self, names, say, jobs):
+        self.turn = take_turn(say)
         self.names = names
         self.say = say
         self.jobs = jobs
@@ -216,9 +230,9 @@ class Build:
                       for text in re.split(r"(?m)^(?=\S+:\d+:\d+: (?:fatal )?error: )", output)[1:]]
         of_headers = [complaint for complaint in complaints if complaint.file.endswith(".h")]
         before = len(self.mutation.unfit)
-        for is_wide in (False, True):
+        for width in ("change", "texts", "place", "line"):
             for complaint in of_headers or complaints:
-                self.mutation.take_out(*complaint.meant(self.mutation, is_wide))
+                self.mutation.take_out(*complaint.meant(self.mutation, width))
             if len(self.mutation.unfit) > before:
                 break
         else:
@@ -247,7 +261,7 @@ class Complaint:
                 self.spots.append((writers[name], int(match[2]), int(match[3])))
         self.file = text.partition(":")[0]
 
-    def meant(self, mutation, is_wide):
+    def meant(self, mutation, width):
         """Numbers of mutants, and what is the matter with them."""
         if "constant" in self.text or "constexpr" in self.text:
             names = {quoted.rpartition("::")[2].split(" ")[-1].split("[")[0]
@@ -256,11 +270,11 @@ class Complaint:
             if numbers:
                 return numbers, "fixed"
         for writer, line, column in self.spots:
-            numbers = instrument.mutants_at(writer, line, column, is_wide)
+            numbers = instrument.mutants_at(writer, line, column, width)
             if numbers:
                 is_fixed = "non-constant" in self.text or "call to non" in self.text
                 return numbers, "fixed" if is_fixed else "wrong"
-        if is_wide:
+        if width == "line":
             for writer, line, _ in self.spots:
                 return mutation.relaxed(instrument.words_at(writer, line)), "fixed"
         return [], ""

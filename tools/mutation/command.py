@@ -10,16 +10,16 @@ import sys
 import time
 
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1]))
-import build  # noqa: E402
-import files  # noqa: E402
-import known  # noqa: E402
-import runs  # noqa: E402
-import unchanged  # noqa: E402
+import build
+import files
+import known
+import runs
+import unchanged
 
 KNOWN = pathlib.Path("tests/mutation-survivors.txt")
 RESULTS = build.FOLDER / "results.json"
 SECONDS_BETWEEN_REPORTS = 20
-COLUMNS = ["made", "killed", "timed out", "unreached", "changes nothing", "living"]
+COLUMNS = ["made", "killed", "endless", "unreached", "changes nothing", "living"]
 
 
 def say(text):
@@ -69,6 +69,8 @@ class Results:
             return None
         if result in ("living", "unreached"):
             return result if by == self.programs else None
+        if result not in COLUMNS:
+            return None
         return result if not by or by in self.cases else None
 
     def keep(self, mutant, result, noticed):
@@ -111,7 +113,7 @@ def recording_of(programs, jobs):
     return recording
 
 
-def try_all(mutation, recording, results, jobs):
+def try_all(mutation, recording, results, listed, jobs):
     """The result of each mutant that is behind a switch."""
     hunter = runs.Hunter(recording, mutation.numbers)
     todo, found = [], {}
@@ -126,7 +128,7 @@ def try_all(mutation, recording, results, jobs):
 
     def one(number):
         mutant = mutation.by_number[number]
-        return number, mutant, hunter.hunt(number, mutant.file)
+        return number, mutant, hunter.hunt(number, mutant.file, mutant.key in listed.reasons)
 
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         for future in concurrent.futures.as_completed([pool.submit(one, number) for number in todo]):
@@ -176,6 +178,18 @@ def table(mutation, found):
     return counts["all"]
 
 
+def summary(mutation, total, with_reason, without):
+    """The last line. Of those without a reason the share in all that change anything."""
+    reached = total["made"] - total["unreached"]
+    changing = total["made"] - total["changes nothing"] - with_reason
+    fixed = sum(mutation.unfit.get(mutant.id) == "fixed" for mutant in mutation.by_number.values())
+    return (f"{total['made']} mutants made, {reached} reached: {total['killed']} killed, "
+            f"{total['endless']} endless, {total['changes nothing']} of the same code, "
+            f"{with_reason} living with a reason; {without} living without, "
+            f"{100 * without / max(changing, 1):.2f} % of the {changing} that change anything "
+            f"({fixed} more take effect while compiling and were not tried)")
+
+
 def report(mutation, found, listed, names):
     """Prints all that is to be told; whether there is anything."""
     total = table(mutation, found)
@@ -187,11 +201,7 @@ def report(mutation, found, listed, names):
     unmet = listed.unmet(names)
     for file, context, what in unmet:
         print(f"{KNOWN}: nothing lives any more as '{what}' of {file}: {context}")
-    changing = total["made"] - total["changes nothing"]
-    fixed = sum(mutation.unfit.get(mutant.id) == "fixed" for mutant in mutation.by_number.values())
-    print(f"{total['made']} mutants, {total['changes nothing']} change nothing; of the other {changing}, "
-          f"{total['killed'] + total['timed out']} noticed, {len(alive) - len(unknown)} living and known, "
-          f"{len(unknown)} living; {fixed} more take effect while compiling and were not tried")
+    print(summary(mutation, total, len(alive) - len(unknown), len(unknown)))
     return bool(unknown or unmet)
 
 
@@ -207,7 +217,7 @@ def show_one(mutation, recording, identity, fail):
         say(f"  {case.key}")
     result, noticed = runs.Hunter(recording, mutation.numbers).hunt(chosen[0], mutant.file)
     say(f"{result} {noticed}")
-    return 0 if result in ("killed", "timed out") else 1
+    return 0 if result in ("killed", "endless") else 1
 
 
 def work(arguments, jobs, fail):
@@ -223,7 +233,7 @@ def work(arguments, jobs, fail):
     say("building all mutants at once")
     made.make()
     # Trying takes long, and others have work, too.
-    os.nice(10)
+    os.nice(5)
     recording = recording_of([build.NATIVE / "tests" / program for program in build.PROGRAMS], jobs)
     if arguments.only:
         return show_one(mutation, recording, arguments.only, fail)
@@ -231,7 +241,7 @@ def work(arguments, jobs, fail):
         if mutant.file not in arguments.names:
             del mutation.by_number[number]
     results = Results(mutation, recording, arguments.again)
-    found = try_all(mutation, recording, results, jobs)
+    found = try_all(mutation, recording, results, listed, jobs)
     find_unchanged(made, mutation, found, results, listed, jobs)
     return 1 if report(mutation, found, listed, arguments.names) else 0
 

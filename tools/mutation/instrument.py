@@ -193,14 +193,23 @@ def offset_of(writer, line, column):
     return begin + column - 1
 
 
-def mutants_at(writer, line, column, is_wide=False):
-    """The numbers of those that a complaint about this spot is about: the change that is there or, with
-    `is_wide`, else all of the place that is."""
+def mutants_at(writer, line, column, width="change"):
+    """The numbers of those that a complaint about this spot is about: the change that is there, the texts of
+    its line that are empty instead (which have another size), all of the place, or all of the line."""
     at = offset_of(writer, line, column)
-    inside = [(end - begin, [number]) for begin, end, number in writer.alternatives if begin <= at < end]
-    if not inside and is_wide:
+    inside = []
+    if width == "change":
+        inside = [(end - begin, [number]) for begin, end, number in writer.alternatives if begin <= at < end]
+    elif width == "place":
         inside = [(end - begin, numbers) for begin, end, numbers in writer.wholes if begin <= at < end]
-    return min(inside)[1] if inside else []
+    if inside or width in ("change", "place"):
+        return min(inside)[1] if inside else []
+    first = offset_of(writer, line, 1)
+    last = writer.text.index("\n", first)
+    if width == "line":
+        return [number for begin, _, numbers in writer.wholes if first <= begin < last for number in numbers]
+    return [number for begin, end, number in writer.alternatives
+            if first <= begin < last and writer.text[begin:end] in ('("")', '(TEXT(""))')]
 
 
 def words_at(writer, line):

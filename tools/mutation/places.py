@@ -6,8 +6,8 @@ import sys
 
 # Where Debian's package has it, whichever Python this is.
 sys.path.append("/usr/lib/python3/dist-packages")
-from clang import cindex  # noqa: E402
-from clang.cindex import CursorKind, TypeKind  # noqa: E402
+from clang import cindex
+from clang.cindex import CursorKind, TypeKind
 
 OTHER_OPERATORS = {
     "<": ("<=", ">="), "<=": ("<", ">"), ">": (">=", "<="), ">=": (">", "<"), "==": ("!=",), "!=": ("==",),

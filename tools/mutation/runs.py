@@ -11,10 +11,19 @@ import tempfile
 import time
 
 ASKED_TOO_OFTEN = 86
+NO_MUTANT = 0xFFFFFFFF
 MOST_MUTANTS = 65536
 MOST_MEMORY = 1 << 30  # bytes
 # A chunk of cases, and the next ones: most mutants die of the first.
 CHUNKS = [8, 40, 400]
+SECONDS_BETWEEN_LOOKS = 0.25
+TICKS = os.sysconf("SC_CLK_TCK")
+# What takes longer than its cases by this factor may be slow; what does so by the second one is endless.
+PATIENCE = [10, 40]
+LONG_CASE = 2  # seconds
+# What was freed is overwritten, so that nothing lives on what is left there.
+PLAIN = {"MALLOC_PERTURB_": "165"}
+LEAKING = {"LSAN_OPTIONS": "hard_rss_limit_mb=1024:print_summary=0"}
 
 
 class RunError(Exception):
@@ -60,35 +69,79 @@ def list_cases(program):
     return names
 
 
-def limit_process():
-    resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))
+class OwnTime:
+    """Seconds that a process has run or slept. Those in which it waited for a processor are not its own: a
+    loaded machine does not make a case endless."""
+
+    def __init__(self, process):
+        self.folder = pathlib.Path(f"/proc/{process.pid}")
+        self.asleep = 0.0
+        self.last = time.monotonic()
+
+    def look(self):
+        now = time.monotonic()
+        try:
+            threads = [self.fields(thread) for thread in (self.folder / "task").iterdir()]
+            whole = self.fields(self.folder)
+        except OSError:  # It has ended meanwhile.
+            return 0.0
+        if all(thread[0] == "S" for thread in threads):
+            self.asleep += now - self.last
+        self.last = now
+        return (int(whole[11]) + int(whole[12])) / TICKS + self.asleep
+
+    @staticmethod
+    def fields(folder):
+        """Of what the system tells about it those behind the name."""
+        return (folder / "stat").read_text().rpartition(")")[2].split()
+
+
+def wait(process, seconds):
+    """The exit code, or None when it took more seconds of its own."""
+    own = OwnTime(process)
+    while True:
+        try:
+            return process.wait(SECONDS_BETWEEN_LOOKS)
+        except subprocess.TimeoutExpired:
+            if own.look() > seconds:
+                return None
+
+
+def leak_sanitizer():
+    """What is loaded in front of a program that was built without it."""
+    run = subprocess.run(["gcc", "-print-file-name=liblsan.so"], capture_output=True, text=True, check=False)
+    path = pathlib.Path(run.stdout.strip())
+    if not path.is_absolute():
+        raise RunError("gcc's leak sanitizer is missing (tools/setup native)")
+    return LEAKING | {"LD_PRELOAD": str(path)}
+
+
+def limit_process(memory):
+    resource.setrlimit(resource.RLIMIT_AS, (memory, memory))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
     resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 28, 1 << 28))
 
 
 def run_cases(program, names, folder, seconds, environment):
-    """"passed", "failed", "asked too often" or "timed out"."""
+    """"passed", "failed" or "endless"."""
     flags = pathlib.Path(folder, "flags")
     flags.write_text(f"--gtest_filter={':'.join(names)}\n--gtest_fail_fast=1\n--gtest_brief=1\n"
                      "--gtest_catch_exceptions=1\n")
+    # The sanitizer takes more addresses, and has a limit of its own.
+    memory = resource.RLIM_INFINITY if "LD_PRELOAD" in environment else MOST_MEMORY
     said = open(pathlib.Path(folder, "output"), "wb")
     with said:
         process = subprocess.Popen([program, f"--gtest_flagfile={flags}"], cwd=folder, env=environment,
                                    stdin=subprocess.DEVNULL, stdout=said, stderr=subprocess.STDOUT,
-                                   start_new_session=True, preexec_fn=limit_process)
-        try:
-            code = process.wait(seconds)
-        except subprocess.TimeoutExpired:
-            code = None
+                                   start_new_session=True, preexec_fn=lambda: limit_process(memory))
+        code = wait(process, seconds)
     try:
         os.killpg(process.pid, signal.SIGKILL)
     except ProcessLookupError:
         pass
     process.wait()
-    if code is None:
-        return "timed out"
-    if code == ASKED_TOO_OFTEN:
-        return "asked too often"
+    if code is None or code == ASKED_TOO_OFTEN:
+        return "endless"
     if code == 0 and b"[  PASSED  ]" in pathlib.Path(folder, "output").read_bytes():
         return "passed"
     return "failed"
@@ -96,7 +149,7 @@ def run_cases(program, names, folder, seconds, environment):
 
 def clean_environment():
     return {name: value for name, value in os.environ.items()
-            if not name.startswith(("GTEST_", "MUTANT", "ORVANDE_"))}
+            if not name.startswith(("GTEST_", "MUTANT", "ORVANDE_", "LD_PRELOAD", "LSAN_"))}
 
 
 def record(program, name):
@@ -165,33 +218,49 @@ class Hunter:
                 yield cases[at:at + size]
             at += size
 
-    def hunt(self, number, file):
-        """(result, case or program that noticed)."""
+    def hunt(self, number, file, is_explained=False):
+        """(result, case or program that noticed). What lives is tried again for what it leaks. When there is
+        a reason why it lives, neither that nor what takes long is tried."""
         cases = self.recording.by_mutant.get(number, [])
         if not cases:
             return "unreached", ""
-        for chunk in self.chunks(self.ordered(file, cases)):
-            by_program = collections.defaultdict(list)
-            for case in chunk:
-                by_program[case.program].append(case)
-            for program, some in by_program.items():
-                result, noticed = self.run(number, program, some)
-                if result != "living":
-                    if noticed:
-                        self.kills[file][noticed] += 1
-                    return result, noticed
+        if is_explained:
+            cases = [case for case in cases if case.seconds < LONG_CASE]
+        for settings in (PLAIN,) if is_explained else (PLAIN, leak_sanitizer()):
+            for chunk in self.chunks(self.ordered(file, cases)):
+                by_program = collections.defaultdict(list)
+                for case in chunk:
+                    by_program[case.program].append(case)
+                for program, some in by_program.items():
+                    result, noticed = self.run(number, program, some, settings)
+                    if result != "living":
+                        if noticed:
+                            self.kills[file][noticed] += 1
+                        return result, noticed
         return "living", ""
 
-    def run(self, number, program, cases):
+    def run(self, number, program, cases, settings):
+        for patience in PATIENCE:
+            result, noticed = self.run_patiently(number, program, cases, settings, patience)
+            if result != "endless":
+                break
+        if result != "living" and settings is not PLAIN:
+            # Noticed is only what does not fail in the same way without the mutant.
+            if self.run_patiently(NO_MUTANT, program, cases, settings, PATIENCE[-1])[0] != "living":
+                return "living", ""
+        return result, noticed
+
+    def run_patiently(self, number, program, cases, settings, patience):
         with tempfile.TemporaryDirectory(prefix="mutate.") as folder:
-            most_asked = 10 * sum(case.asked for case in cases) + 50000
-            seconds = 10 * sum(case.seconds for case in cases) + 10
-            environment = clean_environment() | {"MUTANT": str(number), "MUTANTS_MOST": str(most_asked)}
+            most_asked = patience * (sum(case.asked for case in cases) + 5000)
+            seconds = patience * (sum(case.seconds for case in cases) + 0.5)
+            environment = clean_environment() | settings | {"MUTANT": str(number),
+                                                            "MUTANTS_MOST": str(most_asked)}
             result = run_cases(program, [case.name for case in cases], folder, seconds, environment)
             if result == "passed":
                 return "living", ""
             said = pathlib.Path(folder, "output").read_text(errors="replace")
-            return "killed" if result == "failed" else "timed out", self.noticed_by(said, program, cases)
+            return "killed" if result == "failed" else result, self.noticed_by(said, program, cases)
 
     @staticmethod
     def noticed_by(said, program, cases):

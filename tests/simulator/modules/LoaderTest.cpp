@@ -51,7 +51,7 @@ TEST_F(Loader, EveryLoadStartsAnew) {
 TEST_F(Loader, OwnershipMoves) {
     LoadedLibrary first = Load();
     LoadedLibrary second = std::move(first);
-    EXPECT_FALSE(first.IsLoaded());  // NOLINT: what is left of a moved object is promised
+    EXPECT_FALSE(first.IsLoaded());  // NOLINT(bugprone-use-after-move): what is left is promised
     EXPECT_TRUE(second.IsLoaded());
     second = LoadedLibrary();
     EXPECT_EQ(fullLife, device.Calls());

@@ -193,12 +193,11 @@ TEST_F(AccountCreation, ServiceThatCannotBeReachedIsTold) {
 }
 
 TEST_F(AccountCreation, ReplyWithoutACodeIsTold) {
-    for (const ConnectionScript& script :
-         {ConnectionScript{""}, ConnectionScript{HttpReply("")}, ConnectionScript{"HTTP/1.1 200 OK\r\n\r\n"},
-          ConnectionScript{"HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n",
-                           ConnectionScript::Ending::Reset}}) {
-        SCOPED_TRACE(script.reply);
-        server.Answer(script);
+    // Without one that is reset: whether its head comes before the reset is not known.
+    for (const char* reply : {"", "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n", "HTTP/1.1 200 OK\r\n\r\n",
+                              "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n"}) {
+        SCOPED_TRACE(reply);
+        server.Answer(ConnectionScript{reply});
         ExpectRefusal(unreadable);
     }
 }

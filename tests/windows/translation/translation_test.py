@@ -14,7 +14,7 @@ import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(SOURCE / "tests/support"))
-import named_cases  # noqa: E402
+import named_cases
 
 FOLDER, PROGRAM = (pathlib.Path(argument) for argument in sys.argv[1:3])
 EVERYTHING = ("sign-in ok type 4 5 6 menu "
