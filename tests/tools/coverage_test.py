@@ -90,8 +90,8 @@ class Project(unittest.TestCase):
         self.call("made-up", "--clear")
         self.run_both()
         self.call("made-up", "--clear")
-        no_counts = "coverage: {} has no counts: build it, and run its tests\n".format
-        self.assertEqual((2, "", no_counts("build/made-up")), self.call("made-up"))
+        self.assertEqual((2, "", "coverage: build/made-up has no counts: configure it anew (cmake --preset "
+                          "made-up), build it, and run its tests\n"), self.call("made-up"))
         only_scripts = Build((Scripts("tools", 100),))
         self.assertEqual((2, "", "coverage: build/counts/made-up has no counts: run the tests of the ring\n"),
                          self.call("made-up", build=only_scripts))

@@ -156,6 +156,12 @@ class Tool(unittest.TestCase):
         self.assertEqual((2, "", "check-docs: there is no file '/none.md'\n"), self.run_tool("/none.md"))
         self.assertEqual((2, "", "check-docs: '/' is no text\n"), self.run_tool("/"))
 
+    def test_without_a_file_all_that_are_listed_are_meant(self):
+        self.assertEqual((0, "", ""), self.run_tool())
+
+    def test_help_tells_how_it_is_called(self):
+        self.assertIn("tools/check-docs [FILE ...]", self.run_tool("--help")[1])
+
 
 if __name__ == "__main__":
     named_cases.main()
