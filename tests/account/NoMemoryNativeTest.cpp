@@ -27,10 +27,7 @@ TEST_F(WithoutMemory, NobodyIsSignedIn) {
     ExpectNothingToBeDone([&] { return SignIn(account, nullptr); });
 }
 
-TEST_F(WithoutMemory, NobodyIsSignedInAndTheUserIsToldOnceThereIsSomeAgain) {
-    account.userId = TEXT("Anna");
-    account.password = TEXT("secret1");
-    Accept();
+TEST_F(WithoutMemory, MessageThatCannotBeTranslatedIsAnotherOneOnceThereIsSomeAgain) {
     ExpectMessage();
     AllocationWatch watch(1);
     const bool isDone = SignIn(account, nullptr);

@@ -189,6 +189,19 @@ class Outputs(LittleProject):
         self.assertFalse((self.folder / "build/one").exists())
 
 
+    def test_changed_presets_are_configured_anew(self):
+        self.build("one", "quick")
+        self.build("one", "quick")
+        file = self.folder / "CMakePresets.json"
+        presets = json.loads(file.read_text(encoding="ascii"))
+        presets["configurePresets"][0]["cacheVariables"] = {"WORD": "changed"}
+        file.write_text(json.dumps(presets), encoding="ascii")
+        self.assertEqual((0, "", ""), self.build("one", "quick"))
+        self.build("one", "quick")
+        self.assertEqual([CONFIGURED, "quick", "quick", "configured changed", "quick", "quick"],
+                         self.record())
+
+
 class WrongArguments(LittleProject):
     def assert_refused(self, sentence, *words):
         self.assertEqual((2, "", f"build: {sentence}\n"), self.build(*words))

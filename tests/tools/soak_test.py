@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """What tools/soak says to wrong arguments, how it judges samples, and what it expects of operations."""
+import contextlib
+import io
 import pathlib
 import subprocess
 import sys
@@ -54,6 +56,30 @@ class WrongArguments(unittest.TestCase):
 
     def test_kind_of_leak_is_one_that_there_is(self):
         self.assert_refused("'x' is none of handle, graphics, window, internet, block", "--plant", "x")
+
+
+class Report(unittest.TestCase):
+    def run_with(self, ended):
+        run = soak_library.Run(None, pathlib.Path(), [])
+        run.ended = ended
+        for number in range(0, 1000, 20):
+            run.samples.add(number, {limit.name: 7 for limit in soak_library.LIMITS})
+        return run
+
+    def reported(self, ended, control_ended):
+        output = io.StringIO()
+        with contextlib.redirect_stdout(output):
+            is_well = soak_library.report(self.run_with(ended), self.run_with(control_ended))
+        return is_well, output.getvalue()
+
+    def test_figures_are_told_of_a_program_that_does_not_end_well(self):
+        is_well, figures = self.reported(0, 0)
+        self.assertTrue(is_well)
+        self.assertIn("\nhandles ", figures)
+        self.assertEqual((False, figures + "soak: the program with the DLLs has ended with 139\n"),
+                         self.reported(139, 0))
+        self.assertEqual((False, figures + "soak: the program without the DLLs has ended with 5\n"),
+                         self.reported(0, 5))
 
 
 class Slope(unittest.TestCase):

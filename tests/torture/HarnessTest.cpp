@@ -137,6 +137,18 @@ TEST_F(Harness, NoticesABoxThatNobodyNames) {
     EXPECT_EQ(std::vector<std::string>{}, ComplaintsOf(row, Mode::Call));
 }
 
+TEST_F(Harness, HoldsFailingRunsAgainstTheOutcomeWithoutItsBox) {
+    FlowRow row = Row([](bool, bool) { MessageBoxW(nullptr, u"A text", u"A caption", MB_OK); });
+    row.success = "both; box A caption: A text";
+    row.boxes = {"box A caption: A text"};
+    EXPECT_EQ(std::vector<std::string>{}, [&] {
+        Torturer torturer(row);
+        torturer.Count();
+        torturer.RunAll(Mode::Call);
+        return torturer.Complaints();
+    }());
+}
+
 TEST_F(Harness, NoticesAnException) {
     EXPECT_EQ("failing: RegOpenKeyExW 1: an exception leaves the flow", ComplaintOf([](bool hasKey, bool) {
                   if (!hasKey) throw 5;

@@ -3,6 +3,7 @@
 
 #include "account/AccountSettings.h"
 #include "trace/TraceFixture.h"
+#include "transport/WebConnection.h"
 
 namespace {
 
@@ -97,6 +98,15 @@ TEST_F(TracedTransfer, TellsTheFileThatWasReplacedAnUnknownLengthAndACallbackTha
     ExpectLine("delete\t\\Storage\\file.map\t1\t0");
     ExpectLine("length\t\t-1\t0");
     ExpectLine("callback\t\t0\t0");
+}
+
+TEST_F(TracedTransfer, TellsTheVerbOfARequestOrWhatTheSystemTakesForIt) {
+    Answer("abc");
+    WebConnection connection(host, false, false);
+    EXPECT_TRUE(connection.OpenAndSend(TEXT("/f"), nullptr, false));
+    EXPECT_TRUE(connection.OpenAndSend(TEXT("/f"), TEXT("HEAD"), false));
+    ExpectLine("GET\t/f\t1\t0");
+    ExpectLine("HEAD\t/f\t1\t0");
 }
 
 TEST_F(TracedAccount, TellsWhetherTheSettingsCouldBeOpened) {

@@ -190,6 +190,17 @@ TEST_F(Cgi, BodyOfMoreThanAnAddressOf32BitsReachesIsRefusedBeforeItIsRead) {
     EXPECT_EQ(4u, device.Requests().at(0).body.size()) << "what was written before";
 }
 
+TEST_F(Cgi, MemoryIsAskedForUpToTheLastByteThatAnAddressOf32BitsReaches) {
+    CgiRequest request(host, path, false, false);
+    const uint8_t one = 0;
+    for (const uint32_t size : {uint32_t{INT32_MAX}, uint32_t{INT32_MAX} + 1}) {
+        AllocationWatch watch(1);
+        EXPECT_THROW(request.WriteBytes(&one, size), std::bad_alloc);
+        watch.Stop();
+        EXPECT_EQ(size == INT32_MAX ? 1u : 0u, watch.Count());
+    }
+}
+
 TEST_F(Cgi, RequestsMayStandSideBySide) {
     device.AddHost(host, 80, [](const WebRequest& request) { return WebReply::WithBody(request.body); });
     CgiRequest first(host, path, true, false);

@@ -141,3 +141,19 @@ TEST_F(RangeCause, RequestThatCouldNotBeOpenedCountsMoreThanMemoryThatRanOutAfte
         ASSERT_LT(n, 100u);
     }
 }
+
+TEST_F(RangeCause, WithoutAnyMemoryNothingIsRead) {
+    Answer("abcd");
+    char buffer[4];
+    AllocationWatch watch(1, Failing::FromThereOn);
+    const int32_t result = LMReadWebFileRange(host, TEXT("/f"), 0, 4, buffer, Callback, this);
+    watch.Stop();
+    EXPECT_EQ(-1, result);
+    EXPECT_TRUE(device.Requests().empty());
+}
+
+TEST_F(RangeCause, RequestThatWasNotSentIsNotAskedForItsStatus) {
+    Answer(WebReply::Refused());
+    EXPECT_EQ(12029u, CauseOfRead(-1));
+    EXPECT_EQ(0u, device.CountCalls("HttpQueryInfoW"));
+}

@@ -55,12 +55,13 @@ TEST_F(DialogEnd, MessageWhoseHandlerThrowsIsLeftToTheSystem) {
     EXPECT_EQ(-1, dialog.DoModal(nullptr));
 }
 
-TEST_F(DialogEnd, TemplateThatIsNotThereIsNotLoaded) {
+TEST_F(DialogEnd, TemplateThatIsNotThereIsNeitherLoadedNorShown) {
     Dialog dialog(999);
     ExpectMessage();
     EXPECT_EQ(-1, dialog.DoModal(nullptr));
     EXPECT_EQ(1u, device.CountCalls("FindResourceW"));
     EXPECT_EQ(0u, device.CountCalls("LoadResource"));
+    EXPECT_EQ(0u, device.CountCalls("DialogBoxIndirectParamW"));
 }
 
 TEST_F(DialogEnd, LengthOfATextIsAskedForWithoutParameters) {

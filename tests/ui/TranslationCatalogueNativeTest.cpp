@@ -207,3 +207,23 @@ TEST_F(CatalogueOnDevice, TextIsCopiedOnlyWhereItDoesNotLieAsWordsDo) {
         EXPECT_EQ(before == 0 ? 0u : 1u, watch.Count()) << before;
     }
 }
+
+TEST_F(CatalogueOnDevice, TextWithoutOrnamentsIsNotCopiedToLeaveThemOut) {
+    TranslationCatalogue catalogue;
+    const WideString text = TEXT("Open the map");
+    catalogue.Translate(text);
+    AllocationWatch watch;
+    catalogue.Translate(text);
+    watch.Stop();
+    EXPECT_EQ(0u, watch.Count());
+}
+
+TEST_F(CatalogueOnDevice, ReadOnlyFileInPlaceOfTheHarvestFolderIsNoFolder) {
+    device.PutFile(u"\\My Documents\\ZRTranslation", "");
+    device.SetReadOnly(u"\\My Documents\\ZRTranslation", true);
+    {
+        TranslationCatalogue catalogue;
+        catalogue.Translate("Open");
+    }
+    EXPECT_EQ(0u, device.CountCalls("_wfopen"));
+}

@@ -70,9 +70,11 @@ TEST_F(Binding, WithoutMemoryTheUserDataIsClearedNothingInstalledAndTheResultTru
         const WNDPROC before = ProcOf(control);
         WindowHookRecord foreign{ForeignProc, before, &second, nullptr};
         SetChain(control, &foreign);
+        SetLastError(ERROR_SUCCESS);
         AllocationWatch watch(1);
         const bool attached = windowBindings.AttachWindow(control, &first);
         watch.Stop();
+        EXPECT_EQ(DWORD{ERROR_NOT_ENOUGH_MEMORY}, GetLastError());
         EXPECT_TRUE(watch.Failed());
         EXPECT_TRUE(attached);
         EXPECT_EQ(nullptr, ChainOf(control));

@@ -20,7 +20,7 @@ SECONDS_BETWEEN_LOOKS = 0.25
 TICKS = os.sysconf("SC_CLK_TCK")
 # What takes longer than its cases by this factor may be slow; what does so by the second one is endless.
 PATIENCE = [10, 40]
-LONG_CASE = 2  # seconds
+LONG_CASE = 1  # seconds
 # What was freed is overwritten, so that nothing lives on what is left there.
 PLAIN = {"MALLOC_PERTURB_": "165"}
 LEAKING = {"LSAN_OPTIONS": "hard_rss_limit_mb=1024:print_summary=0"}
@@ -49,6 +49,10 @@ class Case:
     def __init__(self, program, name, seconds, asked, seen):
         self.program, self.name = program, name
         self.seconds, self.asked, self.seen = seconds, asked, frozenset(seen)
+
+    @property
+    def is_long(self):
+        return self.seconds > LONG_CASE
 
     @property
     def key(self):
@@ -211,12 +215,17 @@ class Hunter:
             self.shares[file] = {case.key: len(case.seen & numbers) for case in self.recording.cases}
         return self.shares[file]
 
-    def chunks(self, cases):
+    def chunks(self, file, cases):
+        """Long ones come last, each alone: what is endless would have their time, too."""
+        ordered = self.ordered(file, [case for case in cases if not case.is_long])
         at = 0
-        for size in [*CHUNKS, len(cases)]:
-            if cases[at:at + size]:
-                yield cases[at:at + size]
+        for size in [*CHUNKS, len(ordered)]:
+            if ordered[at:at + size]:
+                yield ordered[at:at + size]
             at += size
+        for case in cases:
+            if case.is_long:
+                yield [case]
 
     def hunt(self, number, file, is_explained=False):
         """(result, case or program that noticed). What lives is tried again for what it leaks. When there is
@@ -225,9 +234,9 @@ class Hunter:
         if not cases:
             return "unreached", ""
         if is_explained:
-            cases = [case for case in cases if case.seconds < LONG_CASE]
+            cases = [case for case in cases if not case.is_long]
         for settings in (PLAIN,) if is_explained else (PLAIN, leak_sanitizer()):
-            for chunk in self.chunks(self.ordered(file, cases)):
+            for chunk in self.chunks(file, cases):
                 by_program = collections.defaultdict(list)
                 for case in chunk:
                     by_program[case.program].append(case)
