@@ -19,6 +19,7 @@ TRANSLATIONS = {f"{module}.{file.name}": file for module in ("OrvandeOnline", "O
 SCRATCH = pathlib.Path(os.environ.get("ORVANDE_TEST_SCRATCH", tempfile.gettempdir())).resolve()
 
 sys.path += [str(ROOT / "tests/support"), str(ROOT / "tools")]
+from windows_programs import run_program
 
 
 def package(kind):
@@ -38,10 +39,10 @@ def unpacked(ring):
     return folder / f"orvande-online-{VERSION}-{ring}-sdk"
 
 
-def run(*command, **options):
+def run(*command, by=functools.partial(subprocess.run, check=False), **options):
     """Runs it, and fails with all that it has said when it does; its output."""
-    options = {"stdin": subprocess.DEVNULL, "capture_output": True, "text": True, "check": False} | options
-    result = subprocess.run([str(word) for word in command], **options)
+    options = {"stdin": subprocess.DEVNULL, "capture_output": True, "text": True} | options
+    result = by([str(word) for word in command], **options)
     if result.returncode != 0:
         raise AssertionError(f"{shlex.join(map(str, command))}\n{result.stdout}{result.stderr}")
     return result.stdout
@@ -51,7 +52,7 @@ def run_windows(program, *arguments, **options):
     """Runs a program of Windows with the service of the tests behind its network; its output."""
     environment = {name: value for name, value in os.environ.items() if name.lower() != "no_proxy"}
     environment["http_proxy"] = f"http://127.0.0.1:{os.environ['ORVANDE_TEST_MAPS_PORT']}"
-    return run(ROOT / "tools/wine", program, *arguments, env=environment, **options)
+    return run(ROOT / "tools/wine", program, *arguments, by=run_program, env=environment, **options)
 
 
 def documented_lines(document, beginning):

@@ -15,6 +15,7 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(SOURCE / "tests/support"))
 import named_cases
+from windows_programs import run_program
 
 FOLDER = "/tmp/first"
 SERVICE = "127.0.0.1:8080"
@@ -46,8 +47,8 @@ class FirstProgram(unittest.TestCase):
         program, = re.findall(r"```c\n(.*?)```", section(), re.DOTALL)
         printed, = re.findall(r"```\n(.*?)```", section().replace(f"```c\n{program}```", ""), re.DOTALL)
         (pathlib.Path(self.folder) / "first.c").write_text(program, encoding="utf-8")
-        run = subprocess.run(["bash", "-e", "-c", self.commands()], cwd=SOURCE, stdin=subprocess.DEVNULL,
-                             capture_output=True, check=False)
+        run = run_program(["bash", "-e", "-c", self.commands()], cwd=SOURCE, stdin=subprocess.DEVNULL,
+                          capture_output=True)
         self.assertEqual((0, ""), (run.returncode, run.stderr.decode()))
         self.assertEqual(printed, run.stdout.decode().replace("\r\n", "\n"))
 
