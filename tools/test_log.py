@@ -9,8 +9,9 @@ import re
 
 LINE = re.compile(r"(?:(\d+): )?(.*)")
 BEGUN = re.compile(r"\[==========\] Running (\d+) test")
-# What another process writes to the same log may stand before it in the line.
-ENDED_WELL = re.compile(r"\[       OK \] \S+ \(\d+ ms\)$")
+# What another process writes to the same log may stand before these in the line.
+RUN = re.compile(r"\[ RUN      \] (\S+)$")
+ENDED_WELL = re.compile(r"\[       OK \] (\S+) \(\d+ ms\)$")
 ENDED_BADLY = re.compile(r"\[  (?:FAILED |SKIPPED) \] .*\(\d+ ms\)$")
 PROGRAM = re.compile(r" *\d+/\d+ Test +#(\d+): ")
 PASSED = re.compile(r"   Passed +[0-9.]+ sec")
@@ -25,6 +26,7 @@ class Program:
         self.begun = None  # cases; None: it has none of its own
         self.passed = 0
         self.failed = 0
+        self.running = set()  # names of cases
         self.shown = []  # the output of the case that runs
         self.has_ended = False
 
@@ -73,10 +75,15 @@ class TestLog:
         begun = BEGUN.search(line)
         if begun:
             program.begun = (program.begun or 0) + int(begun[1])
-        if line.startswith("[ RUN      ]"):
+        run = RUN.search(line)
+        if run:
+            program.running.add(run[1])
             program.shown = []
         program.shown.append(line)
-        if ENDED_WELL.search(line):
+        well = ENDED_WELL.search(line)
+        # What a case lets others print may look like the end of one.
+        if well and well[1] in program.running:
+            program.running.remove(well[1])
             program.passed += 1
             program.shown = []
         elif ENDED_BADLY.search(line):

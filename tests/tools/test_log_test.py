@@ -54,6 +54,11 @@ class Counts(unittest.TestCase):
         failed = "1: [ RUN      ] A.Second\n1: client error:744: [  FAILED  ] A.Second (1 ms)\n"
         self.assert_counts(1, 1, BEGUN + FIRST + failed + FAILED)
 
+    def test_what_a_case_prints_of_others_counts_for_nothing(self):
+        other = "1: [       OK ] B.Other (0 ms)\n"
+        self.assert_counts(2, 0, BEGUN + FIRST + SECOND.replace("\n", "\n" + other, 1) + PASSED)
+        self.assert_counts(1, 1, BEGUN + FIRST + FIRST.splitlines(True)[1] + other + FAILED)
+
     def test_a_failed_case_counts_and_is_shown(self):
         failed = "1: [ RUN      ] A.Second\n1: why\n1: [  FAILED  ] A.Second (1 ms)\n"
         summary = "1: [  FAILED  ] 1 test, listed below:\n1: [  FAILED  ] A.Second\n"
