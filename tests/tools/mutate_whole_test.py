@@ -140,6 +140,20 @@ class Whole(unittest.TestCase):
         self.assertEqual(1, code)
         self.assertIn(f"nothing lives any more as 'gone() -> nothing' of {NAME}: gone();\n", said)
 
+    def test_reason_stays_where_time_alone_is_what_is_noticed(self):
+        lines = SOURCE.split("\n")
+        number, what = re.search(rf"(?m)^{NAME}:(\d+):\d+: (.*)  \[\w+\]$", self.said).groups()
+        survivors = pathlib.Path("tests/mutation-survivors.txt")
+        survivors.write_text(f"{NAME}: {lines[int(number) - 1].strip()}\n  {what}\n  because it is slow\n",
+                             encoding="ascii")
+        self.addCleanup(survivors.write_text, FILES[str(survivors)], encoding="ascii")
+
+        def slow_down(made, mutation, found, *rest):
+            found.update({number: "endless" for number, result in found.items() if result == "living"})
+
+        with mock.patch.object(command, "find_unchanged", slow_down):
+            self.assertNotIn("nothing lives any more", self.mutate()[1])
+
     def test_one_is_shown_with_its_cases(self):
         code, said = self.mutate("--list")
         self.assertEqual(0, code)
@@ -149,8 +163,8 @@ class Whole(unittest.TestCase):
         self.assertEqual(0, code)
         self.assertIn("mutate: 1 cases come by it\nmutate:   sample:Sample.Compares\n", said)
         self.assertEqual(1, self.mutate("--only", lives)[0])
-        self.assertEqual("mutate: there is no mutant 'none' (--list tells them)",
-                         self.mutate("--only", "none")[0])
+        self.assertEqual(("mutate: there is no mutant 'none' (--list tells them)", ""),
+                         self.mutate("--only", "none"))
 
     def test_copy_that_cannot_be_built_is_told(self):
         with mock.patch.object(build, "PROGRAMS", ["sample", "none"]):

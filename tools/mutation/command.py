@@ -198,6 +198,10 @@ def report(mutation, found, listed, names):
     unknown = [mutant for mutant in alive if listed.reason_of(mutant) is None]
     for mutant in unknown:
         print(f"{mutant.file}:{mutant.line}:{mutant.column}: {mutant.what}  [{mutant.id}]")
+    # Where a change only costs time, it depends on the machine whether that is too much.
+    for number, result in found.items():
+        if result == "endless":
+            listed.reason_of(mutation.by_number[number])
     unmet = listed.unmet(names)
     for file, context, what in unmet:
         print(f"{KNOWN}: nothing lives any more as '{what}' of {file}: {context}")
@@ -205,17 +209,19 @@ def report(mutation, found, listed, names):
     return bool(unknown or unmet)
 
 
-def show_one(mutation, recording, identity, fail):
+def number_of(mutation, identity, fail):
     chosen = [number for number, mutant in mutation.by_number.items() if mutant.id == identity]
-    if not chosen:
-        fail(f"there is no mutant '{identity}' (--list tells them)")
-    mutant = mutation.by_number[chosen[0]]
+    return chosen[0] if chosen else fail(f"there is no mutant '{identity}' (--list tells them)")
+
+
+def show_one(mutation, recording, number):
+    mutant = mutation.by_number[number]
     say(f"{mutant.file}:{mutant.line}:{mutant.column}: {mutant.what}")
-    cases = recording.by_mutant.get(chosen[0], [])
+    cases = recording.by_mutant.get(number, [])
     say(f"{len(cases)} cases come by it")
     for case in cases[:20]:
         say(f"  {case.key}")
-    result, noticed = runs.Hunter(recording, mutation.numbers).hunt(chosen[0], mutant.file)
+    result, noticed = runs.Hunter(recording, mutation.numbers).hunt(number, mutant.file)
     say(f"{result} {noticed}")
     return 0 if result in ("killed", "endless") else 1
 
@@ -230,13 +236,14 @@ def work(arguments, jobs, fail):
             for _, mutant in mutation.by_file[name]:
                 print(f"{mutant.id}  {mutant.file}:{mutant.line}:{mutant.column}: {mutant.what}")
         return 0
+    only = number_of(mutation, arguments.only, fail) if arguments.only else None
     say("building all mutants at once")
     made.make()
     # Trying takes long, and others have work, too.
     os.nice(5)
     recording = recording_of([build.NATIVE / "tests" / program for program in build.PROGRAMS], jobs)
-    if arguments.only:
-        return show_one(mutation, recording, arguments.only, fail)
+    if only is not None:
+        return show_one(mutation, recording, only)
     for number, mutant in list(mutation.by_number.items()):
         if mutant.file not in arguments.names:
             del mutation.by_number[number]

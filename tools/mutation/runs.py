@@ -21,8 +21,9 @@ TICKS = os.sysconf("SC_CLK_TCK")
 # What takes longer than its cases by this factor may be slow; what does so by the second one is endless.
 PATIENCE = [10, 40]
 LONG_CASE = 1  # seconds
-# What was freed is overwritten, so that nothing lives on what is left there.
-PLAIN = {"MALLOC_PERTURB_": "165"}
+# What was freed is overwritten, so that nothing lives on what is left there. Small blocks are only where they
+# are not kept for the next that asks.
+PLAIN = {"MALLOC_PERTURB_": "165", "GLIBC_TUNABLES": "glibc.malloc.tcache_count=0"}
 LEAKING = {"LSAN_OPTIONS": "hard_rss_limit_mb=1024:print_summary=0"}
 
 
