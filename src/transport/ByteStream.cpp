@@ -1,17 +1,6 @@
 #include "transport/ByteStream.h"
 
 #include <algorithm>
-#include <utility>
-
-namespace {
-
-/* Exchanging it with an empty text would do the same with more code. */
-void FreeMemoryOf(WideString& text) {
-    const WideString freed = std::move(text);
-    text.clear();
-}
-
-}  // namespace
 
 void ByteStream::WriteBytes(const void* data, uint32_t size) {
     Write(data, size);
@@ -84,7 +73,7 @@ bool ByteStream::ReadString(WideString& text) {
     if (static_cast<uint32_t>(length) > longestString) return false;
 
     // A string with too little room would take twice as much, beside what it has.
-    if (static_cast<size_t>(length) > text.capacity()) FreeMemoryOf(text);
+    if (static_cast<size_t>(length) > text.capacity()) text.shrink_to_fit();
     text.reserve(static_cast<size_t>(length));
     for (auto missing = static_cast<uint32_t>(length); missing > 0;) {
         missing -= AppendFetchedUnits(text, missing);
