@@ -1,6 +1,7 @@
 #include "transport/ByteStream.h"
 
 #include <algorithm>
+#include <utility>
 
 void ByteStream::WriteBytes(const void* data, uint32_t size) {
     Write(data, size);
@@ -72,8 +73,12 @@ bool ByteStream::ReadString(WideString& text) {
     if (!good) return false;
     if (static_cast<uint32_t>(length) > longestString) return false;
 
-    // A string with too little room would take twice as much, beside what it has.
-    if (static_cast<size_t>(length) > text.capacity()) text.shrink_to_fit();
+    // A string with too little room would take twice as much, beside what it has. Moving its memory away to
+    // be freed is less code than shrinking it.
+    if (static_cast<size_t>(length) > text.capacity()) {
+        static_cast<void>(WideString(std::move(text)));
+        text.clear();
+    }
     text.reserve(static_cast<size_t>(length));
     for (auto missing = static_cast<uint32_t>(length); missing > 0;) {
         missing -= AppendFetchedUnits(text, missing);
