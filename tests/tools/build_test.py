@@ -10,6 +10,7 @@ import sys
 import tempfile
 import time
 import unittest
+from unittest import mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "tests/support"))
@@ -121,6 +122,18 @@ class Turns(LittleProject):
         first.terminate()
         self.assertEqual((0, "", ""), self.build("one", "quick"))
         self.assertEqual(143, first.wait(SECONDS))
+
+    def test_end_that_comes_as_ninja_starts_reaches_it(self):
+        self.build("one")
+        programs = self.folder / "programs"
+        programs.mkdir()
+        ninja = programs / "ninja"
+        ninja.write_text("#!/bin/sh\nkill -TERM $PPID\nuntil [ -e go ]; do sleep 0.02; done\n",
+                         encoding="ascii")
+        ninja.chmod(0o755)
+        with mock.patch.dict(os.environ, PATH=f"{programs}:{os.environ['PATH']}"):
+            for _ in range(20):
+                self.assertEqual((143, "", ""), self.build("one"))
 
     def test_turn_goes_on_while_a_command_of_it_outlives_the_build(self):
         first = self.begin()
