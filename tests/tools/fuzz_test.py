@@ -120,8 +120,10 @@ class Work(unittest.TestCase):
     def test_target_gets_its_time_its_words_and_what_is_kept(self):
         self.run_fuzz("0.5", "Words")
         called = pathlib.Path("build/fuzz/log/Words-fuzz-0").read_text(encoding="utf-8")
+        here = pathlib.Path.cwd().resolve()
         for word in ("-max_total_time=30 ", "-dict=tests/fuzz/dictionaries/Words.dict ",
-                     "build/fuzz/corpus/Words tests/fuzz/corpus/Words\n"):
+                     f"{here}/build/fuzz/corpus/Words {here}/tests/fuzz/corpus/Words\n",
+                     f"-artifact_prefix={here}/build/fuzz/crashes/Words/ "):
             self.assertIn(word, called)
         self.assertFalse(pathlib.Path("build/fuzz/log/Bytes-fuzz-0").exists())
 
