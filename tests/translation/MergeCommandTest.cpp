@@ -80,8 +80,10 @@ TEST_F(MergeCommand, TextsThatAreGoneBecomeObsoleteWhenTheNewHasAll) {
     EXPECT_THAT(merged, testing::EndsWith("\n\n# note\n#~ Gone\n#~ Parti\n"));
     EXPECT_THAT(merged, HasSubstr("\nCancel\tAnnuler\n"));
     EXPECT_THAT(merged, Not(HasSubstr("Never")));
+    EXPECT_EQ(notes, "old.tsv: note: texts that are obsolete now, as 'new.tsv' has them no more: 1\n");
     // The same again changes nothing.
     EXPECT_EQ(Merged(merged, AllTexts()), merged);
+    EXPECT_EQ(notes, "");
 }
 
 TEST_F(MergeCommand, ObsoleteTextsComeBack) {
