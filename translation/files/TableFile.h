@@ -12,7 +12,8 @@
  *     # Not in the plural.                 a note on the text below
  *     #. Sign in: label                    a place; the screen stands before the colon
  *     #: src/account/SignIn.cpp:25         a reference
- *     #, c-format, fuzzy                   flags
+ *     #, c-format, fuzzy, no-wrap          flags
+ *     #^ Log in                            the screen of the text
  *     #| User name                         the text that a fuzzy translation was made for
  *     #@ Sign in                           the screen, where the first place does not tell it
  *     User ID<TAB>Identifiant

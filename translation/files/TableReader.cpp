@@ -5,35 +5,13 @@
 #include "files/CatalogueBuilder.h"
 #include "files/TableComment.h"
 #include "files/TableFile.h"
+#include "files/Words.h"
 #include "texts/ShownTexts.h"
 #include "ui/TranslationFile.h"
 
 namespace {
 
 constexpr WideStringView untranslated = u"XXXX";
-
-WideStringView Trimmed(WideStringView text) {
-    const size_t first = text.find_first_not_of(u' ');
-    if (first == WideStringView::npos) return {};
-    return text.substr(first, text.find_last_not_of(u' ') - first + 1);
-}
-
-/* The parts between the separators, without blanks around them and without empty ones. */
-std::vector<WideString> Split(WideStringView list, WCHAR separator) {
-    std::vector<WideString> parts;
-    for (size_t end = 0; end != WideStringView::npos; list.remove_prefix(std::min(end + 1, list.size()))) {
-        end = list.find(separator);
-        const WideStringView part = Trimmed(list.substr(0, end));
-        if (!part.empty()) parts.emplace_back(part);
-        if (end == WideStringView::npos) break;
-    }
-    return parts;
-}
-
-bool HasWord(WideStringView list, WideStringView word) {
-    const std::vector<WideString> words = Split(list, u',');
-    return std::ranges::find(words, word) != words.end();
-}
 
 bool IsShownExactly(WideStringView text) {
     const ShownText* const shown = FindShownText(text);
@@ -107,8 +85,14 @@ private:
 
     /* Whose flags those in the first lines are is known only now. */
     void EndHead() {
-        if (isHead) built.Get().isHeadFuzzy = std::exchange(next.isFuzzy, false);
+        if (!isHead) return;
         isHead = false;
+        Catalogue& catalogue = built.Get();
+        catalogue.isHeadFuzzy = std::exchange(next.isFuzzy, false);
+        catalogue.places = std::exchange(next.places, {});
+        catalogue.references = std::exchange(next.references, {});
+        KeepOnce(catalogue.references);
+        catalogue.flags = std::exchange(next.flags, {});
     }
 
     void TakeField(const WideString& field) {
@@ -126,18 +110,22 @@ private:
                 next.places.push_back(UnescapedNote(comment.rest));
                 break;
             case CommentMark::Reference:
-                AddOnce(next.references, Split(UnescapedNote(comment.rest), u' '));
+                AddReferences(next.references, UnescapedNote(comment.rest));
                 break;
             case CommentMark::Flags:
-                next.isFormat = next.isFormat || HasWord(comment.rest, u"c-format");
-                next.isFuzzy = next.isFuzzy || HasWord(comment.rest, u"fuzzy");
+                next.isFormat = next.isFormat || HasFlag(comment.rest, u"c-format");
+                next.isFuzzy = next.isFuzzy || HasFlag(comment.rest, u"fuzzy");
+                AddOtherFlags(next.flags, UnescapedNote(comment.rest));
                 break;
             case CommentMark::GuessedFrom:
-                next.guessedFrom = UnescapeTranslationText(comment.rest);
+                next.guessedFrom = MeantText(comment.rest);
                 break;
             case CommentMark::Screen:
-                next.screen = UnescapedNote(comment.rest);
+                next.screen = MeantText(comment.rest);
                 isScreenTold = true;
+                break;
+            case CommentMark::GuessedFromScreen:
+                next.guessedFromScreen = MeantText(comment.rest);
                 break;
             case CommentMark::Field:
                 next.notes.push_back(u"+" + UnescapedNote(comment.rest));
@@ -193,6 +181,7 @@ private:
     CatalogueEntry TakeNext() {
         if (!isScreenTold && !next.places.empty()) next.screen = ScreenOfPlace(next.places.front());
         isScreenTold = false;
+        KeepOnce(next.references);
         return std::exchange(next, {});
     }
 
