@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "files/CatalogueBuilder.h"
+#include "files/Harvest.h"
+#include "files/Quoted.h"
 #include "files/TableComment.h"
 #include "files/TableFile.h"
 #include "files/Words.h"
@@ -10,8 +12,6 @@
 #include "ui/TranslationFile.h"
 
 namespace {
-
-constexpr WideStringView untranslated = u"XXXX";
 
 bool IsShownExactly(WideStringView text) {
     const ShownText* const shown = FindShownText(text);
@@ -22,10 +22,10 @@ bool IsShownExactly(WideStringView text) {
 WideString TextOfField(WideStringView raw) {
     WideString text = UnescapeTranslationText(raw);
     WideString harvested = HarvestedText(raw);
-    if (text == harvested || IsShownExactly(text)) return text;
+    if (text == harvested || text.empty() || IsShownExactly(text)) return text;
     if (IsShownExactly(harvested)) return harvested;
     WideString meant = MeantText(raw);
-    if (IsShownExactly(meant)) return meant;
+    if (IsShownExactly(meant) || !AreQuotesKept(raw)) return meant;
     if (FindShownText(text) != nullptr) return text;
     return FindShownText(harvested) != nullptr ? harvested : text;
 }
@@ -35,7 +35,7 @@ public:
     explicit TableReader(Complaints& told) : complaints(told) {}
 
     Catalogue Read(const std::vector<WideString>& lines) {
-        isHarvest = IsRawHarvest(lines);
+        harvest = TextsOfHarvest(lines);
         for (const WideString& content : lines) {
             ++line;
             TakeLine(content);
@@ -159,6 +159,7 @@ private:
 
     void TakeRecord(WideStringView content) {
         isHead = false;
+        if (IsHarvestedWithReturn()) return;
         if (content.find(u'\r') != WideStringView::npos)
             Complain(complaints, line, "a carriage return within the line, which the library drops");
         const std::optional<TableRecord> record = ReadTableRecord(content);
@@ -168,13 +169,22 @@ private:
             return;
         }
         const WideStringView raw = record ? record->rawText : content.substr(0, tab);
-        next.text = isHarvest ? HarvestedText(raw) : TextOfField(raw);
+        next.text = harvest.empty() ? TextOfField(raw) : harvest[line - 1];
         if (record) next.translation = TranslationOrNone(MeantText(record->rawTranslation));
         next.line = line;
         if (next.text.empty())
             Complain(complaints, line, "the text before the TAB is empty");
         else
             built.Add(TakeNext());
+    }
+
+    /* Programs may show texts that no language file can translate. They are no mistake of the file. */
+    bool IsHarvestedWithReturn() {
+        if (harvest.empty() || harvest[line - 1].find(u'\r') == WideString::npos) return false;
+        Complain(built.Get().losses, line,
+                 Quoted(harvest[line - 1]) +
+                     " is left out: no language file can have a text with a carriage return");
+        return true;
     }
 
     /* The entry that is complete now. */
@@ -190,7 +200,7 @@ private:
     CatalogueEntry next; /* what the comments above a record have told so far */
     bool isScreenTold = false;
     bool isHead = true;
-    bool isHarvest = false;
+    std::vector<WideString> harvest; /* the texts of the lines, if they are one */
     size_t line = 0;
 };
 
@@ -213,19 +223,6 @@ bool HasLinesOfCr(const TableText& table) {
 }
 
 }  // namespace
-
-bool IsRawHarvest(const std::vector<WideString>& lines) {
-    WideString last;
-    for (const WideString& line : lines) {
-        const WideStringView text = WideStringView(line).substr(0, line.find_last_not_of(u'\r') + 1);
-        const size_t tab = text.find(u'\t');
-        if (tab == 0 || tab == WideStringView::npos || text.substr(tab + 1) != untranslated) return false;
-        WideString key = HarvestedText(text.substr(0, tab));
-        if (IsTableComment(text) || key <= last) return false;
-        last = std::move(key);
-    }
-    return !lines.empty();
-}
 
 Catalogue ReadTable(const TableText& table, Complaints& complaints) {
     ComplainOfEncoding(table, complaints);
