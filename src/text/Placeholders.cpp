@@ -1,8 +1,11 @@
 #include "text/Placeholders.h"
 
+#include <algorithm>
+
 namespace {
 
-constexpr int mostDigits = 3;
+constexpr int mostUnits = 999; /* FormatString's */
+constexpr int mostDigits = 20;
 
 /* What a placeholder reads. */
 struct Argument {
@@ -14,12 +17,12 @@ bool IsOneOf(WCHAR unit, const WCHAR* units) {
     return WideStringView(units).find(unit) != WideStringView::npos;
 }
 
-/* Steps over the digits of a number; false when there are too many. */
-bool SkipNumber(const WCHAR*& at) {
-    const WCHAR* const begin = at;
-    while (IsOneOf(*at, TEXT("0123456789")))
-        ++at;
-    return at - begin <= mostDigits;
+/* Steps over the digits of a number: which one it is, or one above mostUnits for all that are. */
+int TakeNumber(const WCHAR*& at) {
+    int number = 0;
+    for (; IsOneOf(*at, TEXT("0123456789")); ++at)
+        number = std::min(number * 10 + (*at - '0'), mostUnits + 1);
+    return number;
 }
 
 WideStringView SkipSize(const WCHAR*& at) {
@@ -41,9 +44,11 @@ WCHAR TypeOf(WCHAR letter) {
 Argument ReadPlaceholder(const WCHAR*& at) {
     while (IsOneOf(*at, TEXT("-+ #0")))
         ++at;
-    if (!SkipNumber(at)) return {};
-    if (*at == '.' && !SkipNumber(++at)) return {};
+    const int width = TakeNumber(at);
+    const int precision = *at == '.' ? TakeNumber(++at) : 0;
     const WideStringView size = SkipSize(at);
+    const int most = IsOneOf(*at, TEXT("sScC")) ? mostUnits : mostDigits;
+    if (width > most || precision > most) return {};
     return {size, TypeOf(*at)};
 }
 
