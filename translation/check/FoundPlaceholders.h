@@ -5,5 +5,5 @@
 
 #include <vector>
 
-/* Each from its % to its letter, as parts of `format`; %% is one, too. A % at the end stands for itself. */
+/* Each from its % to its letter, as parts of `format`; %% is one, too, and so is a % at the end. */
 std::vector<WideStringView> FindPlaceholders(WideStringView format);
