@@ -68,11 +68,15 @@ MISTAKES = {
     "harvest.txt": language_file("Menu\tXXXX\r\n"),
     "bytes.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Men\xf9"\n',
     "charset.po": PO_HEAD.replace("UTF-8", "ISO-8859-1").encode() + b'msgid "Menu"\nmsgstr "Menu"\n',
+    "not-latin.txt": "Menu\tМеню\n".encode("cp1251"),
     "mislabelled.po": (PO_HEAD.replace("UTF-8", "ISO-8859-1") + 'msgid "Menu"\nmsgstr "Menù"\n').encode(),
     "carriage-return.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Me\\rnu"\n',
     "two.po": PO_HEAD.encode() + b'msgctxt "A"\nmsgid "Menu"\nmsgstr "Menu"\n\n'
                                  b'msgctxt "B"\nmsgid "Menu"\nmsgstr "Elenco"\n',
     "plural.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgid_plural "Menus"\nmsgstr[0] "A"\nmsgstr[1] "B"\n',
+    "po.txt": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Menu"\n',
+    "utf-16.po": language_file("Menu\tMenu\r\n"),
+    "table.po": b"Menu\tMenu\n",
     "no-text.po": PO_HEAD.encode() + b'msgctxt "A"\nmsgid ""\nmsgstr "B"\n',
     "escape.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Men\\371"\n',
 }

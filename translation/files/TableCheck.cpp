@@ -58,6 +58,33 @@ bool IsLeftOpen(WideStringView raw) {
     return raw.starts_with(u'"') && !AreQuotesKept(raw) && AreQuotesKept(raw.substr(1));
 }
 
+/* More letters beyond ASCII than in it, as no language has that is written in Latin-1. */
+bool IsHardlyLatin(const TableText& table) {
+    size_t beyond = 0;
+    size_t latin = 0;
+    for (const WideString& line : table.lines) {
+        const size_t tab = line.find(u'\t');
+        if (IsTableComment(line) || tab == WideString::npos) continue;
+        for (const WCHAR unit : WideStringView(line).substr(tab)) {
+            if (unit >= 0x80) ++beyond;
+            if ((unit | 0x20) >= u'a' && (unit | 0x20) <= u'z') ++latin;
+        }
+    }
+    return beyond > latin;
+}
+
+void CheckLatin1(const TableText& table, const std::string& mending, Complaints& complaints) {
+    if (!IsHardlyLatin(table)) return;
+    for (size_t index = 0; index < table.lines.size(); ++index) {
+        const WideString& line = table.lines[index];
+        if (IsAscii(line) || IsTableComment(line)) continue;
+        return Complain(complaints, index + 1,
+                        "the file has no byte order mark, and the library would show " +
+                            Quoted(FirstWordBeyondAscii(line)) + " as in Latin-1: save it as UTF-8, then" +
+                            mending.substr(1));
+    }
+}
+
 class RecordCheck {
 public:
     explicit RecordCheck(Complaints& told) : complaints(told) {}
@@ -161,8 +188,9 @@ void CheckEncoding(const std::string& path, std::string_view bytes, const TableT
                 "the bytes of the UTF-16 characters are in the wrong order (big-endian), in which the "
                 "library finds no text" +
                     mending);
-        case TableEncoding::Utf16:
         case TableEncoding::Latin1:
+            return CheckLatin1(table, mending, complaints);
+        case TableEncoding::Utf16:
         case TableEncoding::Unknown:
             return;
     }
