@@ -17,7 +17,7 @@ size_t LengthOfPlaceholder(WideStringView text) {
 std::vector<WideStringView> FindPlaceholders(WideStringView format) {
     std::vector<WideStringView> found;
     size_t at = format.find(u'%');
-    while (at != WideStringView::npos && at + 1 < format.size()) {
+    while (at != WideStringView::npos) {
         const size_t length = LengthOfPlaceholder(format.substr(at));
         found.push_back(format.substr(at, length));
         at = format.find(u'%', at + length);

@@ -119,6 +119,7 @@ private:
     void TellOther(const TableRecord& record) {
         const WideString text = MeantText(record.rawText);
         const WideString translation = MeantText(record.rawTranslation);
+        if (translation.empty()) return;
         const auto [found, isNew] = seen.try_emplace(text, Seen{translation, line});
         if (isNew) return;
         if (found->second.translation != translation)
@@ -147,14 +148,15 @@ void CheckRecords(const TableText& table, Complaints& complaints) {
         check.Take(line);
 }
 
-std::set<size_t> FindEmptyTranslations(const TableText& table) {
-    std::set<size_t> lines;
+std::map<size_t, WideString> FindEmptyTranslations(const TableText& table) {
+    std::map<size_t, WideString> lines;
     for (size_t index = 0; index < table.lines.size(); ++index) {
         const WideStringView line = table.lines[index];
         if (IsTableComment(line) || line.find(u'\t') == WideStringView::npos) continue;
         // The library ignores the line, when it ends with LF alone, or shows nothing.
         const std::optional<TableRecord> record = ReadTableRecord(line);
-        if (!record || record->translation.empty()) lines.insert(index + 1);
+        const WideStringView raw = line.substr(0, line.find(u'\t'));
+        if (!record || record->translation.empty()) lines.emplace(index + 1, MeantText(raw));
     }
     return lines;
 }

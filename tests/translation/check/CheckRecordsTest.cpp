@@ -36,9 +36,13 @@ TEST_F(CheckRecords, BareQuotesOfATranslationAreDropped) {
 
 TEST_F(CheckRecords, WhatControlsATerminalIsNotPrinted) {
     const size_t line = Replace("Welcome", "Welcome\t\x1B[2J\"\xC2\x9B");
-    EXPECT_THAT(Check(), ElementsAre(Error(line,
-                                           "the library drops a double quote of the translation; write it as "
-                                           "\"□[2J\"\"□\"")));
+    EXPECT_THAT(Check(),
+                ElementsAre(Error(line,
+                                  "the library drops a double quote of the translation; write it as "
+                                  "\"□[2J\"\"□\""),
+                            Error(line,
+                                  "the character U+001B in '□[2J\"□' is none to be read; delete it, or write "
+                                  "what is meant")));
 }
 
 TEST_F(CheckRecords, AFieldThatIsTooLongForASentenceIsDescribed) {
@@ -79,6 +83,14 @@ TEST_F(CheckRecords, AnEmptyTranslationShowsNothing) {
     const size_t line = Replace("Welcome", "Welcome\t");
     const std::string error =
         Error(line, "the translation of 'Welcome' is empty; write one, or XXXX for none yet");
+    EXPECT_THAT(Check(), ElementsAre(error));
+    EXPECT_THAT(Check(Joined("\n")), ElementsAre(error));
+}
+
+TEST_F(CheckRecords, AnEmptyTranslationIsNoneOfTwo) {
+    lines.emplace_back("Welcome\t");
+    const std::string error =
+        Error(15, "the translation of 'Welcome' is empty; write one, or XXXX for none yet");
     EXPECT_THAT(Check(), ElementsAre(error));
     EXPECT_THAT(Check(Joined("\n")), ElementsAre(error));
 }

@@ -10,8 +10,8 @@ TEST(FoundPlaceholders, EndWithTheirLetter) {
                 ElementsAre(u"%d", u"%-5.2f", u"%ls", u"%I64x", u"%%", u"%c"));
 }
 
-TEST(FoundPlaceholders, APercentSignAtTheEndIsNone) {
-    EXPECT_THAT(FindPlaceholders(u"100 %"), IsEmpty());
+TEST(FoundPlaceholders, APercentSignAtTheEndIsOne) {
+    EXPECT_THAT(FindPlaceholders(u"%d of 100 %"), ElementsAre(u"%d", u"%"));
     EXPECT_THAT(FindPlaceholders(u"100"), IsEmpty());
 }
 
