@@ -17,7 +17,7 @@ namespace {
 constexpr const char* languageFile = "-";
 
 CheckedFile ReadPoToCheck(const std::string& path, Complaints& complaints) {
-    CheckedFile file{ReadCatalogue(path, complaints), 0, {}};
+    CheckedFile file{ReadCatalogue(path, complaints), 0, {}, false};
     file.lastLine = std::max(static_cast<size_t>(std::ranges::count(ReadFile(path), '\n')), size_t{1});
     CheckCatalogue(languageFile, file.catalogue, complaints);
     return file;
@@ -25,14 +25,15 @@ CheckedFile ReadPoToCheck(const std::string& path, Complaints& complaints) {
 
 CheckedFile ReadTableToCheck(const std::string& path, const TableText& table, std::string_view bytes,
                              Complaints& complaints) {
+    CheckedFile file{ReadTable(table, complaints), std::max(table.lines.size(), size_t{1}),
+                     FindEmptyTranslations(table), table.encoding == TableEncoding::Unknown};
+    if (file.catalogue.entries.empty() && !complaints.empty()) return file;
     // A table is UTF-8 as it is; the library reads the others.
     if (FormToRead(path) == FileForm::Table)
         CheckTableEncoding(table, complaints);
     else
         CheckEncoding(path, bytes, table, complaints);
-    CheckedFile file{ReadTable(table, complaints), std::max<size_t>(table.lines.size(), 1),
-                     FindEmptyTranslations(table)};
-    if (!file.catalogue.entries.empty()) CheckRecords(table, complaints);
+    CheckRecords(table, complaints);
     return file;
 }
 

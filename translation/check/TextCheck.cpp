@@ -169,8 +169,7 @@ private:
         CheckPlaceholders(shown, *entry);
         CheckAccessKeys(shown, *entry);
         CheckNames(shown, *entry);
-        for (std::string& sentence : TellCharacters(shown.text, entry->translation))
-            Tell(*entry, std::move(sentence));
+        CheckCharacters(shown, *entry);
         for (const TextPlace& place : shown.places)
             CheckRoom(place, shown, *entry);
     }
@@ -216,6 +215,12 @@ private:
         if (hasTwo(entry.translation) && !hasTwo(shown.text))
             Tell(entry, "the user would see both & of " + Quoted(entry.translation) + "; " +
                             OwnerOfRoom(shown.places.front()) + " has no access keys, so write one &");
+    }
+
+    void CheckCharacters(const ShownText& shown, const CatalogueEntry& entry) {
+        if (file.isGuess) return;
+        for (std::string& sentence : TellCharacters(shown.text, entry.translation))
+            Tell(entry, std::move(sentence));
     }
 
     void CheckNames(const ShownText& shown, const CatalogueEntry& entry) {

@@ -10,6 +10,7 @@ struct CheckedFile {
     Catalogue catalogue;
     size_t lastLine = 0;
     std::map<size_t, WideString> emptyLines; /* those whose translation is empty and not XXXX: their texts */
+    bool isGuess = false; /* its encoding is unknown, so that characters may be wrong that are right in it */
 };
 
 /* Complains of texts that are unknown, missing (at the last line) or not translated, of guesses, and of

@@ -68,10 +68,12 @@ TEST_F(CheckEncoding, ATableIsUtf8) {
 }
 
 TEST_F(CheckEncoding, ALineThatIsNoUtf8IsFoundAmongOthers) {
-    const size_t line = Replace("Menu", "Menu\tMen\xFC \x80");
+    Replace("Welcome", "Welcome\tÉté");
+    Replace("&Open...", "&Open...\t&Où");
+    const size_t line = Replace("Save it", "Save it\tM\xFC \x80");
     EXPECT_THAT(
         Check(Joined("\n")),
-        testing::Contains(Error(line, "the file is neither UTF-16 nor UTF-8 nor Latin-1: save it as UTF-8")));
+        ElementsAre(Error(line, "the file is neither UTF-16 nor UTF-8 nor Latin-1: save it as UTF-8")));
 }
 
 TEST_F(CheckEncoding, AmongLinesInLatin1OneMayBeUtf8) {

@@ -145,7 +145,7 @@ TEST_F(CheckRecords, OfAnEmptyFileAllTextsAreMissingInItsFirstLine) {
 }
 
 TEST_F(CheckRecords, APoFileUnderAnotherNameIsToldOnce) {
-    const std::string po = "# French\nmsgid \"Welcome\"\nmsgstr \"Bienvenue\"\n";
+    const std::string po = "# Français\nmsgid \"Welcome\"\nmsgstr \"Reçu\"\n";
     for (const std::string name : {"French.txt", "French.tsv"})
         EXPECT_THAT(Check(po, name),
                     ElementsAre(Error(2, "the file is a .po file: give it a name that ends in .po")));
