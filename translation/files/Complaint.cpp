@@ -22,3 +22,7 @@ void PrintComplaints(const std::string& file, const Complaints& complaints) {
         std::fprintf(stderr, "%s: error: %s\n", place.c_str(), complaint.sentence.c_str());
     }
 }
+
+void PrintFailure(const std::exception& error) {
+    std::fprintf(stderr, "orvande-translation: %s\n", error.what());
+}
