@@ -1,5 +1,6 @@
 /* orvande-translation: the command line. */
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string_view>
@@ -39,13 +40,20 @@ constexpr Command commands[] = {
     {"pseudo", RunPseudo}, {"template", RunTemplate},
 };
 
+/* Behind "--" all are files. */
+bool IsForHelp(Arguments arguments) {
+    const auto end = std::ranges::find(arguments, "--");
+    return std::any_of(arguments.begin(), end,
+                       [](const std::string& argument) { return argument == "--help" || argument == "-h"; });
+}
+
 int Run(Arguments arguments) {
     if (arguments.empty()) throw UsageError("a command is missing (--help tells them)");
-    const std::string& name = arguments.front();
-    if (name == "--help" || name == "-h") {
+    if (IsForHelp(arguments)) {
         std::fputs(usage, stdout);
         return 0;
     }
+    const std::string& name = arguments.front();
     if (name == "--version") {
         std::printf("orvande-translation %d.%d.%d\n", LM_ONLINE_VERSION_MAJOR, LM_ONLINE_VERSION_MINOR,
                     LM_ONLINE_VERSION_PATCH);
@@ -60,6 +68,8 @@ int Run(Arguments arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A file that may not grow any more is told as every other that cannot be written.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         const std::vector<std::string> arguments(argv + 1, argv + std::max(argc, 1));
         const int code = Run(arguments);
