@@ -77,7 +77,7 @@ int main(int argc, char** argv) {
             throw UsageError("'standard output' cannot be written");
         return code;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "orvande-translation: %s\n", error.what());
+        PrintFailure(error);
         return cannot;
     }
 }

@@ -182,7 +182,7 @@ TEST_F(PoFile, NulIsAMistake) {
 
 TEST_F(PoFile, OtherDomainsAreAMistake) {
     EXPECT_THAT(ComplaintsOf("domain \"foo\"\nmsgid \"a\"\nmsgstr \"b\"\n"),
-                ElementsAre("0: the texts of the domain 'foo' are not for the library"));
+                ElementsAre("1: the texts of the domain 'foo' are not for the library"));
 }
 
 TEST_F(PoFile, EmptyTextOnAScreenIsAMistake) {

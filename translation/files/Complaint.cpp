@@ -29,3 +29,7 @@ void PrintComplaints(const std::string& file, const Complaints& complaints) {
 void PrintWarnings(const std::string& file, const Complaints& warnings) {
     Print(file, "warning", warnings);
 }
+
+void PrintFailure(const std::exception& error) {
+    std::fprintf(stderr, "orvande-translation: %s\n", error.what());
+}

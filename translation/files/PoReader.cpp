@@ -68,7 +68,29 @@ void ComplainOfCharset(const std::string& charset, std::string_view bytes, size_
                  (isMislabelled ? "write UTF-8 there, which the file is" : "convert the file with msgconv"));
 }
 
+/* Whether it is a language file or a table under another name: without a keyword, and with a record. */
+bool IsTable(std::string_view bytes) {
+    bool hasKeyword = false;
+    bool hasRecord = false;
+    ForEachLine(bytes, [&](std::string_view line, size_t) {
+        hasKeyword = hasKeyword || line.starts_with("msgid");
+        hasRecord = hasRecord || (line.find('\t', 1) != std::string_view::npos && !line.starts_with('#'));
+    });
+    return hasRecord && !hasKeyword;
+}
+
+/* What is wrong with the file as a whole; empty: nothing. */
+std::string AboutForm(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+        return "the file is UTF-16: save it as UTF-8, or give it a name that ends in .txt if it is a "
+               "language "
+               "file";
+    return IsTable(bytes) ? "the file is a table: give it a name that ends in .tsv" : "";
+}
+
 void ComplainOfBytes(std::string_view bytes, Complaints& complaints) {
+    const std::string aboutForm = AboutForm(bytes);
+    if (!aboutForm.empty()) return Complain(complaints, 1, aboutForm);
     const bool isUtf8 = IsUtf8(bytes);
     bool isDeclared = false;
     ForEachLine(bytes, [&](std::string_view line, size_t number) {

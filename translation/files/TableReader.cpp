@@ -224,12 +224,25 @@ bool HasLinesOfCr(const TableText& table) {
            !table.lines.front().ends_with(u"\r\r");
 }
 
+/* Where a .po file has its first text; 0: it is none. */
+size_t FindPoText(const std::vector<WideString>& lines) {
+    const auto isText = [](const WideString& line) { return line.starts_with(u"msgid \""); };
+    const auto isTranslation = [](const WideString& line) { return line.starts_with(u"msgstr \""); };
+    const auto found = std::ranges::find_if(lines, isText);
+    if (found == lines.end() || std::ranges::none_of(lines, isTranslation)) return 0;
+    return static_cast<size_t>(found - lines.begin()) + 1;
+}
+
 }  // namespace
 
 Catalogue ReadTable(const TableText& table, Complaints& complaints) {
     ComplainOfEncoding(table, complaints);
     if (HasLinesOfCr(table)) {
         Complain(complaints, 1, "the lines end with a carriage return alone: save the file with line feeds");
+        return {};
+    }
+    if (const size_t line = FindPoText(table.lines); line != 0) {
+        Complain(complaints, line, "the file is a .po file: give it a name that ends in .po");
         return {};
     }
     return TableReader(complaints).Read(table.lines);
