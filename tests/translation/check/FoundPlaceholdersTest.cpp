@@ -10,9 +10,20 @@ TEST(FoundPlaceholders, EndWithTheirLetter) {
                 ElementsAre(u"%d", u"%-5.2f", u"%ls", u"%I64x", u"%%", u"%c"));
 }
 
-TEST(FoundPlaceholders, APercentSignAtTheEndIsNone) {
-    EXPECT_THAT(FindPlaceholders(u"100 %"), IsEmpty());
+TEST(FoundPlaceholders, APercentSignAtTheEndIsOne) {
+    EXPECT_THAT(FindPlaceholders(u"100 %"), ElementsAre(u"%"));
+    EXPECT_THAT(FindPlaceholders(u"%d%%%"), ElementsAre(u"%d", u"%%", u"%"));
     EXPECT_THAT(FindPlaceholders(u"100"), IsEmpty());
+}
+
+TEST(FoundPlaceholders, OnesThatOnlyOtherRuntimesKnowAreFoundWhole) {
+    EXPECT_THAT(FindPlaceholders(u"%1$s %'d %lld %zu %hhx %Id"),
+                ElementsAre(u"%1$s", u"%'d", u"%lld", u"%zu", u"%hhx", u"%Id"));
+}
+
+TEST(FoundPlaceholders, ACharacterIsNotDivided) {
+    EXPECT_THAT(FindPlaceholders(u"%\U0001F600d"), ElementsAre(u"%\U0001F600"));
+    EXPECT_THAT(FindPlaceholders(u"%\n%d"), ElementsAre(u"%\n", u"%d"));
 }
 
 TEST(FoundPlaceholders, OneThatIsCutGoesToTheEnd) {
