@@ -17,7 +17,7 @@ import named_cases
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 PAGE = (SOURCE / "docs/translation-files.md").read_text(encoding="utf-8")
-CHECKING = PAGE.partition("\n## Checking\n")[2].partition("\n## ")[0]
+CHECKING = PAGE.partition("\n## What check says\n")[2].partition("\n## ")[0]
 MESSAGE = re.compile(r"^\| `(.*?)` \| ", re.MULTILINE)
 VARIABLE = re.compile(r"FILE|LETTER|TEXT|OTHER|NUMBER|PLACE|PROGRAM|LIST|TRANSLATION|NAME|FIELD|GARBAGE|WORD")
 SAID = re.compile(r"^[^:]+:(?:\d+:)? error: (.*)$", re.MULTILINE)
