@@ -48,6 +48,7 @@ MISTAKES = {
     "accent-alone.tsv": "Menu\tMex\u0301nu\n".encode(),
     "made-of-bytes.tsv": "Menu\tMenÃ¼\n".encode(),
     "unreadable.tsv": "Menu\tMe\u00ADnu\n".encode(),
+    "narrow-blank.tsv": "Menu\tMe\u202Fnu\n".encode(),
     "backslash.tsv": b"Internal server error\tA\\\\nB\n",
     "name.tsv": b"Menu\tElenco\nSelect Menu / New Account\tAltro\n",
     "line-break.tsv": b"Menu\tMe\\nnu\n",
