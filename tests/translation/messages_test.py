@@ -17,13 +17,20 @@ import named_cases
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 PAGE = (SOURCE / "docs/translation-files.md").read_text(encoding="utf-8")
-CHECKING = PAGE.partition("\n## Checking\n")[2].partition("\n## ")[0]
+CHECKING = PAGE.partition("\n## What check says\n")[2].partition("\n## ")[0]
 MESSAGE = re.compile(r"^\| `(.*?)` \| ", re.MULTILINE)
 VARIABLE = re.compile(r"FILE|LETTER|TEXT|OTHER|NUMBER|PLACE|PROGRAM|LIST|TRANSLATION|NAME|FIELD|GARBAGE|WORD")
 SAID = re.compile(r"^[^:]+:(?:\d+:)? error: (.*)$", re.MULTILINE)
 # No text of this version has an access key, so nothing can be wrong with one.
 NOT_SAID_TODAY = {"the access key is lost: write & before a letter, as in 'TEXT'",
                   "more than one & underlines a letter; 'TEXT' has one"}
+# Literals of three words and more that are no messages: what stands for PLACE and FIELD, faults of this
+# computer, and the head of a new .po file.
+NO_MESSAGES = re.compile(r"(a|the) (soft key|menu|caption|message) on a screen|for each quote in it|"
+                         r"in memory|MIME-Version|texts, complete|convert IN OUT|merge OLD NEW")
+# What holds quotes and is no string; a string, and whether one follows that continues it.
+CODE = re.compile(r"""/\*.*?\*/|//[^\n]*|#include[^\n]*|u?'(?:[^'\\\n]|\\.)'|"""
+                  r'''"((?:[^"\\\n]|\\.)*)"(?=(\s*\n\s*")?)''', re.DOTALL)
 ENGLISH_QUOTES = 'The Password is not correct. If you have lost your password, click the "I Forgot" button.'
 PO_HEAD = 'msgid ""\nmsgstr "Content-Type: text/plain; charset=UTF-8\\n"\n\n'
 
@@ -48,6 +55,7 @@ MISTAKES = {
     "accent-alone.tsv": "Menu\tMex\u0301nu\n".encode(),
     "made-of-bytes.tsv": "Menu\tMenÃ¼\n".encode(),
     "unreadable.tsv": "Menu\tMe\u00ADnu\n".encode(),
+    "narrow-blank.tsv": "Menu\tMe\u202Fnu\n".encode(),
     "backslash.tsv": b"Internal server error\tA\\\\nB\n",
     "name.tsv": b"Menu\tElenco\nSelect Menu / New Account\tAltro\n",
     "line-break.tsv": b"Menu\tMe\\nnu\n",
@@ -84,6 +92,8 @@ MISTAKES = {
     "two.po": PO_HEAD.encode() + b'msgctxt "A"\nmsgid "Menu"\nmsgstr "Menu"\n\n'
                                  b'msgctxt "B"\nmsgid "Menu"\nmsgstr "Elenco"\n',
     "plural.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgid_plural "Menus"\nmsgstr[0] "A"\nmsgstr[1] "B"\n',
+    "domain.po": PO_HEAD.encode() + b'domain "other"\nmsgid ""\nmsgstr ""\n"Content-Type: text/plain; '
+                                    b'charset=UTF-8\\n"\n\nmsgid "Menu"\nmsgstr "Menu"\n',
     "no-text.po": PO_HEAD.encode() + b'msgctxt "A"\nmsgid ""\nmsgstr "B"\n',
     "escape.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Men\\371"\n',
 }
@@ -93,6 +103,29 @@ def pattern_of(message):
     """What the message of the page may be in the program's output."""
     fixed = VARIABLE.split(message)
     return re.compile(".+".join(map(re.escape, fixed)))
+
+
+def literals_of(source):
+    """The strings of a source in C++, each with those in the lines below that continue it."""
+    literals = [""]
+    for match in CODE.finditer(source):
+        if match[1] is not None:
+            literals[-1] += re.sub(r"\\([\\\"])", r"\1", match[1])
+            if not match[2]:
+                literals.append("")
+    return literals
+
+
+def words_of_messages():
+    """What stands between the variables of all messages about files, by the source that it is from."""
+    folder = SOURCE / "translation"
+    for pattern in ("check/*.cpp", "files/Po*.cpp", "files/Table*.cpp", "files/CatalogueBuilder.cpp",
+                    "CheckCommand.cpp", "ConvertCommand.cpp", "MergeCommand.cpp"):
+        for file in sorted(folder.glob(pattern)):
+            for literal in literals_of(file.read_text(encoding="utf-8")):
+                for words in re.split(r"%[a-z]+|\\n$|: note: ", literal):
+                    if len(words.split()) >= 3 and not NO_MESSAGES.search(words):
+                        yield file.name, words.strip()
 
 
 class Messages(unittest.TestCase):
@@ -116,6 +149,11 @@ class Messages(unittest.TestCase):
         patterns = [pattern_of(message) for message in self.on_page]
         self.assertEqual([], [(name, sentence) for name, (_, said) in self.said.items() for sentence in said
                               if not any(pattern.fullmatch(sentence) for pattern in patterns)])
+
+    def test_the_page_has_the_words_of_every_message(self):
+        everything = list(words_of_messages())
+        self.assertLess(50, len(everything))
+        self.assertEqual([], [(name, words) for name, words in everything if words not in PAGE])
 
     def test_what_is_on_the_page_is_said(self):
         everything = [sentence for _, said in self.said.values() for sentence in said]

@@ -81,6 +81,16 @@ std::string AboutUnreadable(WideStringView translation) {
     return {};
 }
 
+/* Blanks of other widths, which editors insert by themselves and the handheld's font does not have. */
+std::string AboutBlank(WideStringView translation) {
+    const auto* const blank = std::ranges::find_if(translation, [](WCHAR unit) {
+        return (unit >= 0x2000 && unit <= 0x200A) || unit == 0x202F || unit == 0x205F;
+    });
+    if (blank == translation.end()) return {};
+    return "a handheld's font lacks the blank " + NumberOf(*blank) +
+           "; write the no-break space, U+00A0, or a space";
+}
+
 }  // namespace
 
 std::vector<std::string> TellCharacters(WideStringView text, WideStringView translation) {
@@ -93,6 +103,8 @@ std::vector<std::string> TellCharacters(WideStringView text, WideStringView tran
     if (!accented.empty()) told.push_back(AboutAccent(accented));
     const std::string unreadable = AboutUnreadable(translation);
     if (!unreadable.empty()) told.push_back(unreadable);
+    const std::string blank = AboutBlank(translation);
+    if (!blank.empty()) told.push_back(blank);
     if (translation.find(u'\\') != WideStringView::npos && text.find(u'\\') == WideStringView::npos)
         told.emplace_back(
             "the user would see a backslash; a line break is one backslash and n, nothing else "

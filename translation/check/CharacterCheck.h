@@ -7,9 +7,9 @@
 #include <vector>
 
 /* What is wrong with the characters of a translation of `text`, each as a sentence: UTF-8 that a program has
- * taken for single bytes, accents that are characters of their own, characters that are none to be read, and
- * backslashes, which stand for themselves. Characters that the handheld's font lacks are no mistake: who
- * needs them has another. */
+ * taken for single bytes, accents that are characters of their own, characters that are none to be read,
+ * blanks that the handheld's font lacks, and backslashes, which stand for themselves. Letters that this font
+ * lacks are no mistake: who needs them has another. */
 std::vector<std::string> TellCharacters(WideStringView text, WideStringView translation);
 
 /* The translation as its writer has seen it: without the first two of these mistakes. */

@@ -52,6 +52,11 @@ int WidthOfUnit(WCHAR unit) {
     return IsIn(asWideAsHigh, unit) ? emOfTahoma : baseWidth;
 }
 
+/* Rounded up. */
+int WidthInBold(int width) {
+    return (width * 8 + 6) / 7;
+}
+
 /* The lines of one paragraph. Spaces at the end of a line take no room. */
 TextRoom BrokenParagraph(WideStringView text, int width) {
     TextRoom needed{0, 1};
@@ -130,7 +135,10 @@ TextRoom RoomAt(const TextPlace& place) {
 TextRoom NeededRoom(const TextPlace& place, WideStringView text) {
     const TextRoom room = RoomAt(place);
     const int width = room.lines > 1 ? room.width : 0;
-    return HasAccessKeys(place.kind) ? BrokenText(WithoutAccessKeys(text), width) : BrokenText(text, width);
+    if (HasAccessKeys(place.kind)) return BrokenText(WithoutAccessKeys(text), width);
+    TextRoom needed = BrokenText(text, width);
+    if (place.kind == TextKind::Caption) needed.width = WidthInBold(needed.width);
+    return needed;
 }
 
 bool Fits(const TextPlace& place, WideStringView text) {

@@ -84,6 +84,16 @@ TEST_F(CheckCharacters, WhatIsNotToBeReadIsTold) {
     }
 }
 
+TEST_F(CheckCharacters, BlanksThatAHandheldLacksAreTold) {
+    for (const std::string number : {"2000", "200A", "202F", "205F"}) {
+        const auto unit = static_cast<WCHAR>(std::stoi(number, nullptr, 16));
+        EXPECT_THAT(CheckCaption("A" + Utf8Of(WideString(1, unit)) + ":"),
+                    ElementsAre(InCaption("a handheld's font lacks the blank U+" + number +
+                                          "; write the no-break space, U+00A0, or a space")));
+    }
+    EXPECT_THAT(CheckCaption("A\u00A0:"), IsEmpty());
+}
+
 TEST_F(CheckCharacters, HalfOfAPairIsNoCharacter) {
     for (const WCHAR half : {WCHAR{0xD83D}, WCHAR{0xDE00}}) {
         WideString file = u"\xFEFFWelcome\tA";

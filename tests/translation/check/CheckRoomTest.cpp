@@ -34,8 +34,16 @@ TEST_F(CheckRoom, CheckBoxesLoseTheirBox) {
     ExpectLimit("Save it", 5, ", its check box on the screen 'Sign in' has 56");
 }
 
-TEST_F(CheckRoom, CaptionsAreAsWideAsTheScreen) {
-    ExpectLimit("Welcome", 16, ", the caption on a screen of 176x220 has 168");
+// Bold letters are a seventh wider.
+TEST_F(CheckRoom, CaptionsAreBoldAndAsWideAsTheScreen) {
+    Replace("Welcome", "Welcome\t" + Wide(14));
+    EXPECT_THAT(Check(), IsEmpty());
+    const size_t line = Replace("Welcome", "Welcome\t" + Wide(14) + "i");
+    EXPECT_THAT(Check(), IsEmpty());
+    Replace("Welcome", "Welcome\t" + Wide(15));
+    EXPECT_THAT(Check(), ElementsAre(Error(line, "'" + Wide(15) +
+                                                     "' needs 172 pixels, the caption on a "
+                                                     "screen of 176x220 has 168")));
 }
 
 TEST_F(CheckRoom, SoftKeysAreHalfAsWideAsTheScreen) {
