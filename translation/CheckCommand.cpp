@@ -7,6 +7,7 @@
 #include "Commands.h"
 #include "check/TextCheck.h"
 #include "files/Files.h"
+#include "files/Harvest.h"
 #include "files/Quoted.h"
 #include "files/TableCheck.h"
 #include "files/TableFile.h"

@@ -27,7 +27,7 @@ constexpr const char* usage =
     "                                            a language that shows what was forgotten\n"
     "\n"
     "The name of a file tells its form: .txt is a language file, which the library reads, .tsv a table in\n"
-    "UTF-8, .po a file of gettext. Without --output, a language file goes to the standard output.\n"
+    "UTF-8, .po and .pot are gettext's. Without --output, a language file goes to the standard output.\n"
     "Exit code: 1 a file has mistakes, 2 wrong arguments, or a file cannot be read or written.\n";
 
 struct Command {

@@ -67,6 +67,9 @@ private:
             else if (same->value.empty())
                 same->value = field.value;
         }
+        AddOnce(merged.places, old.places);
+        AddOnce(merged.references, old.references);
+        AddOnce(merged.flags, old.flags);
         merged.isHeadFuzzy = merged.isHeadFuzzy && (old.isHeadFuzzy || old.fields.empty());
     }
 
@@ -96,6 +99,7 @@ private:
             entry.translation = same->translation;
             entry.isFuzzy = same->isFuzzy;
             entry.guessedFrom = same->guessedFrom;
+            entry.guessedFromScreen = same->guessedFromScreen;
         } else {
             Guess(entry);
         }
@@ -104,6 +108,7 @@ private:
     /* What stands beside the old text, as far as the new one does not tell it: a harvest tells nothing. */
     static void TakeWhatIsKnown(CatalogueEntry& entry, const CatalogueEntry& same) {
         AddOnce(entry.notes, same.notes);
+        AddOnce(entry.flags, same.flags);
         if (!entry.screen.empty() || !entry.places.empty() || !entry.references.empty()) return;
         entry.screen = same.screen;
         entry.places = same.places;
@@ -132,6 +137,7 @@ private:
         entry.translation = without.translation;
         entry.isFuzzy = true;
         entry.guessedFrom = without.text;
+        entry.guessedFromScreen = without.screen;
     }
 
     /* Keeps what only the old one has. */

@@ -39,6 +39,7 @@ Catalogue Read(const std::string& path, const std::string& output, bool& isWell)
     TakePlacesOfThisVersion(catalogue);
     CheckCatalogue(output, catalogue, complaints);
     PrintComplaints(path, complaints);
+    PrintWarnings(path, catalogue.losses);
     isWell = isWell && complaints.empty();
     return catalogue;
 }

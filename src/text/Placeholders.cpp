@@ -1,34 +1,38 @@
 #include "text/Placeholders.h"
 
+#include <algorithm>
+
 namespace {
 
-constexpr int mostDigits = 3;
+constexpr int mostUnits = 999; /* FormatString's */
+constexpr int mostDigits = 20;
 
 /* What a placeholder reads. */
 struct Argument {
-    WideStringView size;  // the letters before the last one
-    WCHAR type = 0;       // one letter for all that read the same type; 0 for what is never read
+    WCHAR size = 0;  // the letter before the last one, of I64 and I32 the first digit; 0 without
+    WCHAR type = 0;  // one letter for all that read the same type; 0 for what is never read
+
+    bool operator==(const Argument&) const = default;
 };
 
 bool IsOneOf(WCHAR unit, const WCHAR* units) {
     return WideStringView(units).find(unit) != WideStringView::npos;
 }
 
-/* Steps over the digits of a number; false when there are too many. */
-bool SkipNumber(const WCHAR*& at) {
-    const WCHAR* const begin = at;
-    while (IsOneOf(*at, TEXT("0123456789")))
-        ++at;
-    return at - begin <= mostDigits;
+/* Steps over the digits of a number: which one it is, or one above mostUnits for all that are. */
+int TakeNumber(const WCHAR*& at) {
+    int number = 0;
+    for (; *at >= '0' && *at <= '9'; ++at)
+        number = std::min(number * 10 + (*at - '0'), mostUnits + 1);
+    return number;
 }
 
-WideStringView SkipSize(const WCHAR*& at) {
-    for (const WideStringView size : {TEXT("I64"), TEXT("I32"), TEXT("h"), TEXT("l"), TEXT("w"), TEXT("L")}) {
-        if (WideStringView(at).substr(0, size.size()) != size) continue;
-        at += size.size();
-        return size;
+WCHAR TakeSize(const WCHAR*& at) {
+    if (at[0] == 'I' && ((at[1] == '6' && at[2] == '4') || (at[1] == '3' && at[2] == '2'))) {
+        at += 3;
+        return at[-2];
     }
-    return {};
+    return IsOneOf(*at, TEXT("hlwL")) ? *at++ : WCHAR{0};
 }
 
 WCHAR TypeOf(WCHAR letter) {
@@ -41,9 +45,11 @@ WCHAR TypeOf(WCHAR letter) {
 Argument ReadPlaceholder(const WCHAR*& at) {
     while (IsOneOf(*at, TEXT("-+ #0")))
         ++at;
-    if (!SkipNumber(at)) return {};
-    if (*at == '.' && !SkipNumber(++at)) return {};
-    const WideStringView size = SkipSize(at);
+    const int width = TakeNumber(at);
+    const int precision = *at == '.' ? TakeNumber(++at) : 0;
+    const WCHAR size = TakeSize(at);
+    const int most = IsOneOf(*at, TEXT("sScC")) ? mostUnits : mostDigits;
+    if (width > most || precision > most) return {};
     return {size, TypeOf(*at)};
 }
 
@@ -66,8 +72,7 @@ bool ReadsArgumentsOf(const WCHAR* original, const WCHAR* format) {
     Argument given;
     Argument read;
     while (FindArgument(format, read)) {
-        if (read.type == 0 || !FindArgument(original, given)) return false;
-        if (given.type != read.type || given.size != read.size) return false;
+        if (read.type == 0 || !FindArgument(original, given) || given != read) return false;
     }
     return true;
 }

@@ -10,9 +10,10 @@
  *
  *   same type     d, i, u, x, X and o; e, E, f, g and G; each of s, S, c, C and p only itself. A size before
  *                 the letter (h, l, w, L, I32, I64) has to be the same.
- *   never read    n, which writes through its argument; a width or precision * that is an argument; those of
- *                 more than 3 digits, because a text has at most 999 units; and whatever the runtime does not
- *                 know.
+ *   never read    n, which writes through its argument; a width or precision * that is an argument; one of a
+ *                 number above 20, the digits of 64 bits, because runtimes make numbers in buffers that a
+ *                 longer one overruns; one of a text or character above 999, the most units of a message;
+ *                 and whatever the runtime does not know.
  *   no argument   %%
  *
  * Two texts that are equal read the same, whatever is in them. */

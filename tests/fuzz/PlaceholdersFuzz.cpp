@@ -10,22 +10,27 @@ namespace {
 /* Whoever takes it for an address ends the program. */
 constexpr int number = 0x41414141;
 
-/* A text, and how it is filled in. */
+/* A text, and how it is filled in; `beyond` lies behind its arguments. */
 struct Original {
     const WCHAR* text;
-    WideString (*fill)(const WCHAR* format);
+    WideString (*fill)(const WCHAR* format, int beyond);
 };
 
 constexpr Original originals[] = {
-    {TEXT("No placeholder"), [](const WCHAR* format) { return FormatString(format); }},
+    {TEXT("No placeholder"), [](const WCHAR* format, int beyond) { return FormatString(format, beyond); }},
     {TEXT("The server returned error code %d"),
-     [](const WCHAR* format) { return FormatString(format, number); }},
-    {TEXT("%s"), [](const WCHAR* format) { return FormatString(format, TEXT("wide")); }},
-    {TEXT("%s: %d"), [](const WCHAR* format) { return FormatString(format, TEXT("wide"), number); }},
-    {TEXT("%d of %hs"), [](const WCHAR* format) { return FormatString(format, number, "narrow"); }},
+     [](const WCHAR* format, int beyond) { return FormatString(format, number, beyond); }},
+    {TEXT("%s"), [](const WCHAR* format, int beyond) { return FormatString(format, TEXT("wide"), beyond); }},
+    {TEXT("%s: %d"),
+     [](const WCHAR* format, int beyond) { return FormatString(format, TEXT("wide"), number, beyond); }},
+    {TEXT("%d of %hs"),
+     [](const WCHAR* format, int beyond) { return FormatString(format, number, "narrow", beyond); }},
     {TEXT("%I64d %c"),
-     [](const WCHAR* format) { return FormatString(format, int64_t{number} << 32, number); }},
-    {TEXT("%5.3x%%%-9ls"), [](const WCHAR* format) { return FormatString(format, number, TEXT("wide")); }},
+     [](const WCHAR* format, int beyond) {
+         return FormatString(format, int64_t{number} << 32, number, beyond);
+     }},
+    {TEXT("%5.3x%%%-9ls"),
+     [](const WCHAR* format, int beyond) { return FormatString(format, number, TEXT("wide"), beyond); }},
 };
 
 WideString Widened(const std::string& bytes) {
@@ -41,11 +46,16 @@ bool TakeOneOf(std::string_view units, const std::string& text, size_t& at) {
     return true;
 }
 
-bool TakeNumber(const std::string& text, size_t& at) {
-    int digits = 0;
-    while (TakeOneOf("0123456789", text, at))
-        ++digits;
-    return digits <= 3;
+/* The digits without the zeros before them. */
+std::string TakeNumber(const std::string& text, size_t& at) {
+    std::string digits;
+    while (at < text.size() && text[at] >= '0' && text[at] <= '9')
+        digits += text[at++];
+    return digits.erase(0, digits.find_first_not_of('0'));
+}
+
+bool IsAtMost(const std::string& most, const std::string& digits) {
+    return digits.size() < most.size() || (digits.size() == most.size() && digits <= most);
 }
 
 /* What a placeholder behind its percent sign reads: its size and type in one word; "bad" for what is never
@@ -53,8 +63,9 @@ bool TakeNumber(const std::string& text, size_t& at) {
 std::string ArgumentAt(const std::string& text, size_t& at) {
     while (TakeOneOf("-+ #0", text, at)) {
     }
-    if (!TakeNumber(text, at)) return "bad";
-    if (TakeOneOf(".", text, at) && !TakeNumber(text, at)) return "bad";
+    const std::string width = TakeNumber(text, at);
+    const std::string precision = TakeOneOf(".", text, at) ? TakeNumber(text, at) : "";
+    const auto hasRoom = [&](const char* most) { return IsAtMost(most, width) && IsAtMost(most, precision); };
     std::string argument;
     for (const char* const size : {"I64", "I32", "h", "l", "w", "L"}) {
         if (text.compare(at, strlen(size), size) != 0) continue;
@@ -62,10 +73,11 @@ std::string ArgumentAt(const std::string& text, size_t& at) {
         at += argument.size();
         break;
     }
-    if (TakeOneOf("diuxXo", text, at)) return argument + "d";
-    if (TakeOneOf("eEfgG", text, at)) return argument + "f";
+    if (TakeOneOf("diuxXo", text, at)) return hasRoom("20") ? argument + "d" : "bad";
+    if (TakeOneOf("eEfgG", text, at)) return hasRoom("20") ? argument + "f" : "bad";
+    if (TakeOneOf("p", text, at)) return hasRoom("20") ? argument + "p" : "bad";
     const size_t letter = at;
-    return TakeOneOf("sScCp", text, at) ? argument + text[letter] : "bad";
+    return TakeOneOf("sScC", text, at) && hasRoom("999") ? argument + text[letter] : "bad";
 }
 
 std::vector<std::string> ArgumentsOf(const std::string& text) {
@@ -110,8 +122,9 @@ private:
         RequireJudgement(std::string(original.text, original.text + WideStringView(original.text).size()),
                          format);
         if (!ReadsArgumentsOf(original.text, wide.c_str())) return;
-        // It ends here when it reads what is no argument.
-        const WideString shown = original.fill(wide.c_str());
+        // It ends here when it takes for an address what is none.
+        const WideString shown = original.fill(wide.c_str(), number);
+        Require(shown == original.fill(wide.c_str(), ~number), "nothing behind the arguments is read");
         Require(shown.size() <= 999, "a text that is filled in has at most 999 units");
         if (format.find('%') == std::string::npos)
             Require(shown == wide.substr(0, 999), "a text without placeholders is shown as it is");

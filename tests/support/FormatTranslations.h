@@ -23,6 +23,7 @@ inline constexpr FormatTranslation formatTranslations[] = {
     {"%ls", formatInEnglish},
     {"%ws", formatInEnglish},
     {"Erreur %I64d", formatInEnglish},
+    {"Erreur %lld", formatInEnglish},
     {"%f", formatInEnglish},
     // Written through.
     {"%n", formatInEnglish},
@@ -34,6 +35,9 @@ inline constexpr FormatTranslation formatTranslations[] = {
     // More room than there is.
     {"%.1000000d", formatInEnglish},
     {"%2147483647d", formatInEnglish},
+    // More than a runtime has room for, though the text has.
+    {"Erreur %.900d", formatInEnglish},
+    {"Erreur %#0900x", formatInEnglish},
     // None that the runtime knows.
     {"%1$s", formatInEnglish},
     {"%1$d", formatInEnglish},
@@ -42,6 +46,9 @@ inline constexpr FormatTranslation formatTranslations[] = {
     // Harmless.
     {"Erreur %d !", "Erreur 1094795585 !"},
     {"Erreur 0x%x", "Erreur 0x41414141"},
+    {"Erreur %010X, 100 %%", "Erreur 0041414141, 100 %"},
+    {"Erreur %-12d!", "Erreur 1094795585  !"},
+    {"Erreur %+.12d", "Erreur +001094795585"},
     {"%%n", "%n"},
     {"Erreur du serveur", "Erreur du serveur"},
 };

@@ -81,7 +81,8 @@ TEST(Placeholders, HostileOnesInPlaceOfANumberAreNotRead) {
     for (const WCHAR* const hostile :
          {TEXT("%s"), TEXT("%S"), TEXT("%hs"), TEXT("%ls"), TEXT("%ws"), TEXT("%n"), TEXT("%hn"),
           TEXT("%*.*d"), TEXT("%*d"), TEXT("%.*d"), TEXT("%.1000000d"), TEXT("%2147483647d"), TEXT("%1000d"),
-          TEXT("%.0001d"), TEXT("%99999999999999999999d"), TEXT("%f"), TEXT("%c"), TEXT("%p"), TEXT("%a")})
+          TEXT("%4294967301d"), TEXT("%99999999999999999999d"), TEXT("%f"), TEXT("%c"), TEXT("%p"),
+          TEXT("%a")})
         EXPECT_FALSE(ReadsArgumentsOf(number, hostile));
 }
 
@@ -97,10 +98,32 @@ TEST(Placeholders, EqualTextsReadTheSame) {
 
 TEST(Placeholders, FlagsWidthsAndPrecisionsDoNotMatter) {
     EXPECT_TRUE(ReadsArgumentsOf(number, TEXT("%-+ #05.3d")));
-    EXPECT_TRUE(ReadsArgumentsOf(number, TEXT("%999.999d")));
     EXPECT_TRUE(ReadsArgumentsOf(TEXT("%08x"), TEXT("%u")));
     EXPECT_TRUE(ReadsArgumentsOf(TEXT("%s"), TEXT("%.3s")));
     EXPECT_TRUE(ReadsArgumentsOf(TEXT("%s"), TEXT("%.s")));
+}
+
+TEST(Placeholders, ANumberHasTheRoomOf64Bits) {
+    EXPECT_TRUE(ReadsArgumentsOf(number, TEXT("%20.20d")));
+    EXPECT_TRUE(ReadsArgumentsOf(number, TEXT("%#020.0020x")));
+    EXPECT_TRUE(ReadsArgumentsOf(TEXT("%g"), TEXT("%20.20f")));
+    EXPECT_TRUE(ReadsArgumentsOf(TEXT("%p"), TEXT("%-20p")));
+    for (const WCHAR* const longer :
+         {TEXT("%21d"), TEXT("%.21d"), TEXT("%-99d"), TEXT("%#099x"), TEXT("%.99o"), TEXT("%999d"),
+          TEXT("%.999d"), TEXT("%1000d"), TEXT("%.1000d")})
+        EXPECT_FALSE(ReadsArgumentsOf(number, longer));
+    EXPECT_FALSE(ReadsArgumentsOf(TEXT("%g"), TEXT("%.21f")));
+    EXPECT_FALSE(ReadsArgumentsOf(TEXT("%p"), TEXT("%21p")));
+}
+
+TEST(Placeholders, ATextHasTheRoomOfAMessage) {
+    for (const WCHAR* const letter : {TEXT("s"), TEXT("S"), TEXT("c"), TEXT("C")}) {
+        const WideString original = Percent(letter);
+        EXPECT_TRUE(
+            ReadsArgumentsOf(original.c_str(), Percent(TEXT("-999.999") + WideString(letter)).c_str()));
+        EXPECT_FALSE(ReadsArgumentsOf(original.c_str(), Percent(TEXT("1000") + WideString(letter)).c_str()));
+        EXPECT_FALSE(ReadsArgumentsOf(original.c_str(), Percent(TEXT(".1000") + WideString(letter)).c_str()));
+    }
 }
 
 TEST(Placeholders, ADoubledPercentReadsNothing) {

@@ -125,6 +125,7 @@ TEST_F(Files, EndingsTellTheForm) {
     EXPECT_EQ(FormToWrite("A.TXT"), FileForm::Language);
     EXPECT_EQ(FormToWrite("a.tsv"), FileForm::Table);
     EXPECT_EQ(FormToWrite("a.po"), FileForm::Po);
+    EXPECT_EQ(FormToWrite("a.POT"), FileForm::Po);
     for (const std::string path : {"a.csv", "a", "", ".txt", "po", "a.po.bak"})
         EXPECT_THROW(FormToWrite(path), UsageError);
 }

@@ -1,6 +1,7 @@
 #include "check/TextCheck.h"
 
 #include <algorithm>
+#include <ranges>
 
 #include "Utf16.h"
 #include "check/CharacterCheck.h"
@@ -18,6 +19,7 @@ namespace {
 /* Nobody is helped by more, and to look for similar texts takes time. */
 constexpr size_t mostSimilar = 100;
 constexpr size_t mostTold = 1000;
+constexpr size_t mostListed = 10;
 
 bool IsTitle(const ShownText& shown) {
     return shown.places.front().kind == TextKind::Title;
@@ -69,8 +71,9 @@ size_t CountAccessKeys(WideStringView text) {
 
 std::string ListOf(const std::vector<WideStringView>& placeholders) {
     std::string list;
-    for (const WideStringView placeholder : placeholders)
-        list += (list.empty() ? "" : ", ") + Utf8Of(placeholder);
+    for (const WideStringView placeholder : placeholders | std::views::take(mostListed))
+        list += (list.empty() ? "" : ", ") + Quoted(placeholder);
+    if (placeholders.size() > mostListed) list += " and more";
     return list.empty() ? "none" : list;
 }
 

@@ -1,6 +1,7 @@
 /* What `check` says of texts and their translations. */
 #include "CheckFixture.h"
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -73,8 +74,23 @@ TEST_F(CheckTexts, PlaceholdersHaveToReadTheSame) {
     const size_t line = Replace("%d maps", "%d maps\t%s %5.2f%%");
     EXPECT_THAT(Check(),
                 ElementsAre(Error(line,
-                                  "the placeholders of '%d maps' are %d, those of the translation %s, "
-                                  "%5.2f, %%: it would not be shown")));
+                                  "the placeholders of '%d maps' are '%d', those of the translation '%s', "
+                                  "'%5.2f', '%%': it would not be shown")));
+}
+
+TEST_F(CheckTexts, OddPlaceholdersAreToldInOneLine) {
+    const std::string begin = "the placeholders of '%d maps' are '%d', those of the translation ";
+    const std::string end = ": it would not be shown";
+    const std::string many = "'%d', '%d', '%d', '%d', '%d', '%d', '%d', '%d', '%d', '%d' and more";
+    const std::pair<std::string, std::string> cases[] = {
+        {"%d, 100 %", "'%d', '%'"},       {"%d, 100 % ", "'%d', '% '"}, {"%\\n%d", "'%\\n', '%d'"},
+        {"%\x01", "'%\u25A1'"},           {"%1$s", "'%1$s'"},           {"%.100d", "'%.100d'"},
+        {"%d%d%d%d%d%d%d%d%d%d%n", many},
+    };
+    for (const auto& [translation, list] : cases) {
+        const size_t line = Replace("%d maps", "%d maps\t" + translation);
+        EXPECT_THAT(Check(), Contains(Error(line, begin + list + end))) << translation;
+    }
 }
 
 TEST_F(CheckTexts, PlaceholdersMayHaveAnotherFormOfTheSameType) {

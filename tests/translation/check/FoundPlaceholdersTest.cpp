@@ -11,8 +11,19 @@ TEST(FoundPlaceholders, EndWithTheirLetter) {
 }
 
 TEST(FoundPlaceholders, APercentSignAtTheEndIsOne) {
-    EXPECT_THAT(FindPlaceholders(u"%d of 100 %"), ElementsAre(u"%d", u"%"));
+    EXPECT_THAT(FindPlaceholders(u"100 %"), ElementsAre(u"%"));
+    EXPECT_THAT(FindPlaceholders(u"%d%%%"), ElementsAre(u"%d", u"%%", u"%"));
     EXPECT_THAT(FindPlaceholders(u"100"), IsEmpty());
+}
+
+TEST(FoundPlaceholders, OnesThatOnlyOtherRuntimesKnowAreFoundWhole) {
+    EXPECT_THAT(FindPlaceholders(u"%1$s %'d %lld %zu %hhx %Id"),
+                ElementsAre(u"%1$s", u"%'d", u"%lld", u"%zu", u"%hhx", u"%Id"));
+}
+
+TEST(FoundPlaceholders, ACharacterIsNotDivided) {
+    EXPECT_THAT(FindPlaceholders(u"%\U0001F600d"), ElementsAre(u"%\U0001F600"));
+    EXPECT_THAT(FindPlaceholders(u"%\n%d"), ElementsAre(u"%\n", u"%d"));
 }
 
 TEST(FoundPlaceholders, OneThatIsCutGoesToTheEnd) {
