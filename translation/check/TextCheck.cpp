@@ -106,8 +106,10 @@ public:
             if (told >= mostTold) break;
             if (!entry.isObsolete) CheckEntry(entry);
         }
-        for (const auto& [line, text] : file.emptyLines)
+        for (const auto& [line, text] : file.emptyLines) {
+            if (told >= mostTold) break;
             CheckReplaced(line, text);
+        }
         for (const ShownText& shown : AllShownTexts())
             CheckText(shown);
     }
@@ -132,9 +134,9 @@ private:
     /* An empty translation of a text that another line translates. */
     void CheckReplaced(size_t line, const WideString& text) {
         const ShownText* const shown = FindShownText(text);
+        if (shown == nullptr || IsTitle(*shown)) return;
         const CatalogueEntry* const entry = catalogue.Find(text);
-        if (shown != nullptr && !IsTitle(*shown) && entry != nullptr && entry->line != line)
-            TellEmpty(line, text);
+        if (entry != nullptr && entry->line != line) TellEmpty(line, text);
     }
 
     void TellEmpty(size_t line, WideStringView text) {
