@@ -1,7 +1,7 @@
 #include "check/TextCheck.h"
 
 #include <algorithm>
-#include <ranges>
+#include <span>
 
 #include "Utf16.h"
 #include "check/CharacterCheck.h"
@@ -69,9 +69,9 @@ size_t CountAccessKeys(WideStringView text) {
     return count;
 }
 
-std::string ListOf(const std::vector<WideStringView>& placeholders) {
+std::string ListOf(std::span<const WideStringView> placeholders) {
     std::string list;
-    for (const WideStringView placeholder : placeholders | std::views::take(mostListed))
+    for (const WideStringView placeholder : placeholders.first(std::min(placeholders.size(), mostListed)))
         list += (list.empty() ? "" : ", ") + Quoted(placeholder);
     if (placeholders.size() > mostListed) list += " and more";
     return list.empty() ? "none" : list;
