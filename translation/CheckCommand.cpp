@@ -7,6 +7,7 @@
 #include "Commands.h"
 #include "check/TextCheck.h"
 #include "files/Files.h"
+#include "files/Harvest.h"
 #include "files/Quoted.h"
 #include "files/TableCheck.h"
 #include "files/TableFile.h"
@@ -17,21 +18,23 @@ namespace {
 constexpr const char* languageFile = "-";
 
 CheckedFile ReadPoToCheck(const std::string& path, Complaints& complaints) {
-    CheckedFile file{ReadCatalogue(path, complaints), 0, {}};
-    file.lastLine = static_cast<size_t>(std::ranges::count(ReadFile(path), '\n'));
+    CheckedFile file{ReadCatalogue(path, complaints), 0, {}, false};
+    file.lastLine = std::max(static_cast<size_t>(std::ranges::count(ReadFile(path), '\n')), size_t{1});
     CheckCatalogue(languageFile, file.catalogue, complaints);
     return file;
 }
 
 CheckedFile ReadTableToCheck(const std::string& path, const TableText& table, std::string_view bytes,
                              Complaints& complaints) {
+    CheckedFile file{ReadTable(table, complaints), std::max(table.lines.size(), size_t{1}),
+                     FindEmptyTranslations(table), table.encoding == TableEncoding::Unknown};
+    if (file.catalogue.entries.empty() && !complaints.empty()) return file;
     // A table is UTF-8 as it is; the library reads the others.
     if (FormToRead(path) == FileForm::Table)
         CheckTableEncoding(table, complaints);
     else
         CheckEncoding(path, bytes, table, complaints);
     CheckRecords(table, complaints);
-    CheckedFile file{ReadTable(table, complaints), table.lines.size(), FindEmptyTranslations(table)};
     return file;
 }
 
@@ -52,19 +55,27 @@ void CheckFile(const std::string& path, Complaints& complaints) {
     CheckTextsRead(ReadTableToCheck(path, table, bytes, complaints), complaints);
 }
 
+/* The exit code of one file. That it cannot be read keeps nobody from the others. */
+int JudgeFile(const std::string& path) {
+    Complaints complaints;
+    try {
+        CheckFile(path, complaints);
+    } catch (const UsageError& error) {
+        PrintFailure(error);
+        return 2;
+    }
+    PrintComplaints(path, complaints);
+    if (!complaints.empty()) return 1;
+    std::printf("%s: %zu texts, complete\n", path.c_str(), AllShownTexts().size());
+    return 0;
+}
+
 }  // namespace
 
 int RunCheck(Arguments arguments) {
     const FileCount any{1, std::numeric_limits<size_t>::max()};
     int code = 0;
-    for (const std::string& path : ReadCommandLine("check FILE...", any, {}, arguments).files) {
-        Complaints complaints;
-        CheckFile(path, complaints);
-        PrintComplaints(path, complaints);
-        if (complaints.empty())
-            std::printf("%s: %zu texts, complete\n", path.c_str(), AllShownTexts().size());
-        else
-            code = 1;
-    }
+    for (const std::string& path : ReadCommandLine("check FILE...", any, {}, arguments).files)
+        code = std::max(code, JudgeFile(path));
     return code;
 }

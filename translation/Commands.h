@@ -1,6 +1,6 @@
 /* The commands of orvande-translation. Each takes its arguments, prints what it has to say, and returns the
  * exit code: 0 all is well, 1 a file has mistakes, which are printed. Throws UsageError for everything that
- * keeps it from its work. */
+ * keeps it from its work; of several files, `check` prints that, goes on, and returns 2. */
 #pragma once
 
 #include <span>

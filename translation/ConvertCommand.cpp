@@ -14,5 +14,6 @@ int RunConvert(Arguments arguments) {
     TakePlacesOfThisVersion(catalogue);
     WriteCatalogue(out, catalogue, complaints);
     PrintComplaints(in, complaints);
+    PrintWarnings(in, catalogue.losses);
     return complaints.empty() ? 0 : 1;
 }

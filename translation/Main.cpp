@@ -1,5 +1,6 @@
 /* orvande-translation: the command line. */
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string_view>
@@ -26,7 +27,7 @@ constexpr const char* usage =
     "                                            a language that shows what was forgotten\n"
     "\n"
     "The name of a file tells its form: .txt is a language file, which the library reads, .tsv a table in\n"
-    "UTF-8, .po a file of gettext. Without --output, a language file goes to the standard output.\n"
+    "UTF-8, .po and .pot are gettext's. Without --output, a language file goes to the standard output.\n"
     "Exit code: 1 a file has mistakes, 2 wrong arguments, or a file cannot be read or written.\n";
 
 struct Command {
@@ -39,13 +40,20 @@ constexpr Command commands[] = {
     {"pseudo", RunPseudo}, {"template", RunTemplate},
 };
 
+/* Behind "--" all are files. */
+bool IsForHelp(Arguments arguments) {
+    const auto end = std::ranges::find(arguments, "--");
+    return std::any_of(arguments.begin(), end,
+                       [](const std::string& argument) { return argument == "--help" || argument == "-h"; });
+}
+
 int Run(Arguments arguments) {
     if (arguments.empty()) throw UsageError("a command is missing (--help tells them)");
-    const std::string& name = arguments.front();
-    if (name == "--help" || name == "-h") {
+    if (IsForHelp(arguments)) {
         std::fputs(usage, stdout);
         return 0;
     }
+    const std::string& name = arguments.front();
     if (name == "--version") {
         std::printf("orvande-translation %d.%d.%d\n", LM_ONLINE_VERSION_MAJOR, LM_ONLINE_VERSION_MINOR,
                     LM_ONLINE_VERSION_PATCH);
@@ -60,6 +68,8 @@ int Run(Arguments arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A file that may not grow any more is told as every other that cannot be written.
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         const std::vector<std::string> arguments(argv + 1, argv + std::max(argc, 1));
         const int code = Run(arguments);
@@ -67,7 +77,7 @@ int main(int argc, char** argv) {
             throw UsageError("'standard output' cannot be written");
         return code;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "orvande-translation: %s\n", error.what());
+        PrintFailure(error);
         return cannot;
     }
 }

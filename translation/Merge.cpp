@@ -33,8 +33,10 @@ public:
         for (const CatalogueEntry& entry : old.entries) {
             if (!entry.isObsolete) oldByText.emplace(entry.text, &entry);
         }
-        for (const CatalogueEntry& entry : old.entries)
+        for (const CatalogueEntry& entry : old.entries) {
             oldByText.emplace(entry.text, &entry);
+            AddByPlainText(entry);
+        }
         for (const CatalogueEntry& entry : merged.entries)
             (entry.isObsolete ? obsoleteTexts : texts).insert(entry.text);
     }
@@ -65,7 +67,22 @@ private:
             else if (same->value.empty())
                 same->value = field.value;
         }
+        AddOnce(merged.places, old.places);
+        AddOnce(merged.references, old.references);
+        AddOnce(merged.flags, old.flags);
         merged.isHeadFuzzy = merged.isHeadFuzzy && (old.isHeadFuzzy || old.fields.empty());
+    }
+
+    /* Of several texts that differ in their ornaments alone, the one without any is looked up by the library
+     * for all. */
+    void AddByPlainText(const CatalogueEntry& entry) {
+        if (entry.translation.empty()) return;
+        const WideString plain = WithoutOrnaments(entry.text);
+        const auto [found, isNew] = oldByPlainText.emplace(plain, &entry);
+        const CatalogueEntry& known = *found->second;
+        const bool isBetter = (known.isObsolete && !entry.isObsolete) ||
+                              (entry.text == plain && entry.isObsolete == known.isObsolete);
+        if (!isNew && isBetter) found->second = &entry;
     }
 
     [[nodiscard]] const CatalogueEntry* FindOld(const WideString& text) const {
@@ -75,31 +92,52 @@ private:
 
     void TakeOld(CatalogueEntry& entry) {
         const CatalogueEntry* const same = FindOld(entry.text);
-        if (same != nullptr) AddOnce(entry.notes, same->notes);
-        if (!entry.translation.empty()) {
+        if (same != nullptr) TakeWhatIsKnown(entry, *same);
+        if (!entry.translation.empty() && !IsGuessAgainst(entry, same)) {
             TellConflict(entry, same);
         } else if (same != nullptr && !same->translation.empty()) {
             entry.translation = same->translation;
             entry.isFuzzy = same->isFuzzy;
             entry.guessedFrom = same->guessedFrom;
+            entry.guessedFromScreen = same->guessedFromScreen;
         } else {
             Guess(entry);
         }
     }
 
+    /* What stands beside the old text, as far as the new one does not tell it: a harvest tells nothing. */
+    static void TakeWhatIsKnown(CatalogueEntry& entry, const CatalogueEntry& same) {
+        AddOnce(entry.notes, same.notes);
+        AddOnce(entry.flags, same.flags);
+        if (!entry.screen.empty() || !entry.places.empty() || !entry.references.empty()) return;
+        entry.screen = same.screen;
+        entry.places = same.places;
+        entry.references = same.references;
+        entry.isFormat = entry.isFormat || same.isFormat;
+    }
+
+    /* Whether the translation is a guess where the old one is none. */
+    static bool IsGuessAgainst(const CatalogueEntry& entry, const CatalogueEntry* same) {
+        return entry.isFuzzy && same != nullptr && !same->isObsolete && !same->isFuzzy &&
+               !same->translation.empty();
+    }
+
     void TellConflict(const CatalogueEntry& entry, const CatalogueEntry* same) {
         if (same == nullptr || same->isObsolete || same->translation.empty()) return;
-        if (same->translation != entry.translation) conflicts.push_back({same->line, entry.line, entry.text});
+        const bool wasGuess = same->isFuzzy && !entry.isFuzzy;
+        if (!wasGuess && same->translation != entry.translation)
+            conflicts.push_back({same->line, entry.line, entry.text});
     }
 
     void Guess(CatalogueEntry& entry) const {
-        const WideString plain = WithoutOrnaments(entry.text);
-        const CatalogueEntry* const without = FindOld(plain);
-        if (plain == entry.text || without == nullptr || without->translation.empty()) return;
-        AddOnce(entry.notes, without->notes);
-        entry.translation = without->translation;
+        const auto found = oldByPlainText.find(WithoutOrnaments(entry.text));
+        if (found == oldByPlainText.end() || found->first.empty()) return;
+        const CatalogueEntry& without = *found->second;
+        AddOnce(entry.notes, without.notes);
+        entry.translation = without.translation;
         entry.isFuzzy = true;
-        entry.guessedFrom = plain;
+        entry.guessedFrom = without.text;
+        entry.guessedFromScreen = without.screen;
     }
 
     /* Keeps what only the old one has. */
@@ -116,7 +154,8 @@ private:
     Catalogue merged;
     std::vector<MergeConflict>& conflicts;
     std::map<WideStringView, const CatalogueEntry*> oldByText;
-    std::set<WideString> texts;         /* of the new one, without obsolete ones */
+    std::map<WideString, const CatalogueEntry*> oldByPlainText; /* those with a translation */
+    std::set<WideString> texts;                                 /* of the new one, without obsolete ones */
     std::set<WideString> obsoleteTexts; /* of the new one, and all that only the old one has */
 };
 

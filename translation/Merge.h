@@ -16,7 +16,7 @@ struct MergeConflict {
  * What translators have noted in `old` is kept, once.
  *
  * A text that only `old` has is kept behind them when `isWhole` does not hold. When it holds, `fresh` has all
- * texts that there are: one with a translation becomes obsolete, one without goes. Where `fresh` has a text
- * with ornaments (&, full stop, colon, double quote) and no translation, that of the text without them is a
- * guess, as it is for the library. */
+ * texts that there are: one with a translation becomes obsolete, one without goes. Where `fresh` has no
+ * translation and `old` none of the same text, that of one that differs in its ornaments alone (&, full stop,
+ * colon, double quote) is a guess. A guess of `fresh` gives way to what is none in `old`. */
 Catalogue Merge(const Catalogue& old, Catalogue fresh, bool isWhole, std::vector<MergeConflict>& conflicts);

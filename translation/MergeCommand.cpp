@@ -21,6 +21,17 @@ bool HasAllShownTexts(const Catalogue& catalogue) {
                                [&](const ShownText& shown) { return texts.contains(shown.text); });
 }
 
+/* How many texts of `old` are in use there, and not in `merged`. */
+ptrdiff_t CountThatBecameObsolete(const Catalogue& old, const Catalogue& merged) {
+    std::set<WideStringView> obsolete;
+    for (const CatalogueEntry& entry : merged.entries) {
+        if (entry.isObsolete) obsolete.insert(entry.text);
+    }
+    return std::ranges::count_if(old.entries, [&](const CatalogueEntry& entry) {
+        return !entry.isObsolete && obsolete.contains(entry.text);
+    });
+}
+
 /* Mistakes of `path` are told; what cannot be written as `output` is one. */
 Catalogue Read(const std::string& path, const std::string& output, bool& isWell) {
     Complaints complaints;
@@ -28,6 +39,7 @@ Catalogue Read(const std::string& path, const std::string& output, bool& isWell)
     TakePlacesOfThisVersion(catalogue);
     CheckCatalogue(output, catalogue, complaints);
     PrintComplaints(path, complaints);
+    PrintWarnings(path, catalogue.losses);
     isWell = isWell && complaints.empty();
     return catalogue;
 }
@@ -52,6 +64,10 @@ int RunMerge(Arguments arguments) {
         std::fprintf(stderr, "%s:%zu: note: line %zu of '%s' translates %s otherwise, and counts\n",
                      line.files[0].c_str(), conflict.oldLine, conflict.newLine, line.files[1].c_str(),
                      Quoted(conflict.text).c_str());
+    }
+    if (const ptrdiff_t count = CountThatBecameObsolete(old, merged); count > 0) {
+        std::fprintf(stderr, "%s: note: texts that are obsolete now, as '%s' has them no more: %td\n",
+                     line.files[0].c_str(), line.files[1].c_str(), count);
     }
     return 0;
 }

@@ -93,6 +93,13 @@ class Places(unittest.TestCase):
         self.assertEqual([Place("SoftKey", "The log", "src/Ui.rc:5")], self.found['Log "it"'].places)
 
 
+    def test_a_dialog_may_have_no_caption(self):
+        made = resources()
+        made.dialogs[1].caption = ""
+        self.assertEqual(["Sample", "File", "OK", 'Log "it"', "Full", "Ask", "No"],
+                         [text.text for text in find(made=made)])
+
+
 class WithoutPlace(unittest.TestCase):
     def refusal(self, *arguments, **named):
         with self.assertRaises(Mistake) as raised:
@@ -104,6 +111,10 @@ class WithoutPlace(unittest.TestCase):
                          "translation/texts/find_texts.py does not say "
                          "on which screen (SOURCES)",
                          self.refusal({"src/New.cpp": 'void h() { Show(L"New"); }'}))
+
+    def test_an_empty_text(self):
+        self.assertEqual("src/Ask.cpp:1: error: an empty text is shown",
+                         self.refusal({"src/Ask.cpp": 'A::A() : Dialog(ASK_DIALOG) { Show(L""); }'}))
 
     def test_a_source_that_shows_nothing_any_more(self):
         self.assertIn("src/ui/Dialog.h, among the SOURCES, shows no text",

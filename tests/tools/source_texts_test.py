@@ -220,6 +220,11 @@ class Mistakes(unittest.TestCase):
         self.assertIn("a constructor, Sample, shows its argument",
                       self.refusal("class Sample { Sample(const WCHAR* text) { Show(0, text); } };\n"))
 
+    def test_a_pack_of_arguments_hides_all_but_the_first(self):
+        self.assertEqual("a.cpp:1: error: ShowAll shows a pack of arguments; let it have one text",
+                         self.refusal("template <class... T> void ShowAll(int n, T... texts) "
+                                      "{ (Show(n, texts), ...); }\n"))
+
     def test_an_operator_shows_nothing(self):
         self.assertEqual("a.cpp:1: error: an operator shows its argument; let a function that has a name",
                          self.refusal("void operator<<(Out&, const WCHAR* text) { Show(0, text); }\n"))

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -60,6 +61,41 @@ TEST_F(Files, WrittenFileKeepsItsModeAndItsLinks) {
     EXPECT_EQ(state.st_mode & 07777, 0640U);
 }
 
+TEST_F(Files, LinkToNothingIsWrittenThere) {
+    std::filesystem::create_symlink("second", PathOf("first"));
+    std::filesystem::create_symlink("a", PathOf("second"));
+    WriteFile(PathOf("first"), "a");
+    EXPECT_EQ(ReadFile(PathOf("a")), "a");
+    EXPECT_TRUE(std::filesystem::is_symlink(PathOf("first")));
+    EXPECT_TRUE(std::filesystem::is_symlink(PathOf("second")));
+}
+
+TEST_F(Files, LinkToItselfCannotBeWritten) {
+    std::filesystem::create_symlink("a", PathOf("a"));
+    EXPECT_THAT(ErrorOf([&] { WriteFile(PathOf("a"), "a"); }),
+                HasSubstr("Too many levels of symbolic links"));
+    EXPECT_EQ(CountFiles(), 1U);
+}
+
+TEST_F(Files, NameMayBeAsLongAsNamesAre) {
+    WriteFile(PathOf(std::string(255, 'a')), "a");
+    EXPECT_EQ(CountFiles(), 1U);
+}
+
+TEST_F(Files, ProtectedFileIsNotReplaced) {
+    WriteFile(PathOf("a"), "a");
+    ASSERT_EQ(chmod(PathOf("a").c_str(), 0444), 0);
+    ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
+    // Nothing is protected from root.
+    constexpr uid_t nobody = 65534;
+    const uid_t user = geteuid();
+    ASSERT_EQ(seteuid(user == 0 ? nobody : user), 0);
+    const std::string error = ErrorOf([&] { WriteFile(PathOf("a"), "b"); });
+    ASSERT_EQ(seteuid(user), 0);
+    EXPECT_THAT(error, HasSubstr("cannot be written: Permission denied"));
+    EXPECT_EQ(ReadFile(PathOf("a")), "a");
+}
+
 TEST_F(Files, WhatCannotBeReadIsTold) {
     EXPECT_EQ(ErrorOf([&] { ReadFile(PathOf("none")); }),
               "'" + PathOf("none") + "' cannot be read: No such file or directory");
@@ -89,6 +125,7 @@ TEST_F(Files, EndingsTellTheForm) {
     EXPECT_EQ(FormToWrite("A.TXT"), FileForm::Language);
     EXPECT_EQ(FormToWrite("a.tsv"), FileForm::Table);
     EXPECT_EQ(FormToWrite("a.po"), FileForm::Po);
+    EXPECT_EQ(FormToWrite("a.POT"), FileForm::Po);
     for (const std::string path : {"a.csv", "a", "", ".txt", "po", "a.po.bak"})
         EXPECT_THROW(FormToWrite(path), UsageError);
 }

@@ -15,6 +15,9 @@ public:
         Catalogue catalogue;
         catalogue.notes = Lines();
         catalogue.isHeadFuzzy = Coin();
+        catalogue.places = Lines();
+        if (Coin()) catalogue.references = {u"a.cpp:1"};
+        catalogue.flags = Flags();
         if (Coin()) catalogue.fields.push_back({u"X-Field", Line()});
         for (size_t count = Below(4); count > 0; --count)
             catalogue.entries.push_back(Entry(WideString(count, u'z')));
@@ -28,13 +31,24 @@ private:
         if (Coin()) entry.translation = Text();
         entry.notes = Lines();
         entry.places = Lines();
-        if (Coin()) entry.references = {u"a.cpp:1", u"b:c"};
-        if (Coin()) entry.screen = Line();
+        if (Coin())
+            entry.references = {u"a.cpp:1", u"b:c",
+                                u"\x2068"
+                                u"d e.cpp\x2069:2"};
+        entry.flags = Flags();
+        if (Coin()) entry.screen = Text();
         entry.isFormat = Coin();
         entry.isFuzzy = Coin();
         if (Coin()) entry.guessedFrom = Text();
+        if (!entry.guessedFrom.empty() && Coin()) entry.guessedFromScreen = Text();
         entry.isObsolete = Coin();
         return entry;
+    }
+
+    std::vector<WideString> Flags() {
+        static const std::vector<WideString> some[] = {
+            {}, {u"no-wrap"}, {u"max-length:20", u"no-python-format"}, {u"range: 0..9", u"a\\t"}};
+        return some[Below(std::size(some))];
     }
 
     size_t Below(size_t end) { return random() % end; }

@@ -80,8 +80,10 @@ TEST_F(MergeCommand, TextsThatAreGoneBecomeObsoleteWhenTheNewHasAll) {
     EXPECT_THAT(merged, testing::EndsWith("\n\n# note\n#~ Gone\n#~ Parti\n"));
     EXPECT_THAT(merged, HasSubstr("\nCancel\tAnnuler\n"));
     EXPECT_THAT(merged, Not(HasSubstr("Never")));
+    EXPECT_EQ(notes, "old.tsv: note: texts that are obsolete now, as 'new.tsv' has them no more: 1\n");
     // The same again changes nothing.
     EXPECT_EQ(Merged(merged, AllTexts()), merged);
+    EXPECT_EQ(notes, "");
 }
 
 TEST_F(MergeCommand, ObsoleteTextsComeBack) {
@@ -95,6 +97,29 @@ TEST_F(MergeCommand, ObsoleteTextsComeBack) {
 TEST_F(MergeCommand, TranslationOfAPlainTextIsAGuessForOneWithOrnaments) {
     EXPECT_EQ(Merged("#+\n\n# n\nOpen\tOuvrir\n", "#+\n\n&Open...\tXXXX\n"),
               "#+\n\n# n\n#, fuzzy\n#| Open\n&Open...\tOuvrir\n\n# n\nOpen\tOuvrir\n");
+}
+
+TEST_F(MergeCommand, TextThatChangedInItsOrnamentsAloneHasItsTranslationAsAGuess) {
+    EXPECT_EQ(Merged("#+\n\nOpen:\tOuvrir :\n", "#+\n\n&Open...\tXXXX\n"),
+              "#+\n\n#, fuzzy\n#| Open:\n&Open...\tOuvrir :\n\nOpen:\tOuvrir :\n");
+    EXPECT_THAT(Merged("#+\n\nOpen:\tOuvrir :\n#~ Open\n#~ Ouvre\n", "#+\n\nOpen.\tXXXX\n"),
+                HasSubstr("#| Open:\nOpen.\tOuvrir :\n"));
+    EXPECT_THAT(Merged("#+\n\nOpen:\tOuvrir :\nOpen\tOuvrir\n", "#+\n\nOpen.\tXXXX\n"),
+                HasSubstr("#| Open\nOpen.\tOuvrir\n"));
+    EXPECT_THAT(Merged("#+\n\n...\t...\n", "#+\n\n:\tXXXX\n"), HasSubstr("\n:\tXXXX\n"));
+}
+
+TEST_F(MergeCommand, GuessGivesWayToWhatIsNone) {
+    EXPECT_EQ(Merged("#+\n\nA\told\n", "#+\n\n#, fuzzy\n#| B\nA\tnew\n"), "#+\n\nA\told\n");
+    EXPECT_EQ(Merged("#+\n\n#, fuzzy\n#| B\nA\told\n", "#+\n\nA\tnew\n"), "#+\n\nA\tnew\n");
+    EXPECT_EQ(notes, "");
+    EXPECT_EQ(Merged("#+\n\n#~ A\n#~ old\n", "#+\n\n#, fuzzy\nA\tnew\n"), "#+\n\n#, fuzzy\nA\tnew\n");
+}
+
+TEST_F(MergeCommand, HarvestDoesNotTakeAwayWhatIsKnownOfItsTexts) {
+    const std::string old = "#+\n\n#. Main: label\n#: main.c:1\n#, c-format\nHi %s\tSalut %s\n";
+    EXPECT_EQ(Merged(old, "Hi %s\tXXXX\n"), old);
+    EXPECT_EQ(Merged(old, "#+\n\n#: new.c:2\nHi %s\tXXXX\n"), "#+\n\n#: new.c:2\nHi %s\tSalut %s\n");
 }
 
 TEST_F(MergeCommand, LanguageFileGoesToTheStandardOutput) {

@@ -25,14 +25,16 @@ inline std::string Utf16Bytes(WideStringView text) {
 
 /* All that a catalogue holds but the numbers of lines. */
 inline std::string Described(const Catalogue& catalogue) {
-    std::vector<std::vector<WideString>> all = {catalogue.notes};
+    std::vector<std::vector<WideString>> all = {catalogue.notes, catalogue.places, catalogue.references,
+                                                catalogue.flags};
     for (const CatalogueField& field : catalogue.fields)
         all.push_back({field.name, field.value});
     for (const CatalogueEntry& entry : catalogue.entries) {
         const auto flag = [](bool isSet) { return isSet ? WideString(u"1") : WideString(u"0"); };
-        all.push_back({entry.text, entry.translation, entry.screen, entry.guessedFrom, flag(entry.isFormat),
-                       flag(entry.isFuzzy), flag(entry.isObsolete)});
-        all.insert(all.end(), {entry.notes, entry.places, entry.references});
+        all.push_back({entry.text, entry.translation, entry.screen, entry.guessedFrom,
+                       entry.guessedFromScreen, flag(entry.isFormat), flag(entry.isFuzzy),
+                       flag(entry.isObsolete)});
+        all.insert(all.end(), {entry.notes, entry.places, entry.references, entry.flags});
     }
     return testing::PrintToString(catalogue.isHeadFuzzy) + testing::PrintToString(all);
 }

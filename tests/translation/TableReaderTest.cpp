@@ -139,20 +139,52 @@ TEST(TableReader, HarvestIsTakenAsItWasWritten) {
     EXPECT_EQ(read, (std::set<WideString>{u"C:\new \"x\"", u"a\tb\nc", u"\"\"", u"Path \\\\server"}));
 }
 
-TEST(TableReader, HarvestThatIsPartlyTranslatedKeepsTheQuotesOfShownTexts) {
+TEST(TableReader, HarvestThatIsPartlyTranslatedKeepsItsQuotes) {
     const std::string shown =
         "The Password is not correct. If you have lost your password, click the \"I Forgot\" button.";
     const Catalogue catalogue = Read("Sign \"in\"\tXXXX\n" + shown + "\tAppuyez sur \"Oubli\".\n");
     ASSERT_EQ(catalogue.entries.size(), 2U);
-    EXPECT_EQ(catalogue.entries[0].text, u"Sign in");
+    EXPECT_EQ(catalogue.entries[0].text, u"Sign \"in\"");
     EXPECT_EQ(catalogue.entries[1].text, Utf16Of(shown));
     EXPECT_EQ(catalogue.entries[1].translation, u"Appuyez sur \"Oubli\".");
 }
 
 TEST(TableReader, FileWithACommentOrInAnotherOrderIsNoHarvest) {
-    EXPECT_EQ(Read("# a\nA \"b\"\tXXXX\n").entries.at(0).text, u"A b");
-    EXPECT_EQ(Read("B\tXXXX\nA \"b\"\tXXXX\n").entries.at(1).text, u"A b");
-    EXPECT_EQ(Read("A \"b\"\tXXXX\nB\tXXXX\n").entries.at(0).text, u"A \"b\"");
+    EXPECT_EQ(Read("A \"b\\\\\"\tXXXX\nB\tXXXX\n").entries.at(0).text, u"A \"b\\\\\"");
+    EXPECT_EQ(Read("# a\nA \"b\\\\\"\tXXXX\n").entries.at(0).text, u"A \"b\\\"");
+    EXPECT_EQ(Read("B\tXXXX\nA \"b\\\\\"\tXXXX\n").entries.at(1).text, u"A \"b\\\"");
+}
+
+TEST(TableReader, HarvestInWhichTranslationsWereWrittenIsOneStill) {
+    const Catalogue catalogue = Read("\"Go\"\tAller\r\n\\\\server \"x\" \"\"\tXXXX\r\n\r\n");
+    ASSERT_EQ(catalogue.entries.size(), 2U);
+    EXPECT_EQ(catalogue.entries[0].text, u"\"Go\"");
+    EXPECT_EQ(catalogue.entries[0].translation, u"Aller");
+    EXPECT_EQ(catalogue.entries[1].text, u"\\\\server \"x\" \"\"");
+    EXPECT_EQ(Read("\"Go\"\tAller\nStop\tXXXX\n").entries.at(0).text, u"Go");
+}
+
+TEST(TableReader, FieldWithDoubledQuotesIsOfNoHarvest) {
+    EXPECT_EQ(Read("\"Say \"\"hi\"\"\"\tXXXX\n").entries.at(0).text, u"Say \"hi\"");
+    EXPECT_EQ(Read("\"Go\"\tXXXX\n").entries.at(0).text, u"\"Go\"");
+}
+
+TEST(TableReader, OrderOfAHarvestTellsWhatABackslashIs) {
+    const std::set<WideString> texts = {u"C:\\data \"a\"", u"C:\\new \"b\"", u"C:\\to \"c\""};
+    const Catalogue catalogue = Read(Harvest(texts));
+    std::set<WideString> read;
+    for (const CatalogueEntry& entry : catalogue.entries)
+        read.insert(entry.text);
+    EXPECT_EQ(read, texts);
+}
+
+TEST(TableReader, HarvestedTextWithACarriageReturnIsLeftOut) {
+    const Catalogue catalogue = Read(Harvest({u"a\r\nb \"c\"", u"d \"e\"", u"f\r"}));
+    ASSERT_EQ(catalogue.entries.size(), 1U);
+    EXPECT_EQ(catalogue.entries[0].text, u"d \"e\"");
+    const std::string sentence = " is left out: no language file can have a text with a carriage return";
+    EXPECT_THAT(Sentences(catalogue.losses),
+                ElementsAre("1: 'a\xE2\x96\xA1\\nb \"c\"'" + sentence, "3: 'f\xE2\x96\xA1'" + sentence));
 }
 
 TEST(TableReader, MistakesAreToldWithTheirLines) {

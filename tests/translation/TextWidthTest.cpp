@@ -20,9 +20,23 @@ TEST(TextWidth, IsTheSumOfTheCharacters) {
     EXPECT_EQ(6 + 6, WidthOf(u"\u00E4\u20AC"));
 }
 
-TEST(TextWidth, CharactersThatTheFontLacksAreAsWideAsHigh) {
-    EXPECT_EQ(-1, WidthInTahoma(u'\u4E00'));
-    EXPECT_EQ(2 * 11, WidthOf(u"\u4E00\u3042"));
+TEST(TextWidth, CharactersOfEastAsiaAreAsWideAsHigh) {
+    for (const WCHAR unit : {u'\u1100', u'\u2E80', u'\u3042', u'\u4E00', u'\uAC00', u'\uF900', u'\uFF21'}) {
+        EXPECT_EQ(-1, WidthInTahoma(unit));
+        EXPECT_EQ(11, WidthOf(WideString(1, unit)));
+    }
+}
+
+TEST(TextWidth, OtherLettersThatTheFontLacksAreOfAverageWidth) {
+    for (const WCHAR unit : {u'\u03B1', u'\u05D0', u'\u0E01', u'\u10D0', u'\u1F00'}) {
+        EXPECT_EQ(-1, WidthInTahoma(unit));
+        EXPECT_EQ(6, WidthOf(WideString(1, unit)));
+    }
+}
+
+TEST(TextWidth, AccentsOverALetterTakeNoRoom) {
+    EXPECT_EQ(-1, WidthInTahoma(u'\u0301'));
+    EXPECT_EQ(WidthOf(u"e"), WidthOf(u"e\u0301"));
 }
 
 TEST(TextWidth, APairOfHalvesIsOneCharacter) {

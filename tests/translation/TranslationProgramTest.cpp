@@ -34,6 +34,23 @@ TEST_F(TranslationProgram, HelpTellsEveryCommand) {
     EXPECT_EQ(result.errors, "");
 }
 
+TEST_F(TranslationProgram, EveryCommandTellsIt) {
+    const std::string help = Start("--help").output;
+    for (const std::string command : {"template", "check a", "convert", "merge a b", "pseudo"}) {
+        EXPECT_EQ(Start(command + " --help").output, help);
+        EXPECT_EQ(Start(command + " -h").output, help);
+    }
+    EXPECT_EQ(Start("check -- --help").code, 2);
+}
+
+TEST_F(TranslationProgram, FileThatMayNotGrowIsToldAndNotLeftBehind) {
+    const std::string line = "cd '" + PathOf("") +
+                             "' && ulimit -f 0 && '" ORVANDE_TRANSLATION_PROGRAM
+                             "' template --output a.po 2>&1 >&- | grep -c '^orvande.*File too large$'";
+    EXPECT_EQ(std::system((line + " >/dev/null").c_str()), 0);
+    EXPECT_FALSE(Exists("a.po"));
+}
+
 TEST_F(TranslationProgram, VersionIsThatOfTheHeader) {
     EXPECT_EQ(Start("--version").output, "orvande-translation " + std::to_string(LM_ONLINE_VERSION_MAJOR) +
                                              "." + std::to_string(LM_ONLINE_VERSION_MINOR) + "." +

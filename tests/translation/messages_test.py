@@ -19,7 +19,7 @@ PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 PAGE = (SOURCE / "docs/translation-files.md").read_text(encoding="utf-8")
 CHECKING = PAGE.partition("\n## Checking\n")[2].partition("\n## ")[0]
 MESSAGE = re.compile(r"^\| `(.*?)` \| ", re.MULTILINE)
-VARIABLE = re.compile(r"FILE|TEXT|OTHER|NUMBER|PLACE|PROGRAM|LIST|TRANSLATION|NAME|FIELD|GARBAGE|WORD")
+VARIABLE = re.compile(r"FILE|LETTER|TEXT|OTHER|NUMBER|PLACE|PROGRAM|LIST|TRANSLATION|NAME|FIELD|GARBAGE|WORD")
 SAID = re.compile(r"^[^:]+:(?:\d+:)? error: (.*)$", re.MULTILINE)
 # No text of this version has an access key, so nothing can be wrong with one.
 NOT_SAID_TODAY = {"the access key is lost: write & before a letter, as in 'TEXT'",
@@ -42,6 +42,13 @@ MISTAKES = {
     "guess.tsv": b"# Head\n\n#, fuzzy\nMenu\tMenu\n",
     "placeholder.tsv": b"The server returned error code %d\tErrore %s\n",
     "ampersand.tsv": b"Menu\tA & B\n",
+    "two-ampersands.tsv": b"Internal server error\tA && B\n",
+    "never-used.tsv": b"New Users:\tA\nNew Users\tB\n",
+    "accent.tsv": "Menu\tMenu\u0301\n".encode(),
+    "accent-alone.tsv": "Menu\tMex\u0301nu\n".encode(),
+    "made-of-bytes.tsv": "Menu\tMenÃ¼\n".encode(),
+    "unreadable.tsv": "Menu\tMe\u00ADnu\n".encode(),
+    "backslash.tsv": b"Internal server error\tA\\\\nB\n",
     "name.tsv": b"Menu\tElenco\nSelect Menu / New Account\tAltro\n",
     "line-break.tsv": b"Menu\tMe\\nnu\n",
     "too-wide.tsv": b"Menu\t" + 40 * b"W" + b"\n",
@@ -61,11 +68,15 @@ MISTAKES = {
     "obsolete-alone.tsv": b"# Head\n\n#~ Log in\n\nMenu\tMenu\n",
     "utf-8.txt": "Menu\tMenù\n".encode(),
     "utf-8-mark.txt": b"\xef\xbb\xbfMenu\tMenu\n",
+    "not-latin.txt": "Menu\tМеню\n".encode("cp1251"),
     "no-mark.txt": language_file("Menu\tMenu\r\n")[2:],
     "big-endian.txt": b"\xfe\xff" + "Menu\tMenu\r\n".encode("utf-16-be"),
     "odd.txt": language_file("Menu\tMenu\r\n") + b"x",
     "unknown-bytes.txt": b"Menu\tMen\x80\n",
     "harvest.txt": language_file("Menu\tXXXX\r\n"),
+    "po.txt": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Menu"\n',
+    "utf-16.po": language_file("Menu\tMenu\r\n"),
+    "table.po": b"Menu\tMenu\n",
     "bytes.po": PO_HEAD.encode() + b'msgid "Menu"\nmsgstr "Men\xf9"\n',
     "charset.po": PO_HEAD.replace("UTF-8", "ISO-8859-1").encode() + b'msgid "Menu"\nmsgstr "Menu"\n',
     "mislabelled.po": (PO_HEAD.replace("UTF-8", "ISO-8859-1") + 'msgid "Menu"\nmsgstr "Menù"\n').encode(),

@@ -5,5 +5,6 @@
 
 #include <vector>
 
-/* Each from its % to its letter, as parts of `format`; %% is one, too, and so is a % at the end. */
+/* Each from its % to its letter, as parts of `format`; %% is one, too, and so is a % at the end, which is
+ * never shown. */
 std::vector<WideStringView> FindPlaceholders(WideStringView format);

@@ -3,6 +3,8 @@
 #include <set>
 #include <utility>
 
+#include "files/Quoted.h"
+
 void AddOnce(std::vector<WideString>& lines, const std::vector<WideString>& added) {
     if (added.empty()) return;
     std::set<WideString> known(lines.begin(), lines.end());
@@ -32,19 +34,32 @@ void CatalogueBuilder::Add(CatalogueEntry entry) {
     AddOnce(earlier.notes, entry.notes);
     AddOnce(earlier.places, entry.places);
     AddOnce(earlier.references, entry.references);
+    AddOnce(earlier.flags, entry.flags);
     earlier.isFormat = earlier.isFormat || entry.isFormat;
     if (entry.translation.empty()) return;
+    if (!earlier.translation.empty() && earlier.translation != entry.translation)
+        Complain(catalogue.losses, earlier.line,
+                 Quoted(entry.text) + " is translated otherwise in line " + std::to_string(entry.line) +
+                     ", which counts");
     earlier.translation = std::move(entry.translation);
     earlier.isFuzzy = entry.isFuzzy;
     earlier.guessedFrom = std::move(entry.guessedFrom);
+    earlier.guessedFromScreen = std::move(entry.guessedFromScreen);
     earlier.line = entry.line;
 }
 
 Catalogue CatalogueBuilder::Take() {
     for (const auto& [text, index] : obsolete) {
         CatalogueEntry* const used = Find(text);
-        if (used != nullptr && used->translation.empty())
-            used->translation = catalogue.entries[index].translation;
+        if (used == nullptr) continue;
+        const CatalogueEntry& other = catalogue.entries[index];
+        AddOnce(used->notes, other.notes);
+        if (used->translation.empty())
+            used->translation = other.translation;
+        else if (used->translation != other.translation)
+            Complain(catalogue.losses, other.line,
+                     "the obsolete translation " + Quoted(other.translation) +
+                         " is left out: its text is in use in line " + std::to_string(used->line));
     }
     std::erase_if(catalogue.entries, [this](const CatalogueEntry& entry) {
         return entry.isObsolete && inUse.contains(entry.text);

@@ -22,8 +22,8 @@ public:
      * later translation. */
     void Add(CatalogueEntry entry);
 
-    /* The catalogue. An obsolete entry whose text is in use has been left out: what translates it is taken by
-     * the other when that has no translation. */
+    /* The catalogue. An obsolete entry whose text is in use has been left out: its notes are taken by the
+     * other, and its translation when that has none. Two translations of one text are told as a loss. */
     Catalogue Take();
 
 private:

@@ -16,6 +16,10 @@ bool EndsWith(const std::string& path, std::string_view ending) {
            std::equal(path.end() - static_cast<ptrdiff_t>(ending.size()), path.end(), ending.begin(), isSame);
 }
 
+bool IsPo(const std::string& path) {
+    return EndsWith(path, ".po") || EndsWith(path, ".pot");
+}
+
 /* What no form can give to the library: its reader drops CR, and NUL ends a text. */
 void ComplainOfLostCharacters(const Catalogue& catalogue, Complaints& complaints) {
     for (const CatalogueEntry& entry : catalogue.entries) {
@@ -38,12 +42,12 @@ std::string BytesOf(FileForm form, const Catalogue& catalogue, Complaints& compl
 FileForm FormToWrite(const std::string& path) {
     if (path == "-" || EndsWith(path, ".txt")) return FileForm::Language;
     if (EndsWith(path, ".tsv")) return FileForm::Table;
-    if (EndsWith(path, ".po")) return FileForm::Po;
-    throw UsageError("the name '" + path + "' does not end in .txt, .tsv or .po, which tells the form");
+    if (IsPo(path)) return FileForm::Po;
+    throw UsageError("the name '" + path + "' does not end in .txt, .tsv, .po or .pot, which tells the form");
 }
 
 FileForm FormToRead(const std::string& path) {
-    if (EndsWith(path, ".po") || EndsWith(path, ".pot")) return FileForm::Po;
+    if (IsPo(path)) return FileForm::Po;
     return EndsWith(path, ".tsv") ? FileForm::Table : FileForm::Language;
 }
 

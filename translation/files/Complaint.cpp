@@ -8,6 +8,14 @@ namespace {
 
 constexpr size_t mostComplaints = 1000;
 
+void Print(const std::string& file, const char* kind, Complaints complaints) {
+    std::ranges::stable_sort(complaints, {}, &Complaint::line);
+    for (const Complaint& complaint : complaints) {
+        const std::string place = complaint.line == 0 ? file : file + ":" + std::to_string(complaint.line);
+        std::fprintf(stderr, "%s: %s: %s\n", place.c_str(), kind, complaint.sentence.c_str());
+    }
+}
+
 }  // namespace
 
 void Complain(Complaints& complaints, size_t line, std::string sentence) {
@@ -15,10 +23,13 @@ void Complain(Complaints& complaints, size_t line, std::string sentence) {
 }
 
 void PrintComplaints(const std::string& file, const Complaints& complaints) {
-    Complaints sorted = complaints;
-    std::ranges::stable_sort(sorted, {}, &Complaint::line);
-    for (const Complaint& complaint : sorted) {
-        const std::string place = complaint.line == 0 ? file : file + ":" + std::to_string(complaint.line);
-        std::fprintf(stderr, "%s: error: %s\n", place.c_str(), complaint.sentence.c_str());
-    }
+    Print(file, "error", complaints);
+}
+
+void PrintWarnings(const std::string& file, const Complaints& warnings) {
+    Print(file, "warning", warnings);
+}
+
+void PrintFailure(const std::exception& error) {
+    std::fprintf(stderr, "orvande-translation: %s\n", error.what());
 }

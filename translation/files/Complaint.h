@@ -20,6 +20,12 @@ void Complain(Complaints& complaints, size_t line, std::string sentence);
 /* Prints each to the error output, in the order of their lines. */
 void PrintComplaints(const std::string& file, const Complaints& complaints);
 
+/* The same as warnings: FILE:LINE: warning: SENTENCE. */
+void PrintWarnings(const std::string& file, const Complaints& warnings);
+
+/* Prints what kept a command from its work. */
+void PrintFailure(const std::exception& error);
+
 /* What cannot be done at all: one sentence. The exit code is 2 then. */
 class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;

@@ -36,8 +36,10 @@ void WriteAll(int file, std::string_view bytes, const std::string& path) {
 /* A file beside the one that it is to become. It goes away unless it becomes that. */
 class NewFile {
 public:
-    explicit NewFile(std::string finalPath)
-        : target(std::move(finalPath)), path(target + ".XXXXXX"), file(mkostemp(path.data(), O_CLOEXEC)) {
+    explicit NewFile(std::filesystem::path finalPath)
+        : target(std::move(finalPath)),
+          path(target.parent_path() / ".translation.XXXXXX"),
+          file(mkostemp(path.data(), O_CLOEXEC)) {
         if (file < 0) Fail(target, "written");
     }
     NewFile(const NewFile&) = delete;
@@ -65,11 +67,31 @@ private:
         return 0666 & ~mask;
     }
 
-    std::string target;
-    std::string path;
+    std::filesystem::path target;
+    std::string path; /* in the same folder, with a name that is not longer than others may be */
     int file;
     bool isDone = false;
 };
+
+/* What a link names is written, not the link. */
+std::filesystem::path WithoutLinks(const std::string& path) {
+    constexpr int most = 40;
+    std::error_code none;
+    std::filesystem::path target = path;
+    for (int count = 0; std::filesystem::is_symlink(std::filesystem::symlink_status(target, none)); ++count) {
+        if (count == most) {
+            errno = ELOOP;
+            Fail(path, "written");
+        }
+        target = target.parent_path() / std::filesystem::read_symlink(target, none);
+    }
+    return target;
+}
+
+/* Replacing a file asks only for its folder; who has protected the file has meant it. */
+void RequireWritable(const std::string& path) {
+    if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT) Fail(path, "written");
+}
 
 /* Devices and pipes cannot be replaced, only written to. */
 void WriteInPlace(const std::string& path, std::string_view bytes) {
@@ -107,8 +129,7 @@ void WriteFile(const std::string& path, std::string_view bytes) {
         WriteInPlace(path, bytes);
         return;
     }
-    // What a link names is replaced, not the link.
-    const std::filesystem::path resolved = std::filesystem::weakly_canonical(path, none);
-    errno = 0;
-    NewFile(none ? path : resolved.string()).Write(bytes);
+    const std::filesystem::path target = WithoutLinks(path);
+    RequireWritable(target);
+    NewFile(target).Write(bytes);
 }

@@ -17,8 +17,8 @@ void WriteFile(const std::string& path, std::string_view bytes);
 
 enum class FileForm { Language, Table, Po };
 
-/* The form that a name's ending tells: .po; .tsv, a table; .txt or "-", a language file. Throws UsageError
- * for other endings. */
+/* The form that a name's ending tells: .po and .pot; .tsv, a table; .txt or "-", a language file. Throws
+ * UsageError for other endings. */
 FileForm FormToWrite(const std::string& path);
 
 /* The form that a name's ending tells of a file to be read: .po and .pot; .tsv; all others are language

@@ -3,7 +3,7 @@
  *   msgctxt          the screen
  *   msgid, msgstr    text and translation; an empty msgstr: there is none yet
  *   #  #.  #:  #,    notes, places, references, flags: c-format for texts whose placeholders are filled in
- *   #|               the text that a fuzzy translation was made for
+ *   #|               the text, and its screen, that a fuzzy translation was made for
  *   #~               obsolete entries
  *
  * The head's fields that tell what every such file is (MIME-Version, Content-Type, Content-Transfer-Encoding)
@@ -17,7 +17,7 @@
 
 /* The catalogue of the file at `path`. What gettext cannot read, a charset other than UTF-8, plural forms,
  * NUL and a text that occurs twice with different translations are complained of. A text with the same
- * translation on two screens becomes one entry. */
+ * translation on two screens becomes one entry, which is told as a loss. */
 Catalogue ReadPo(const std::string& path, Complaints& complaints);
 
 /* The bytes of a .po file, not broken into lines but at the line feeds of texts. Halves of character pairs

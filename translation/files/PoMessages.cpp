@@ -87,7 +87,7 @@ void ReadPoMessages(const std::string& bytes, Complaints& complaints,
     if (!file) throw std::runtime_error("gettext cannot open a file in memory");
     for (const char* const* domain = po_file_domains(file.get()); *domain != nullptr; ++domain) {
         if (std::string_view(*domain) != "messages")
-            Complain(found, 0,
+            Complain(found, 1,
                      std::string("the texts of the domain '") + *domain + "' are not for the library");
     }
     complaints.insert(complaints.end(), found.begin(), found.end());

@@ -6,9 +6,11 @@
 #include "files/CatalogueBuilder.h"
 #include "files/Files.h"
 #include "files/PoFile.h"
+#include "files/PoLines.h"
 #include "files/PoMessages.h"
 #include "files/TableComment.h"
 #include "files/Utf8.h"
+#include "files/Words.h"
 
 namespace {
 
@@ -18,31 +20,10 @@ std::string_view OrEmpty(const char* text) {
     return text == nullptr ? std::string_view() : text;
 }
 
-/* Calls with each line, without its end, and its number from 1. */
-template <class Take>
-void ForEachLine(std::string_view text, Take take) {
-    for (size_t number = 1; !text.empty(); ++number) {
-        const size_t end = std::min(text.find('\n'), text.size());
-        std::string_view line = text.substr(0, end);
-        while (line.ends_with('\r'))
-            line.remove_suffix(1);
-        take(line, number);
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-}
-
 /* What a comment line of a table can hold of it. */
-WideString LineOf(std::string_view text) {
-    WideString line = Utf16Of(text);
-    std::erase(line, u'\r');
-    std::ranges::replace(line, u'\n', u' ');
-    return line;
-}
-
-std::vector<WideString> LinesOf(const char* text) {
-    std::vector<WideString> lines;
-    ForEachLine(OrEmpty(text), [&](std::string_view line, size_t) { lines.push_back(LineOf(line)); });
-    return lines;
+WideString LineOf(WideString text) {
+    std::ranges::replace(text, u'\n', u' ');
+    return text;
 }
 
 /* Whether a string of the line has NUL as an escape, at which the library would end the text. */
@@ -87,7 +68,29 @@ void ComplainOfCharset(const std::string& charset, std::string_view bytes, size_
                  (isMislabelled ? "write UTF-8 there, which the file is" : "convert the file with msgconv"));
 }
 
+/* Whether it is a language file or a table under another name: without a keyword, and with a record. */
+bool IsTable(std::string_view bytes) {
+    bool hasKeyword = false;
+    bool hasRecord = false;
+    ForEachLine(bytes, [&](std::string_view line, size_t) {
+        hasKeyword = hasKeyword || line.starts_with("msgid");
+        hasRecord = hasRecord || (line.find('\t', 1) != std::string_view::npos && !line.starts_with('#'));
+    });
+    return hasRecord && !hasKeyword;
+}
+
+/* What is wrong with the file as a whole; empty: nothing. */
+std::string AboutForm(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+        return "the file is UTF-16: save it as UTF-8, or give it a name that ends in .txt if it is a "
+               "language "
+               "file";
+    return IsTable(bytes) ? "the file is a table: give it a name that ends in .tsv" : "";
+}
+
 void ComplainOfBytes(std::string_view bytes, Complaints& complaints) {
+    const std::string aboutForm = AboutForm(bytes);
+    if (!aboutForm.empty()) return Complain(complaints, 1, aboutForm);
     const bool isUtf8 = IsUtf8(bytes);
     bool isDeclared = false;
     ForEachLine(bytes, [&](std::string_view line, size_t number) {
@@ -103,24 +106,14 @@ void ComplainOfBytes(std::string_view bytes, Complaints& complaints) {
     });
 }
 
-/* Where each message has its msgid; the library does not tell. */
-std::vector<size_t> LinesOfTexts(std::string_view bytes) {
-    std::vector<size_t> lines;
-    ForEachLine(bytes, [&](std::string_view line, size_t number) {
-        if (line.starts_with("#~")) line.remove_prefix(2);
-        line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-        if (line.starts_with("msgid") && !line.starts_with("msgid_")) lines.push_back(number);
-    });
-    return lines;
-}
-
 class PoReader {
 public:
     PoReader(std::string_view all, Complaints& toTell)
-        : bytes(all), lines(LinesOfTexts(all)), complaints(toTell) {}
+        : bytes(all), lines(ReadPoLines(all)), complaints(toTell) {}
 
     void Take(po_message_t message) {
-        line = index < lines.size() ? lines[index] : 0;
+        told = index < lines.size() ? lines[index] : PoMessageLines{};
+        line = told.text;
         ++index;
         if (po_message_msgid_plural(message) != nullptr)
             Complain(complaints, line, "plural forms, which the library does not have");
@@ -131,12 +124,22 @@ public:
             TakeEntry(message);
     }
 
-    Catalogue Catalogued() { return built.Take(); }
+    /* Notes behind the last message belong to none. */
+    Catalogue Catalogued() {
+        std::vector<WideString> notes = NotesBehindMessages(bytes);
+        for (WideString& note : notes)
+            std::erase(note, u'\r');
+        AddOnce(built.Get().notes, notes);
+        return built.Take();
+    }
 
 private:
     void TakeHead(po_message_t message) {
         Catalogue& catalogue = built.Get();
         catalogue.notes = LinesOf(po_message_comments(message));
+        catalogue.places = LinesOf(po_message_extracted_comments(message));
+        catalogue.references = told.references;
+        catalogue.flags = told.flags;
         catalogue.isHeadFuzzy = po_message_is_fuzzy(message) != 0;
         ForEachLine(OrEmpty(po_message_msgstr(message)),
                     [&](std::string_view field, size_t) { TakeField(field); });
@@ -149,7 +152,8 @@ private:
         if (value.starts_with(' ')) value.remove_prefix(1);
         if (name == "Content-Type") CheckCharset(value);
         const bool isOfForm = std::ranges::find(formFields, name) != std::end(formFields);
-        if (!isOfForm && !name.empty()) built.Get().fields.push_back({LineOf(name), LineOf(value)});
+        if (!isOfForm && !name.empty())
+            built.Get().fields.push_back({WithoutReturns(name), WithoutReturns(value)});
     }
 
     void CheckCharset(std::string_view type) {
@@ -160,14 +164,17 @@ private:
     void TakeEntry(po_message_t message) {
         CatalogueEntry entry;
         entry.line = line;
-        entry.text = TextOf(po_message_msgid(message));
-        entry.translation = TranslationOrNone(TextOf(po_message_msgstr(message)));
-        entry.screen = LineOf(OrEmpty(po_message_msgctxt(message)));
-        entry.guessedFrom = TextOf(po_message_prev_msgid(message));
-        std::erase(entry.guessedFrom, u'\r');
+        entry.text = TextOf(OrEmpty(po_message_msgid(message)));
+        entry.translation = TranslationOrNone(TextOf(OrEmpty(po_message_msgstr(message))));
+        entry.screen = WithoutReturns(OrEmpty(po_message_msgctxt(message)));
+        entry.guessedFrom = WithoutReturns(OrEmpty(po_message_prev_msgid(message)));
+        entry.guessedFromScreen = WithoutReturns(OrEmpty(po_message_prev_msgctxt(message)));
+        if (po_message_prev_msgid_plural(message) != nullptr)
+            Lose("the former text's plural form, which the library does not have, is left out");
         entry.notes = LinesOf(po_message_comments(message));
         entry.places = LinesOf(po_message_extracted_comments(message));
-        entry.references = ReferencesOf(message);
+        entry.references = told.references;
+        entry.flags = told.flags;
         entry.isFormat = po_message_is_format(message, "c-format") != 0;
         entry.isFuzzy = po_message_is_fuzzy(message) != 0;
         entry.isObsolete = po_message_is_obsolete(message) != 0;
@@ -189,36 +196,44 @@ private:
                      "the text has another translation in line " + std::to_string(other->line) +
                          ", and the library knows only one");
         }
-        const auto isHere = [&entry](const WideString& place) {
-            return ScreenOfPlace(place) == entry.screen;
-        };
+        if (entry.screen != other->screen)
+            Lose("the text stands in line " + std::to_string(other->line) +
+                 ", too: both become one message, as the library knows it");
+        const WideString screen = LineOf(entry.screen);
+        const auto isHere = [&screen](const WideString& place) { return ScreenOfPlace(place) == screen; };
         if (!entry.screen.empty() && entry.screen != other->screen &&
             std::ranges::none_of(entry.places, isHere))
-            entry.places.push_back(entry.screen);
+            entry.places.push_back(screen);
+    }
+
+    void Lose(std::string what) { Complain(built.Get().losses, line, std::move(what)); }
+
+    /* For tables, which cannot hold them. */
+    WideString WithoutReturns(std::string_view text) {
+        WideString without = TextOf(text);
+        if (std::erase(without, u'\r') > 0)
+            Lose("a carriage return beside the text and its translation is left out");
+        return without;
+    }
+
+    std::vector<WideString> LinesOf(const char* text) {
+        std::vector<WideString> all;
+        ForEachLine(OrEmpty(text),
+                    [&](std::string_view each, size_t) { all.push_back(WithoutReturns(each)); });
+        return all;
     }
 
     /* Escapes may make bytes that are no UTF-8. */
-    WideString TextOf(const char* text) {
-        const std::string_view read = OrEmpty(text);
-        if (!IsUtf8(read)) Complain(complaints, line, "an escape stands for a byte that is not UTF-8");
-        return Utf16Of(read);
-    }
-
-    static std::vector<WideString> ReferencesOf(po_message_t message) {
-        std::vector<WideString> references;
-        for (int at = 0; po_filepos_t place = po_message_filepos(message, at); ++at) {
-            const size_t start = po_filepos_start_line(place);
-            const bool hasLine = start != static_cast<size_t>(-1);
-            references.push_back(
-                LineOf(std::string(po_filepos_file(place)) + (hasLine ? ":" + std::to_string(start) : "")));
-        }
-        return references;
+    WideString TextOf(std::string_view text) {
+        if (!IsUtf8(text)) Complain(complaints, line, "an escape stands for a byte that is not UTF-8");
+        return Utf16Of(text);
     }
 
     std::string_view bytes;
-    std::vector<size_t> lines;
+    std::vector<PoMessageLines> lines;
     Complaints& complaints;
     CatalogueBuilder built;
+    PoMessageLines told; /* of the message that is taken */
     size_t index = 0;
     size_t line = 0;
 };
@@ -232,7 +247,8 @@ Catalogue ReadPo(const std::string& path, Complaints& complaints) {
     ComplainOfBytes(bytes, found);
     PoReader reader(bytes, found);
     if (found.empty())
-        ReadPoMessages(bytes, found, [&reader](po_message_t message) { reader.Take(message); });
+        ReadPoMessages(WithoutReferences(bytes), found,
+                       [&reader](po_message_t message) { reader.Take(message); });
     complaints.insert(complaints.end(), found.begin(), found.end());
     return reader.Catalogued();
 }

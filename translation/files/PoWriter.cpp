@@ -76,15 +76,6 @@ std::string FieldsOf(const Catalogue& catalogue) {
     return before.append(formFields).append(behind);
 }
 
-std::string HeadOf(const Catalogue& catalogue) {
-    std::string lines;
-    AddComments(lines, "#", catalogue.notes);
-    if (catalogue.isHeadFuzzy) AddComment(lines, "#,", "fuzzy");
-    AddString(lines, "", "msgid", "");
-    AddString(lines, "", "msgstr", FieldsOf(catalogue));
-    return lines;
-}
-
 void AddReferences(std::string& lines, const std::vector<WideString>& references) {
     if (references.empty()) return;
     std::string joined;
@@ -93,15 +84,45 @@ void AddReferences(std::string& lines, const std::vector<WideString>& references
     AddComment(lines, "#:", joined);
 }
 
+void AddFlags(std::string& lines, bool isFuzzy, bool isFormat, const std::vector<WideString>& others) {
+    std::string joined;
+    const auto add = [&joined](std::string_view flag) {
+        joined.append(joined.empty() ? "" : ", ").append(flag);
+    };
+    if (isFuzzy) add("fuzzy");
+    if (isFormat) add("c-format");
+    for (const WideString& flag : others)
+        add(Utf8Of(flag));
+    if (!joined.empty()) AddComment(lines, "#,", joined);
+}
+
+std::string HeadOf(const Catalogue& catalogue) {
+    std::string lines;
+    AddComments(lines, "#", catalogue.notes);
+    AddComments(lines, "#.", catalogue.places);
+    AddReferences(lines, catalogue.references);
+    AddFlags(lines, catalogue.isHeadFuzzy, false, catalogue.flags);
+    AddString(lines, "", "msgid", "");
+    AddString(lines, "", "msgstr", FieldsOf(catalogue));
+    return lines;
+}
+
+/* gettext takes no screen without a text. */
+void AddFormerText(std::string& lines, const CatalogueEntry& entry) {
+    if (entry.guessedFrom.empty()) return;
+    const std::string_view prefix = entry.isObsolete ? "#~| " : "#| ";
+    if (!entry.guessedFromScreen.empty())
+        AddString(lines, prefix, "msgctxt", Utf8Of(entry.guessedFromScreen));
+    AddString(lines, prefix, "msgid", Utf8Of(entry.guessedFrom));
+}
+
 std::string LinesOf(const CatalogueEntry& entry) {
     std::string lines;
     AddComments(lines, "#", entry.notes);
     AddComments(lines, "#.", entry.places);
     AddReferences(lines, entry.references);
-    if (entry.isFuzzy || entry.isFormat)
-        AddComment(lines, "#,", !entry.isFormat ? "fuzzy" : entry.isFuzzy ? "fuzzy, c-format" : "c-format");
-    if (!entry.guessedFrom.empty())
-        AddString(lines, entry.isObsolete ? "#~| " : "#| ", "msgid", Utf8Of(entry.guessedFrom));
+    AddFlags(lines, entry.isFuzzy, entry.isFormat, entry.flags);
+    AddFormerText(lines, entry);
     const std::string_view prefix = entry.isObsolete ? "#~ " : "";
     if (!entry.screen.empty()) AddString(lines, prefix, "msgctxt", Utf8Of(entry.screen));
     AddString(lines, prefix, "msgid", Utf8Of(entry.text));
@@ -111,8 +132,9 @@ std::string LinesOf(const CatalogueEntry& entry) {
 
 /* Complains of what no .po file holds. */
 void Check(const CatalogueEntry& entry, Complaints& complaints) {
-    WideString all = entry.text + u' ' + entry.translation + u' ' + entry.screen + u' ' + entry.guessedFrom;
-    for (const std::vector<WideString>& lines : {entry.notes, entry.places, entry.references}) {
+    WideString all = entry.text + u' ' + entry.translation + u' ' + entry.screen + u' ' + entry.guessedFrom +
+                     u' ' + entry.guessedFromScreen;
+    for (const auto& lines : {entry.notes, entry.places, entry.references, entry.flags}) {
         for (const WideString& line : lines)
             all.append(u" ").append(line);
     }
@@ -125,8 +147,10 @@ void Check(const CatalogueEntry& entry, Complaints& complaints) {
 
 bool CanHoldHead(const Catalogue& catalogue) {
     WideString all;
-    for (const WideString& note : catalogue.notes)
-        all.append(u" ").append(note);
+    for (const auto& lines : {catalogue.notes, catalogue.places, catalogue.references, catalogue.flags}) {
+        for (const WideString& line : lines)
+            all.append(u" ").append(line);
+    }
     for (const CatalogueField& field : catalogue.fields)
         all.append(u" ").append(field.name).append(u" ").append(field.value);
     return Utf16Of(Utf8Of(all)) == all && all.find(u'\4') == WideString::npos;

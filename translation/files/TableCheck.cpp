@@ -58,6 +58,33 @@ bool IsLeftOpen(WideStringView raw) {
     return raw.starts_with(u'"') && !AreQuotesKept(raw) && AreQuotesKept(raw.substr(1));
 }
 
+/* More letters beyond ASCII than in it, as no language has that is written in Latin-1. */
+bool IsHardlyLatin(const TableText& table) {
+    size_t beyond = 0;
+    size_t latin = 0;
+    for (const WideString& line : table.lines) {
+        const size_t tab = line.find(u'\t');
+        if (IsTableComment(line) || tab == WideString::npos) continue;
+        for (const WCHAR unit : WideStringView(line).substr(tab)) {
+            if (unit >= 0x80) ++beyond;
+            if ((unit | 0x20) >= u'a' && (unit | 0x20) <= u'z') ++latin;
+        }
+    }
+    return beyond > latin;
+}
+
+void CheckLatin1(const TableText& table, const std::string& mending, Complaints& complaints) {
+    if (!IsHardlyLatin(table)) return;
+    for (size_t index = 0; index < table.lines.size(); ++index) {
+        const WideString& line = table.lines[index];
+        if (IsAscii(line) || IsTableComment(line)) continue;
+        return Complain(complaints, index + 1,
+                        "the file has no byte order mark, and the library would show " +
+                            Quoted(FirstWordBeyondAscii(line)) + " as in Latin-1: save it as UTF-8, then" +
+                            mending.substr(1));
+    }
+}
+
 class RecordCheck {
 public:
     explicit RecordCheck(Complaints& told) : complaints(told) {}
@@ -92,6 +119,7 @@ private:
     void TellOther(const TableRecord& record) {
         const WideString text = MeantText(record.rawText);
         const WideString translation = MeantText(record.rawTranslation);
+        if (translation.empty()) return;
         const auto [found, isNew] = seen.try_emplace(text, Seen{translation, line});
         if (isNew) return;
         if (found->second.translation != translation)
@@ -120,14 +148,15 @@ void CheckRecords(const TableText& table, Complaints& complaints) {
         check.Take(line);
 }
 
-std::set<size_t> FindEmptyTranslations(const TableText& table) {
-    std::set<size_t> lines;
+std::map<size_t, WideString> FindEmptyTranslations(const TableText& table) {
+    std::map<size_t, WideString> lines;
     for (size_t index = 0; index < table.lines.size(); ++index) {
         const WideStringView line = table.lines[index];
         if (IsTableComment(line) || line.find(u'\t') == WideStringView::npos) continue;
         // The library ignores the line, when it ends with LF alone, or shows nothing.
         const std::optional<TableRecord> record = ReadTableRecord(line);
-        if (!record || record->translation.empty()) lines.insert(index + 1);
+        const WideStringView raw = line.substr(0, line.find(u'\t'));
+        if (!record || record->translation.empty()) lines.emplace(index + 1, MeantText(raw));
     }
     return lines;
 }
@@ -161,8 +190,9 @@ void CheckEncoding(const std::string& path, std::string_view bytes, const TableT
                 "the bytes of the UTF-16 characters are in the wrong order (big-endian), in which the "
                 "library finds no text" +
                     mending);
-        case TableEncoding::Utf16:
         case TableEncoding::Latin1:
+            return CheckLatin1(table, mending, complaints);
+        case TableEncoding::Utf16:
         case TableEncoding::Unknown:
             return;
     }

@@ -4,7 +4,7 @@
 #include "files/Complaint.h"
 #include "files/TableFile.h"
 
-#include <set>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -12,8 +12,8 @@
  * two different translations of one text, and further TABs. */
 void CheckRecords(const TableText& table, Complaints& complaints);
 
-/* The numbers of the lines that have an empty translation. */
-std::set<size_t> FindEmptyTranslations(const TableText& table);
+/* The numbers of the lines that have an empty translation, and their texts. */
+std::map<size_t, WideString> FindEmptyTranslations(const TableText& table);
 
 /* Complains of an encoding that the library does not understand, and tells what it would show and how the
  * file of these bytes, `path`, is mended. */

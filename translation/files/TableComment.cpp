@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr WideStringView marks = u".:,+|@~";
+constexpr WideStringView marks = u".:,+|^@~";
 
 /* A field that a spreadsheet has put in double quotes. */
 WideString WithoutEnclosingQuotes(WideStringView field) {

@@ -10,6 +10,7 @@ enum class CommentMark : WCHAR {
     Flags = u',',
     Field = u'+',
     GuessedFrom = u'|',
+    GuessedFromScreen = u'^',
     Screen = u'@',
     Obsolete = u'~'
 };

@@ -44,6 +44,19 @@ TableEncoding EncodingOf(std::string_view bytes) {
     return IsLatin1(bytes) ? TableEncoding::Latin1 : TableEncoding::Unknown;
 }
 
+/* Whether a line or two have spoiled a file in UTF-8. */
+bool IsMostlyUtf8(std::string_view bytes) {
+    if (bytes.starts_with(utf8Mark)) return true;
+    size_t good = 0;
+    size_t bad = 0;
+    while (!bytes.empty()) {
+        const std::string_view line = bytes.substr(0, bytes.find('\n'));
+        if (!IsAscii(line)) ++(IsUtf8(line) ? good : bad);
+        bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+    }
+    return good > bad;
+}
+
 WideString UnitsOf(std::string_view bytes, size_t lowByte) {
     WideString units;
     units.reserve(bytes.size() / 2);
@@ -77,7 +90,7 @@ WideString Decoded(std::string_view bytes, TableEncoding encoding) {
             units = Utf16Of(bytes);
             break;
         case TableEncoding::Unknown:
-            units = bytes.starts_with(utf8Mark) ? Utf16Of(bytes) : UnitsOfBytes(bytes);
+            units = IsMostlyUtf8(bytes) ? Utf16Of(bytes) : UnitsOfBytes(bytes);
             break;
         case TableEncoding::Latin1:
             return UnitsOfBytes(bytes);

@@ -12,7 +12,8 @@
  *     # Not in the plural.                 a note on the text below
  *     #. Sign in: label                    a place; the screen stands before the colon
  *     #: src/account/SignIn.cpp:25         a reference
- *     #, c-format, fuzzy                   flags
+ *     #, c-format, fuzzy, no-wrap          flags
+ *     #^ Log in                            the screen of the text
  *     #| User name                         the text that a fuzzy translation was made for
  *     #@ Sign in                           the screen, where the first place does not tell it
  *     User ID<TAB>Identifiant
@@ -81,14 +82,12 @@ WideString HarvestedText(WideStringView raw);
  * take it for one field of one line. A CR cannot be read back. */
 WideString EscapedText(WideStringView text);
 
-/* Whether the library itself may have written the lines, as a harvest file, and nobody has touched them
- * since. */
-bool IsRawHarvest(const std::vector<WideString>& lines);
-
-/* The catalogue of a table's lines. Raw harvest files are recognised (docs/translation-files.md tells how)
- * and their texts become what the library looks up. Translations are what is meant (MeantText). What cannot
- * be understood is complained of and left out: an unknown encoding, half a unit, NUL and CR within a line,
- * lines without a TAB, empty texts. Of two translations of one text the last counts, as for the library. */
+/* The catalogue of a table's lines. Harvest files are recognised (Harvest.h), and their texts become what the
+ * library looks up; those with a CR, which no language file can translate, are left out as losses.
+ * Translations are what is meant (MeantText), and so are texts whose quotes the library would drop. What
+ * cannot be understood is complained of and left out: an unknown encoding, half a unit, NUL and CR within a
+ * line, lines without a TAB, empty texts. Of two translations of one text the last counts, as for the
+ * library. */
 Catalogue ReadTable(const TableText& table, Complaints& complaints);
 
 /* The bytes of a language file: UTF-16LE with byte order mark, lines ended by CR LF. An entry without

@@ -3,37 +3,15 @@
 #include <utility>
 
 #include "files/CatalogueBuilder.h"
+#include "files/Harvest.h"
+#include "files/Quoted.h"
 #include "files/TableComment.h"
 #include "files/TableFile.h"
+#include "files/Words.h"
 #include "texts/ShownTexts.h"
 #include "ui/TranslationFile.h"
 
 namespace {
-
-constexpr WideStringView untranslated = u"XXXX";
-
-WideStringView Trimmed(WideStringView text) {
-    const size_t first = text.find_first_not_of(u' ');
-    if (first == WideStringView::npos) return {};
-    return text.substr(first, text.find_last_not_of(u' ') - first + 1);
-}
-
-/* The parts between the separators, without blanks around them and without empty ones. */
-std::vector<WideString> Split(WideStringView list, WCHAR separator) {
-    std::vector<WideString> parts;
-    for (size_t end = 0; end != WideStringView::npos; list.remove_prefix(std::min(end + 1, list.size()))) {
-        end = list.find(separator);
-        const WideStringView part = Trimmed(list.substr(0, end));
-        if (!part.empty()) parts.emplace_back(part);
-        if (end == WideStringView::npos) break;
-    }
-    return parts;
-}
-
-bool HasWord(WideStringView list, WideStringView word) {
-    const std::vector<WideString> words = Split(list, u',');
-    return std::ranges::find(words, word) != words.end();
-}
 
 bool IsShownExactly(WideStringView text) {
     const ShownText* const shown = FindShownText(text);
@@ -44,10 +22,10 @@ bool IsShownExactly(WideStringView text) {
 WideString TextOfField(WideStringView raw) {
     WideString text = UnescapeTranslationText(raw);
     WideString harvested = HarvestedText(raw);
-    if (text == harvested || IsShownExactly(text)) return text;
+    if (text == harvested || text.empty() || IsShownExactly(text)) return text;
     if (IsShownExactly(harvested)) return harvested;
     WideString meant = MeantText(raw);
-    if (IsShownExactly(meant)) return meant;
+    if (IsShownExactly(meant) || !AreQuotesKept(raw)) return meant;
     if (FindShownText(text) != nullptr) return text;
     return FindShownText(harvested) != nullptr ? harvested : text;
 }
@@ -57,7 +35,7 @@ public:
     explicit TableReader(Complaints& told) : complaints(told) {}
 
     Catalogue Read(const std::vector<WideString>& lines) {
-        isHarvest = IsRawHarvest(lines);
+        harvest = TextsOfHarvest(lines);
         for (const WideString& content : lines) {
             ++line;
             TakeLine(content);
@@ -107,8 +85,14 @@ private:
 
     /* Whose flags those in the first lines are is known only now. */
     void EndHead() {
-        if (isHead) built.Get().isHeadFuzzy = std::exchange(next.isFuzzy, false);
+        if (!isHead) return;
         isHead = false;
+        Catalogue& catalogue = built.Get();
+        catalogue.isHeadFuzzy = std::exchange(next.isFuzzy, false);
+        catalogue.places = std::exchange(next.places, {});
+        catalogue.references = std::exchange(next.references, {});
+        KeepOnce(catalogue.references);
+        catalogue.flags = std::exchange(next.flags, {});
     }
 
     void TakeField(const WideString& field) {
@@ -126,18 +110,22 @@ private:
                 next.places.push_back(UnescapedNote(comment.rest));
                 break;
             case CommentMark::Reference:
-                AddOnce(next.references, Split(UnescapedNote(comment.rest), u' '));
+                AddReferences(next.references, UnescapedNote(comment.rest));
                 break;
             case CommentMark::Flags:
-                next.isFormat = next.isFormat || HasWord(comment.rest, u"c-format");
-                next.isFuzzy = next.isFuzzy || HasWord(comment.rest, u"fuzzy");
+                next.isFormat = next.isFormat || HasFlag(comment.rest, u"c-format");
+                next.isFuzzy = next.isFuzzy || HasFlag(comment.rest, u"fuzzy");
+                AddOtherFlags(next.flags, UnescapedNote(comment.rest));
                 break;
             case CommentMark::GuessedFrom:
-                next.guessedFrom = UnescapeTranslationText(comment.rest);
+                next.guessedFrom = MeantText(comment.rest);
                 break;
             case CommentMark::Screen:
-                next.screen = UnescapedNote(comment.rest);
+                next.screen = MeantText(comment.rest);
                 isScreenTold = true;
+                break;
+            case CommentMark::GuessedFromScreen:
+                next.guessedFromScreen = MeantText(comment.rest);
                 break;
             case CommentMark::Field:
                 next.notes.push_back(u"+" + UnescapedNote(comment.rest));
@@ -171,6 +159,7 @@ private:
 
     void TakeRecord(WideStringView content) {
         isHead = false;
+        if (IsHarvestedWithReturn()) return;
         if (content.find(u'\r') != WideStringView::npos)
             Complain(complaints, line, "a carriage return within the line, which the library drops");
         const std::optional<TableRecord> record = ReadTableRecord(content);
@@ -180,7 +169,7 @@ private:
             return;
         }
         const WideStringView raw = record ? record->rawText : content.substr(0, tab);
-        next.text = isHarvest ? HarvestedText(raw) : TextOfField(raw);
+        next.text = harvest.empty() ? TextOfField(raw) : harvest[line - 1];
         if (record) next.translation = TranslationOrNone(MeantText(record->rawTranslation));
         next.line = line;
         if (next.text.empty())
@@ -189,10 +178,20 @@ private:
             built.Add(TakeNext());
     }
 
+    /* Programs may show texts that no language file can translate. They are no mistake of the file. */
+    bool IsHarvestedWithReturn() {
+        if (harvest.empty() || harvest[line - 1].find(u'\r') == WideString::npos) return false;
+        Complain(built.Get().losses, line,
+                 Quoted(harvest[line - 1]) +
+                     " is left out: no language file can have a text with a carriage return");
+        return true;
+    }
+
     /* The entry that is complete now. */
     CatalogueEntry TakeNext() {
         if (!isScreenTold && !next.places.empty()) next.screen = ScreenOfPlace(next.places.front());
         isScreenTold = false;
+        KeepOnce(next.references);
         return std::exchange(next, {});
     }
 
@@ -201,7 +200,7 @@ private:
     CatalogueEntry next; /* what the comments above a record have told so far */
     bool isScreenTold = false;
     bool isHead = true;
-    bool isHarvest = false;
+    std::vector<WideString> harvest; /* the texts of the lines, if they are one */
     size_t line = 0;
 };
 
@@ -223,25 +222,25 @@ bool HasLinesOfCr(const TableText& table) {
            !table.lines.front().ends_with(u"\r\r");
 }
 
-}  // namespace
-
-bool IsRawHarvest(const std::vector<WideString>& lines) {
-    WideString last;
-    for (const WideString& line : lines) {
-        const WideStringView text = WideStringView(line).substr(0, line.find_last_not_of(u'\r') + 1);
-        const size_t tab = text.find(u'\t');
-        if (tab == 0 || tab == WideStringView::npos || text.substr(tab + 1) != untranslated) return false;
-        WideString key = HarvestedText(text.substr(0, tab));
-        if (IsTableComment(text) || key <= last) return false;
-        last = std::move(key);
-    }
-    return !lines.empty();
+/* Where a .po file has its first text; 0: it is none. */
+size_t FindPoText(const std::vector<WideString>& lines) {
+    const auto isText = [](const WideString& line) { return line.starts_with(u"msgid \""); };
+    const auto isTranslation = [](const WideString& line) { return line.starts_with(u"msgstr \""); };
+    const auto found = std::ranges::find_if(lines, isText);
+    if (found == lines.end() || std::ranges::none_of(lines, isTranslation)) return 0;
+    return static_cast<size_t>(found - lines.begin()) + 1;
 }
+
+}  // namespace
 
 Catalogue ReadTable(const TableText& table, Complaints& complaints) {
     ComplainOfEncoding(table, complaints);
     if (HasLinesOfCr(table)) {
         Complain(complaints, 1, "the lines end with a carriage return alone: save the file with line feeds");
+        return {};
+    }
+    if (const size_t line = FindPoText(table.lines); line != 0) {
+        Complain(complaints, line, "the file is a .po file: give it a name that ends in .po");
         return {};
     }
     return TableReader(complaints).Read(table.lines);

@@ -20,16 +20,25 @@ void AddComments(WideString& lines, CommentMark mark, const std::vector<WideStri
         AddComment(lines, mark, EscapedNote(note));
 }
 
-void AddFlags(WideString& lines, bool isFormat, bool isFuzzy) {
-    if (!isFormat && !isFuzzy) return;
-    AddComment(lines, CommentMark::Flags, !isFuzzy ? u"c-format" : isFormat ? u"c-format, fuzzy" : u"fuzzy");
+void AddFlags(WideString& lines, bool isFormat, bool isFuzzy, const std::vector<WideString>& others) {
+    WideString joined;
+    const auto add = [&joined](WideStringView flag) {
+        joined.append(joined.empty() ? u"" : u", ").append(flag);
+    };
+    if (isFormat) add(u"c-format");
+    if (isFuzzy) add(u"fuzzy");
+    for (const WideString& flag : others)
+        add(flag);
+    if (!joined.empty()) AddComment(lines, CommentMark::Flags, EscapedNote(joined));
 }
 
 /* At least one comment, then an empty line. */
 WideString HeadOf(const Catalogue& catalogue) {
     WideString lines;
     AddComments(lines, CommentMark::Note, catalogue.notes);
-    AddFlags(lines, false, catalogue.isHeadFuzzy);
+    AddComments(lines, CommentMark::Place, catalogue.places);
+    AddComments(lines, CommentMark::Reference, catalogue.references);
+    AddFlags(lines, false, catalogue.isHeadFuzzy, catalogue.flags);
     for (const CatalogueField& field : catalogue.fields)
         AddComment(lines, CommentMark::Field, EscapedNote(field.name + u": " + field.value));
     if (lines.empty()) AddComment(lines, CommentMark::Field, {});
@@ -45,9 +54,11 @@ void AddEntry(WideString& lines, const CatalogueEntry& entry) {
     AddComments(lines, CommentMark::Note, entry.notes);
     AddComments(lines, CommentMark::Place, entry.places);
     const WideStringView told = entry.places.empty() ? WideStringView() : ScreenOfPlace(entry.places.front());
-    if (entry.screen != told) AddComment(lines, CommentMark::Screen, EscapedNote(entry.screen));
+    if (entry.screen != told) AddComment(lines, CommentMark::Screen, EscapedText(entry.screen));
     AddComments(lines, CommentMark::Reference, entry.references);
-    AddFlags(lines, entry.isFormat, entry.isFuzzy);
+    AddFlags(lines, entry.isFormat, entry.isFuzzy, entry.flags);
+    if (!entry.guessedFromScreen.empty())
+        AddComment(lines, CommentMark::GuessedFromScreen, EscapedText(entry.guessedFromScreen));
     if (!entry.guessedFrom.empty())
         AddComment(lines, CommentMark::GuessedFrom, EscapedText(entry.guessedFrom));
     if (entry.isObsolete) {

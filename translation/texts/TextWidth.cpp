@@ -1,6 +1,7 @@
 #include "texts/TextWidth.h"
 
 #include <algorithm>
+#include <span>
 
 #include "texts/WidthsOfTahoma.h"
 
@@ -27,10 +28,28 @@ constexpr int Scaled(int units, int pixels, int perUnits) {
     return (units * pixels + perUnits / 2) / perUnits;
 }
 
+struct UnitRange {
+    WCHAR first;
+    WCHAR last;
+};
+
+bool IsIn(std::span<const UnitRange> ranges, WCHAR unit) {
+    return std::ranges::any_of(
+        ranges, [unit](const UnitRange& range) { return unit >= range.first && unit <= range.last; });
+}
+
+/* Accents that stand over the letter before, and the second halves of pairs. */
+constexpr UnitRange withoutWidth[] = {{0x0300, 0x036F}, {0x200B, 0x200F}, {0xDC00, 0xDFFF}};
+
+/* The scripts of East Asia, and the first halves of pairs. */
+constexpr UnitRange asWideAsHigh[] = {{0x1100, 0x115F}, {0x2E80, 0xDBFF}, {0xF900, 0xFAFF},
+                                      {0xFE30, 0xFE6F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}};
+
 int WidthOfUnit(WCHAR unit) {
-    if (unit >= 0xDC00 && unit < 0xE000) return 0;  // the second half of a pair
     const int width = WidthInTahoma(static_cast<char16_t>(unit));
-    return width < 0 ? emOfTahoma : width;
+    if (width >= 0) return width;
+    if (IsIn(withoutWidth, unit)) return 0;
+    return IsIn(asWideAsHigh, unit) ? emOfTahoma : baseWidth;
 }
 
 /* The lines of one paragraph. Spaces at the end of a line take no room. */

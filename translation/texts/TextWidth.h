@@ -35,6 +35,7 @@ bool HasAccessKeys(TextKind kind);
 /* A text as it is drawn where & marks an access key: && is one &. */
 WideString WithoutAccessKeys(WideStringView text);
 
-/* The pixels of a text in one line. Characters that the font does not have, such as Chinese ones, count as
- * wide as they are high. */
+/* The pixels of a text in one line. Of characters that the font lacks here this is a guess: those of East
+ * Asia count as wide as they are high, accents that stand over the letter before as nothing, and others, such
+ * as Greek letters, which a handheld's font has, as an average one. */
 int WidthOf(WideStringView text);

@@ -42,6 +42,7 @@ class Function:
     name: str  # with its class when it is defined outside of it
     parameters: list
     takes_more: bool  # ...
+    has_pack: bool  # ... with a name
     begin: int  # its tokens, from behind the parameters
     end: int
     is_local: bool  # no other file knows it
@@ -195,7 +196,7 @@ class Source:
         parameters = split(tokens[open_at + 1:close_at], ",")
         self.functions.append(Function(
             name, [parameter_name(parameter) for parameter in parameters if parameter_name(parameter)],
-            has_mark(parameters[-1], "..."), head + close_at, end, is_local))
+            has_mark(parameters[-1], "..."), is_pack(parameters[-1]), head + close_at, end, is_local))
         return "function", end
 
     def function_at(self, index):
@@ -284,6 +285,10 @@ def declared_name(tokens):
                 begin -= 2
             return index, "".join(each.value for each in tokens[begin:index])
     return None
+
+
+def is_pack(tokens):
+    return has_mark(tokens, "...") and parameter_name(tokens) != ""
 
 
 def parameter_name(tokens):

@@ -56,6 +56,8 @@ class Texts:
         self.by_text = {}
 
     def add(self, text, place, is_format=False):
+        if not text:
+            raise Mistake(place.source, "an empty text is shown")
         entry = self.by_text.setdefault(text, Text(text, False, []))
         entry.is_format |= is_format
         if place not in entry.places:
@@ -164,8 +166,9 @@ class Finder:
         if number not in self.resources.dialogs:
             raise Mistake(OWN_NAME, f"the resources have no dialog {number}")
         dialog = self.resources.dialogs[number]
-        place = self.scripts.place("DIALOG", number, dialog.caption)
-        self.texts.add(dialog.caption, Place("Caption", screen, place))
+        if dialog.caption:
+            place = self.scripts.place("DIALOG", number, dialog.caption)
+            self.texts.add(dialog.caption, Place("Caption", screen, place))
         for control in dialog.controls:
             place = self.scripts.place("DIALOG", number, control.text)
             self.texts.add(control.text, Place(control.kind, screen, place, control.width, control.height))

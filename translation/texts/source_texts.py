@@ -137,6 +137,9 @@ class Search:
                         raise Mistake(source.place(directive.line),
                                       f"a macro hides a call of {name}, which shows a text")
             for function in source.functions:
+                if function.has_pack and len(function.parameters) - 1 in function.shown:
+                    raise Mistake(source.place(source.tokens[function.begin].line),
+                                  f"{function.last_name} shows a pack of arguments; let it have one text")
                 if function.shown and (function.last_name in classes):
                     raise Mistake(source.place(source.tokens[function.begin].line),
                                   f"a constructor, {function.last_name}, shows its argument; let a function")

@@ -67,6 +67,36 @@ TEST_F(CheckEncoding, ATableIsUtf8) {
     EXPECT_THAT(Check(Joined("\n"), "French.tsv"), IsEmpty());
 }
 
+TEST_F(CheckEncoding, ALineThatIsNoUtf8IsFoundAmongOthers) {
+    Replace("Welcome", "Welcome\tÉté");
+    Replace("&Open...", "&Open...\t&Où");
+    const size_t line = Replace("Save it", "Save it\tM\xFC \x80");
+    EXPECT_THAT(
+        Check(Joined("\n")),
+        ElementsAre(Error(line, "the file is neither UTF-16 nor UTF-8 nor Latin-1: save it as UTF-8")));
+}
+
+TEST_F(CheckEncoding, AmongLinesInLatin1OneMayBeUtf8) {
+    Replace("Menu", "Menu\tMen\xFC");
+    EXPECT_THAT(Check(Joined("\n")),
+                testing::Contains(Error(2,
+                                        "another program has made 'Soyez reÃ§u' of 'Soyez reçu', whose UTF-8 "
+                                        "it took for single bytes; write that")));
+}
+
+TEST_F(CheckEncoding, WhatIsHardlyLatinIsNotLatin1) {
+    Replace("Welcome", "Welcome\tHello");
+    for (std::string& line : lines) {
+        const size_t tab = line.find('\t');
+        line = line.substr(0, tab + 1) + "\xCC\xE5\xED\xFE";
+    }
+    EXPECT_THAT(Check(Joined("\n")),
+                testing::Contains(Error(1,
+                                        "the file has no byte order mark, and the library would show 'Ìåíþ' "
+                                        "as in Latin-1: save it as UTF-8, then mend it with: "
+                                        "tools/translation convert FILE NEW.txt")));
+}
+
 TEST_F(CheckEncoding, Utf16NeedsAMark) {
     EXPECT_THAT(
         Check(LanguageFile().substr(2)),

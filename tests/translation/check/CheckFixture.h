@@ -64,6 +64,9 @@ protected:
         return told;
     }
 
+    /* Of the file that was checked by default. */
+    [[nodiscard]] std::string Path() const { return (folder.Path() / "French.txt").string(); }
+
     /* The same of a language file of the lines. */
     std::vector<std::string> Check() { return Check(LanguageFile()); }
 

@@ -81,6 +81,15 @@ TEST_F(CheckPo, ACarriageReturnIsDropped) {
     EXPECT_THAT(CheckLines(), ElementsAre(Error(line, "a carriage return, which the library drops")));
 }
 
+TEST_F(CheckPo, AnotherFileUnderThatNameIsToldOnce) {
+    EXPECT_THAT(Check("# Head\n\nWelcome\tBienvenue\nMenu\tMenu\n", "fr.po"),
+                ElementsAre(Error(1, "the file is a table: give it a name that ends in .tsv")));
+    EXPECT_THAT(Check("\xFF\xFE" + Utf16Bytes(u"Welcome\tBienvenue\r\n"), "fr.po"),
+                ElementsAre(Error(1,
+                                  "the file is UTF-16: save it as UTF-8, or give it a name that ends in .txt "
+                                  "if it is a language file")));
+}
+
 TEST_F(CheckPo, OfAFileThatCannotBeReadNothingIsMissing) {
     const size_t line = Translate("Welcome", {"msgstr \"Welcome"});
     EXPECT_THAT(CheckLines(), ElementsAre(Error(line + 2, "end-of-line within string")));

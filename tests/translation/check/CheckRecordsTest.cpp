@@ -36,9 +36,13 @@ TEST_F(CheckRecords, BareQuotesOfATranslationAreDropped) {
 
 TEST_F(CheckRecords, WhatControlsATerminalIsNotPrinted) {
     const size_t line = Replace("Welcome", "Welcome\t\x1B[2J\"\xC2\x9B");
-    EXPECT_THAT(Check(), ElementsAre(Error(line,
-                                           "the library drops a double quote of the translation; write it as "
-                                           "\"□[2J\"\"□\"")));
+    EXPECT_THAT(Check(),
+                ElementsAre(Error(line,
+                                  "the library drops a double quote of the translation; write it as "
+                                  "\"□[2J\"\"□\""),
+                            Error(line,
+                                  "the character U+001B in '□[2J\"□' is none to be read; delete it, or write "
+                                  "what is meant")));
 }
 
 TEST_F(CheckRecords, AFieldThatIsTooLongForASentenceIsDescribed) {
@@ -83,6 +87,14 @@ TEST_F(CheckRecords, AnEmptyTranslationShowsNothing) {
     EXPECT_THAT(Check(Joined("\n")), ElementsAre(error));
 }
 
+TEST_F(CheckRecords, AnEmptyTranslationIsNoneOfTwo) {
+    lines.emplace_back("Welcome\t");
+    const std::string error =
+        Error(15, "the translation of 'Welcome' is empty; write one, or XXXX for none yet");
+    EXPECT_THAT(Check(), ElementsAre(error));
+    EXPECT_THAT(Check(Joined("\n")), ElementsAre(error));
+}
+
 TEST_F(CheckRecords, ALineNeedsATab) {
     const size_t line = Replace("Welcome", "Welcome Hello");
     EXPECT_THAT(Check(), ElementsAre(Error(line, "the line has no TAB between a text and its translation"),
@@ -108,8 +120,35 @@ TEST_F(CheckRecords, SeveralFilesAreJudgedEach) {
 
 TEST_F(CheckRecords, WithoutAFileNothingIsChecked) {
     EXPECT_THROW(RunCheck({}), UsageError);
-    const std::string missing[] = {"/nowhere/French.txt"};
-    EXPECT_THROW(RunCheck(missing), UsageError);
+}
+
+TEST_F(CheckRecords, AFileThatCannotBeReadKeepsNobodyFromTheOthers) {
+    EXPECT_THAT(Check(), IsEmpty());
+    const std::string good = Path();
+    const std::string all[] = {"/nowhere/French.txt", good, "/nowhere/German.txt"};
+    testing::internal::CaptureStderr();
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(2, RunCheck(all));
+    EXPECT_EQ(good + ": 14 texts, complete\n", testing::internal::GetCapturedStdout());
+    EXPECT_EQ(
+        "orvande-translation: '/nowhere/French.txt' cannot be read: No such file or directory\n"
+        "orvande-translation: '/nowhere/German.txt' cannot be read: No such file or directory\n",
+        testing::internal::GetCapturedStderr());
+}
+
+TEST_F(CheckRecords, OfAnEmptyFileAllTextsAreMissingInItsFirstLine) {
+    for (const std::string bytes : {"", "\xFF\xFE"}) {
+        EXPECT_THAT(Check(bytes), testing::SizeIs(13));
+        EXPECT_EQ(Check(bytes)[0], Error(1, "the text 'Welcome' is missing (Sign in: caption)"));
+    }
+    EXPECT_EQ(Check("", "fr.po")[0], Error(1, "the text 'Welcome' is missing (Sign in: caption)"));
+}
+
+TEST_F(CheckRecords, APoFileUnderAnotherNameIsToldOnce) {
+    const std::string po = "# Français\nmsgid \"Welcome\"\nmsgstr \"Reçu\"\n";
+    for (const std::string name : {"French.txt", "French.tsv"})
+        EXPECT_THAT(Check(po, name),
+                    ElementsAre(Error(2, "the file is a .po file: give it a name that ends in .po")));
 }
 
 TEST_F(CheckRecords, ASecondTabIsShown) {
@@ -122,7 +161,7 @@ TEST_F(CheckRecords, ASecondTabIsShown) {
 }
 
 TEST_F(CheckRecords, OfLinesThatEndWithCrAloneThereIsOne) {
-    EXPECT_THAT(Check(Joined("\r"), "French.tsv"),
-                testing::Contains(
-                    Error(1, "the lines end with a carriage return alone: save the file with line feeds")));
+    EXPECT_THAT(
+        Check(Joined("\r"), "French.tsv"),
+        ElementsAre(Error(1, "the lines end with a carriage return alone: save the file with line feeds")));
 }

@@ -32,6 +32,13 @@ TEST_F(CheckTexts, ATextWithoutOrnamentsServesThoseWithThem) {
     EXPECT_THAT(Check(), IsEmpty());
 }
 
+TEST_F(CheckTexts, ATextWithoutOrnamentsIsNotUsedWhereThatWithThemIsTranslated) {
+    lines.emplace_back("User ID\tName");
+    EXPECT_THAT(Check(), ElementsAre(Error(15,
+                                           "'User ID' is never looked up, because line 3 translates 'User "
+                                           "ID:'; remove it")));
+}
+
 TEST_F(CheckTexts, MissingTextsAreToldEach) {
     lines.erase(lines.begin() + 4, lines.begin() + 6);
     EXPECT_THAT(
@@ -60,6 +67,10 @@ TEST_F(CheckTexts, AGuessHasToBeConfirmed) {
 }
 
 TEST_F(CheckTexts, PlaceholdersHaveToReadTheSame) {
+    const size_t cut = Replace("%d maps", "%d maps\t%d, 100 %");
+    EXPECT_THAT(Check(), ElementsAre(Error(cut,
+                                           "the placeholders of '%d maps' are %d, those of the translation "
+                                           "%d, %: it would not be shown")));
     const size_t line = Replace("%d maps", "%d maps\t%s %5.2f%%");
     EXPECT_THAT(Check(),
                 ElementsAre(Error(line,
@@ -106,9 +117,25 @@ TEST_F(CheckTexts, AnAccessKeyIsDoubled) {
 TEST_F(CheckTexts, AnAccessKeyIsTooMuch) {
     const size_t line = Replace("Save it", "Save it\tA&B");
     EXPECT_THAT(Check(), ElementsAre(Error(line,
-                                           "the & in 'A&B' would underline a letter, and the text has none; "
-                                           "write && for an & to be seen")));
+                                           "the & in 'A&B' is taken for the mark of an access key, and the "
+                                           "text has none; write && for an & to be seen")));
+    for (const std::string translation : {"A & B", "B &", "A &&&"}) {
+        Replace("Save it", "Save it\t" + translation);
+        EXPECT_THAT(Check(), ElementsAre(Error(line, "the & in '" + translation +
+                                                         "' is taken for the mark of an access key, and the "
+                                                         "text has none; write && for an & to be seen")));
+    }
     Replace("Save it", "Save it\tA&&B");
+    EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckTexts, AnAccessKeyIsTooMuchInARecordThatServesATextWithOrnaments) {
+    const size_t line = Replace("User ID:", "User ID\tN&om");
+    EXPECT_THAT(Check(), ElementsAre(Error(line,
+                                           "the & in 'N&om' is taken for the mark of an access key, and the "
+                                           "text has none; write && for an & to be seen")));
+    Replace("User ID", "User ID\tNom");
+    Replace("&Open...", "Open\t&Ouvrir");
     EXPECT_THAT(Check(), IsEmpty());
 }
 
@@ -116,6 +143,18 @@ TEST_F(CheckTexts, AnAmpersandInCaptionsAndMessagesIsOne) {
     Replace("Welcome", "Welcome\tYou & me");
     Replace("It failed.\\nTry again.", "It failed.\\nTry again.\tYou & me");
     EXPECT_THAT(Check(), IsEmpty());
+}
+
+TEST_F(CheckTexts, TwoAmpersandsInCaptionsAndMessagesAreTwo) {
+    const size_t caption = Replace("Welcome", "Welcome\tYou && me");
+    const size_t message = Replace("It failed.\\nTry again.", "It failed.\\nTry again.\tYou && me");
+    const std::string sentence = "the user would see both & of 'You && me'; ";
+    EXPECT_THAT(
+        Check(),
+        ElementsAre(Error(caption,
+                          sentence + "the caption on a screen of 176x220 has no access keys, so write one &"),
+                    Error(message,
+                          sentence + "a message on a screen of 176x220 has no access keys, so write one &")));
 }
 
 TEST_F(CheckTexts, NamesInQuotesAreThoseOfTheSoftKeys) {
@@ -140,12 +179,14 @@ TEST_F(CheckTexts, NamesInPathsAreThoseOfTheMenu) {
 }
 
 TEST_F(CheckTexts, ANameThatIsNotTranslatedYetIsToldOnce) {
-    const size_t line = Replace("Forgot", "Forgot\tXXXX");
-    EXPECT_THAT(Check(), ElementsAre(Error(line, "'Forgot' is not translated yet")));
+    for (const std::string mark : {"XXXX", "xxxx", "XXXX Forgot"}) {
+        const size_t line = Replace("Forgot", "Forgot\t" + mark);
+        EXPECT_THAT(Check(), ElementsAre(Error(line, "'Forgot' is not translated yet")));
+    }
 }
 
 TEST_F(CheckTexts, ATextWithNothingToSeeIsEmpty) {
-    for (const std::string blanks : {" ", "  \\t", "\u00A0"}) {
+    for (const std::string blanks : {" ", "  \\t", "\u00A0", "\u200B", "\"\"", "\" \""}) {
         const size_t line = Replace("Welcome", "Welcome\t" + blanks);
         EXPECT_THAT(Check(), ElementsAre(Error(line,
                                                "the translation of 'Welcome' is empty; write one, or XXXX "

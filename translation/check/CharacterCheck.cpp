@@ -1,0 +1,106 @@
+#include "check/CharacterCheck.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <iterator>
+
+#include "Utf16.h"
+#include "files/Quoted.h"
+#include "files/Utf8.h"
+#include "texts/Compositions.h"
+
+namespace {
+
+/* What the bytes 80 to 9F are on Windows; 0: the byte's own number. */
+constexpr WCHAR windowsCharacters[] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                       0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+/* The byte that is taken for `unit`, or -1. */
+int ByteOf(WCHAR unit) {
+    if (unit < 0x100) return unit;
+    const auto* const found = std::ranges::find(windowsCharacters, unit);
+    return found == std::end(windowsCharacters) ? -1 : 0x80 + static_cast<int>(found - windowsCharacters);
+}
+
+/* The text whose UTF-8, byte by byte, `text` is; empty when it is no such thing. */
+WideString TextOfBytes(WideStringView text) {
+    std::string bytes;
+    for (const WCHAR unit : text) {
+        const int byte = ByteOf(unit);
+        if (byte < 0) return {};
+        bytes += static_cast<char>(byte);
+    }
+    return !IsAscii(bytes) && IsUtf8(bytes) ? Utf16Of(bytes) : WideString();
+}
+
+std::string NumberOf(WCHAR unit) {
+    char number[8] = {};
+    std::snprintf(number, sizeof(number), "U+%04X", static_cast<unsigned>(unit));
+    return number;
+}
+
+/* The first letter with an accent behind it, and all its accents. */
+WideStringView FirstAccented(WideStringView text) {
+    const auto* const accent = std::ranges::find_if(text, IsAccent);
+    if (accent == text.end()) return {};
+    const auto* const letter = accent == text.begin() ? accent : accent - 1;
+    return {letter, std::find_if_not(accent, text.end(), IsAccent)};
+}
+
+std::string AboutAccent(WideStringView accented) {
+    const WideString composed = ComposedText(accented);
+    const std::string beginning = "the accent of " + Quoted(accented) +
+                                  " is a character of its own, which a handheld shows beside the letter; ";
+    if (composed.size() > 1 || IsAccent(composed[0]))
+        return beginning + "no character is both, so write another";
+    return beginning + "write both as one, " + NumberOf(composed[0]);
+}
+
+/* Those that control something, stand for what another program could not read, or are half of a pair. Line
+ * breaks and TABs have their meaning, CR and NUL are told of their line, and which direction letters have, or
+ * whether they are joined, some languages need to say. */
+bool IsUnreadable(WideStringView text, size_t at) {
+    const WCHAR unit = text[at];
+    if (unit < 0x20) return unit != 0 && unit != u'\t' && unit != u'\n' && unit != u'\r';
+    if (unit >= 0xDC00 && unit < 0xE000) return at == 0 || text[at - 1] < 0xD800 || text[at - 1] >= 0xDC00;
+    if (unit >= 0xD800 && unit < 0xDC00)
+        return at + 1 == text.size() || text[at + 1] < 0xDC00 || text[at + 1] >= 0xE000;
+    return (unit >= 0x7F && unit < 0xA0) || unit == 0xAD || unit == 0x200B || unit == 0x2028 ||
+           unit == 0x2029 || unit == 0x2060 || unit == 0xFEFF || unit >= 0xFFF9;
+}
+
+std::string AboutUnreadable(WideStringView translation) {
+    for (size_t at = 0; at < translation.size(); ++at) {
+        if (IsUnreadable(translation, at))
+            return "the character " + NumberOf(translation[at]) + " in " + Quoted(translation) +
+                   " is none to be read; delete it, or write what is meant";
+    }
+    return {};
+}
+
+}  // namespace
+
+std::vector<std::string> TellCharacters(WideStringView text, WideStringView translation) {
+    const WideString meant = TextOfBytes(translation);
+    if (!meant.empty())
+        return {"another program has made " + Quoted(translation) + " of " + Quoted(meant) +
+                ", whose UTF-8 it took for single bytes; write that"};
+    std::vector<std::string> told;
+    const WideStringView accented = FirstAccented(translation);
+    if (!accented.empty()) told.push_back(AboutAccent(accented));
+    const std::string unreadable = AboutUnreadable(translation);
+    if (!unreadable.empty()) told.push_back(unreadable);
+    if (translation.find(u'\\') != WideStringView::npos && text.find(u'\\') == WideStringView::npos)
+        told.emplace_back(
+            "the user would see a backslash; a line break is one backslash and n, nothing else "
+            "needs one");
+    return told;
+}
+
+WideString AsWritten(WideStringView translation) {
+    const WideString meant = TextOfBytes(translation);
+    return ComposedText(meant.empty() ? translation : WideStringView(meant));
+}

@@ -1,0 +1,46 @@
+#!/usr/bin/env python3
+"""Writes down which characters Unicode has for a letter and an accent, as C++ that Compositions.h declares.
+
+    find_compositions.py OUTPUT
+"""
+import pathlib
+import sys
+import unicodedata
+
+BEGINNING = """\
+/* Letters with accents; made by find_compositions.py. */
+#include "texts/Compositions.h"
+
+namespace {
+
+constexpr Composition compositions[] = {
+"""
+END = """\
+};
+
+}  // namespace
+
+std::span<const Composition> AllCompositions() {
+    return compositions;
+}
+"""
+
+
+def compositions():
+    """(letter, accent, both) of all whose composed form is the normal one."""
+    for both in range(0x10000):
+        parts = unicodedata.decomposition(chr(both)).split()
+        if len(parts) != 2 or parts[0].startswith("<") or unicodedata.normalize("NFC", chr(both)) != chr(both):
+            continue
+        letter, accent = (int(part, 16) for part in parts)
+        if 0x300 <= accent <= 0x36F:
+            yield letter, accent, both
+
+
+def main(output):
+    lines = [f"    {{0x{letter:04X}, 0x{accent:04X}, 0x{both:04X}}},\n"
+             for letter, accent, both in sorted(compositions())]
+    pathlib.Path(output).write_text(BEGINNING + "".join(lines) + END, encoding="ascii")
+
+
+main(*sys.argv[1:])
