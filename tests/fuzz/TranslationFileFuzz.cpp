@@ -6,6 +6,7 @@
 
 #include "FuzzInput.h"
 #include "FuzzedDevice.h"
+#include "files/Harvest.h"
 #include "files/TableFile.h"
 #include "ui/TranslationCatalogue.h"
 
