@@ -167,6 +167,7 @@ TEST(TableReader, HarvestInWhichTranslationsWereWrittenIsOneStill) {
 TEST(TableReader, FieldWithDoubledQuotesIsOfNoHarvest) {
     EXPECT_EQ(Read("\"Say \"\"hi\"\"\"\tXXXX\n").entries.at(0).text, u"Say \"hi\"");
     EXPECT_EQ(Read("\"Go\"\tXXXX\n").entries.at(0).text, u"\"Go\"");
+    EXPECT_EQ(Read(Harvest({u"\"Say \"\"hi\"\"\""})).entries.at(0).text, u"\"Say \"\"hi\"\"\"");
 }
 
 TEST(TableReader, OrderOfAHarvestTellsWhatABackslashIs) {

@@ -29,9 +29,10 @@ HarvestLine TakenApart(WideStringView line) {
     return {line.substr(0, tab), line.substr(tab + 1)};
 }
 
-/* Whether quotes are doubled between two more, as language files have them and hardly a text. */
-bool IsField(WideStringView raw) {
-    return raw.starts_with(u'"') && raw == EscapedText(MeantText(raw));
+/* Whether quotes are doubled between two more, in a line that does not end as the library ends them: this is
+ * a table then, of which nothing but its records is left. */
+bool IsOfTable(WideStringView line, WideStringView raw) {
+    return !line.ends_with(u'\r') && raw.starts_with(u'"') && raw == EscapedText(MeantText(raw));
 }
 
 /* What the library has written as `raw`, next in its order behind `last`. A backslash before a t or an n may
@@ -61,7 +62,7 @@ std::vector<WideString> TextsOfHarvest(const std::vector<WideString>& lines) {
         if (IsEmpty(line)) continue;
         const auto [raw, translation] = TakenApart(line);
         texts.back() = NextText(raw, last);
-        if (texts.back().empty() || IsField(raw)) return {};
+        if (texts.back().empty() || IsOfTable(line, raw)) return {};
         last = texts.back();
         isUntouched = isUntouched && translation == untranslated;
         hasBareQuote = hasBareQuote || (!AreQuotesKept(raw) && raw != u"\"");
