@@ -6,6 +6,13 @@ namespace {
 
 class AccountFormat : public CompanionTest {
 protected:
+    void SetUp() override {
+        CompanionTest::SetUp();
+        SetRegistryValue(HKEY_CURRENT_USER, TEXT("Software\\Orvande"), TEXT("Language"), REG_SZ,
+                         BytesOf(TEXT("French")));
+        Answer(MapShopReply().Int32(formatCode));
+    }
+
     void UseTranslation(std::string_view translation) {
         device.PutFile(u"\\Program Files\\App\\OrvandeAccount.French.txt",
                        std::string(formatText).append("\t").append(translation).append("\r\n"));
@@ -29,13 +36,17 @@ protected:
 }  // namespace
 
 TEST_F(AccountFormat, IsFilledInOrShownInEnglish) {
-    SetRegistryValue(HKEY_CURRENT_USER, TEXT("Software\\Orvande"), TEXT("Language"), REG_SZ,
-                     BytesOf(TEXT("French")));
-    Answer(MapShopReply().Int32(formatCode));
     size_t boxes = 0;
     for (const auto& [translation, shown] : formatTranslations) {
         UseTranslation(translation);
         EXPECT_EQ(std::u16string(shown, shown + strlen(shown)), ShownMessage()) << translation;
         EXPECT_EQ(++boxes, device.MessageBoxes().size());
     }
+}
+
+TEST_F(AccountFormat, IsCutAt999Units) {
+    UseTranslation(std::string(5000, 'x') + "%d");
+    EXPECT_EQ(std::u16string(999, u'x'), ShownMessage());
+    UseTranslation(std::string(995, 'x') + "%d");
+    EXPECT_EQ(std::u16string(995, u'x') + u"1094", ShownMessage());
 }

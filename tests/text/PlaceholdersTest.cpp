@@ -41,6 +41,7 @@ const std::initializer_list<std::initializer_list<const WCHAR*>> kinds = {
 TEST(Placeholders, TextWithoutAnyReadsNothing) {
     EXPECT_TRUE(ReadsArgumentsOf(number, TEXT("")));
     EXPECT_TRUE(ReadsArgumentsOf(number, TEXT("Erreur")));
+    EXPECT_TRUE(ReadsArgumentsOf(number, TEXT("\xFF05s \xD83D")));
     EXPECT_TRUE(ReadsArgumentsOf(TEXT(""), TEXT("Erreur")));
 }
 
@@ -142,6 +143,9 @@ TEST(Placeholders, APercentThatBeginsNoneIsNotRead) {
     EXPECT_FALSE(ReadsArgumentsOf(number, TEXT("%I6d")));
     EXPECT_FALSE(ReadsArgumentsOf(number, TEXT("%lld")));
     EXPECT_FALSE(ReadsArgumentsOf(number, TEXT("%\xE9")));
+    EXPECT_FALSE(ReadsArgumentsOf(number, TEXT("%\xD83D\xDE00")));
+    EXPECT_FALSE(ReadsArgumentsOf(number, TEXT("%\xDE00")));
+    EXPECT_FALSE(ReadsArgumentsOf(number, TEXT("%\xFF44 %s")));
     EXPECT_FALSE(ReadsArgumentsOf(number, TEXT("%5%")));
 }
 

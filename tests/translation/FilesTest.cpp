@@ -104,10 +104,10 @@ TEST_F(Files, WhatCannotBeReadIsTold) {
 
 TEST_F(Files, WhatIsTooLargeIsNotRead) {
     WriteFile(PathOf("a"), "");
-    std::filesystem::resize_file(PathOf("a"), 512 << 10);
-    EXPECT_EQ(ReadFile(PathOf("a")).size(), 512U << 10);
-    std::filesystem::resize_file(PathOf("a"), (512 << 10) + 1);
-    EXPECT_EQ(ErrorOf([&] { ReadFile(PathOf("a")); }), "'" + PathOf("a") + "' is larger than 512 KB");
+    std::filesystem::resize_file(PathOf("a"), 4 << 20);
+    EXPECT_EQ(ReadFile(PathOf("a")).size(), 4U << 20);
+    std::filesystem::resize_file(PathOf("a"), (4 << 20) + 1);
+    EXPECT_EQ(ErrorOf([&] { ReadFile(PathOf("a")); }), "'" + PathOf("a") + "' is larger than 4 MB");
 }
 
 TEST_F(Files, WhatCannotBeWrittenIsTold) {

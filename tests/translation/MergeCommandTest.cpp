@@ -86,6 +86,15 @@ TEST_F(MergeCommand, TextsThatAreGoneBecomeObsoleteWhenTheNewHasAll) {
     EXPECT_EQ(notes, "");
 }
 
+TEST_F(MergeCommand, TextsOfAProgramStayInUseWhenTheirFileIsNamedLast) {
+    const std::string merged = Merged(AllTexts(), "#+\n\nOf a program\tD'un programme\nCancel\tAnnuler\n");
+    EXPECT_THAT(merged, HasSubstr("\nOf a program\tD'un programme\n"));
+    EXPECT_THAT(merged, HasSubstr("\nCancel\tAnnuler\n"));
+    EXPECT_THAT(merged, HasSubstr("\nForgot\tXXXX\n"));
+    EXPECT_THAT(merged, Not(HasSubstr("#~")));
+    EXPECT_EQ(notes, "");
+}
+
 TEST_F(MergeCommand, ObsoleteTextsComeBack) {
     EXPECT_EQ(Merged("#+\n\n#~ A\n#~ a\n\n#~ B\n#~ b\n", "#+\n\nA\tXXXX\n"), "#+\n\nA\ta\n\n#~ B\n#~ b\n");
     EXPECT_EQ(Merged("#+\n\n#~ A\n#~ a\n", "#+\n\nA\tb\n"), "#+\n\nA\tb\n");

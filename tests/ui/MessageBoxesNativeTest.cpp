@@ -102,6 +102,16 @@ TEST_F(MessageBoxes, EnglishTextIsShownForATranslationThatReadsOtherArguments) {
     }
 }
 
+TEST_F(MessageBoxes, TranslationThatIsFoundWithoutOrnamentsIsHeldAgainstTheTextWithThem) {
+    for (const auto& [translation, shown] :
+         {std::pair("%s", u"Error: 007."), {"Erreur %5x", u"Erreur     7"}, {"%d %d", u"Error: 007."}}) {
+        Load("Error %3d\t" + std::string(translation) + "\n");
+        device.AnswerMessageBox(IDOK);
+        ShowTranslatedMessageFormat(owner, MB_OK, TEXT("Error: %.3d."), 7);
+        EXPECT_EQ(shown, Shown().text) << translation;
+    }
+}
+
 TEST_F(MessageBoxes, CatalogueIsAskedForTheFormatNeverForTheMessage) {
     Load("Error 3\tnever this\n");
     device.AnswerMessageBox(IDOK);

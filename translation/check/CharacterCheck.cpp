@@ -60,16 +60,16 @@ std::string AboutAccent(WideStringView accented) {
 }
 
 /* Those that control something, stand for what another program could not read, or are half of a pair. Line
- * breaks and TABs have their meaning, CR and NUL are told of their line, and which direction letters have, or
- * whether they are joined, some languages need to say. */
+ * breaks and TABs have their meaning, CR and NUL are told of their line, and which direction letters have,
+ * whether they are joined, and where a word ends, some languages need to say. */
 bool IsUnreadable(WideStringView text, size_t at) {
     const WCHAR unit = text[at];
     if (unit < 0x20) return unit != 0 && unit != u'\t' && unit != u'\n' && unit != u'\r';
     if (unit >= 0xDC00 && unit < 0xE000) return at == 0 || text[at - 1] < 0xD800 || text[at - 1] >= 0xDC00;
     if (unit >= 0xD800 && unit < 0xDC00)
         return at + 1 == text.size() || text[at + 1] < 0xDC00 || text[at + 1] >= 0xE000;
-    return (unit >= 0x7F && unit < 0xA0) || unit == 0xAD || unit == 0x200B || unit == 0x2028 ||
-           unit == 0x2029 || unit == 0x2060 || unit == 0xFEFF || unit >= 0xFFF9;
+    return (unit >= 0x7F && unit < 0xA0) || unit == 0xAD || unit == 0x2028 || unit == 0x2029 ||
+           unit == 0x2060 || unit == 0xFEFF || unit >= 0xFFF9;
 }
 
 std::string AboutUnreadable(WideStringView translation) {

@@ -1,7 +1,7 @@
 #include "check/TextCheck.h"
 
 #include <algorithm>
-#include <ranges>
+#include <span>
 
 #include "Utf16.h"
 #include "check/CharacterCheck.h"
@@ -69,9 +69,9 @@ size_t CountAccessKeys(WideStringView text) {
     return count;
 }
 
-std::string ListOf(const std::vector<WideStringView>& placeholders) {
+std::string ListOf(std::span<const WideStringView> placeholders) {
     std::string list;
-    for (const WideStringView placeholder : placeholders | std::views::take(mostListed))
+    for (const WideStringView placeholder : placeholders.first(std::min(placeholders.size(), mostListed)))
         list += (list.empty() ? "" : ", ") + Quoted(placeholder);
     if (placeholders.size() > mostListed) list += " and more";
     return list.empty() ? "none" : list;
@@ -106,8 +106,10 @@ public:
             if (told >= mostTold) break;
             if (!entry.isObsolete) CheckEntry(entry);
         }
-        for (const auto& [line, text] : file.emptyLines)
+        for (const auto& [line, text] : file.emptyLines) {
+            if (told >= mostTold) break;
             CheckReplaced(line, text);
+        }
         for (const ShownText& shown : AllShownTexts())
             CheckText(shown);
     }
@@ -132,9 +134,9 @@ private:
     /* An empty translation of a text that another line translates. */
     void CheckReplaced(size_t line, const WideString& text) {
         const ShownText* const shown = FindShownText(text);
+        if (shown == nullptr || IsTitle(*shown)) return;
         const CatalogueEntry* const entry = catalogue.Find(text);
-        if (shown != nullptr && !IsTitle(*shown) && entry != nullptr && entry->line != line)
-            TellEmpty(line, text);
+        if (entry != nullptr && entry->line != line) TellEmpty(line, text);
     }
 
     void TellEmpty(size_t line, WideStringView text) {

@@ -1,16 +1,26 @@
 #include "files/CatalogueBuilder.h"
 
-#include <set>
 #include <utility>
 
 #include "files/Quoted.h"
 
-void AddOnce(std::vector<WideString>& lines, const std::vector<WideString>& added) {
+namespace {
+
+/* `known` are the lines, or empty when they are not known yet. */
+void AddUnknown(std::vector<WideString>& lines, const std::vector<WideString>& added,
+                std::set<WideString>& known) {
     if (added.empty()) return;
-    std::set<WideString> known(lines.begin(), lines.end());
+    if (known.empty()) known.insert(lines.begin(), lines.end());
     for (const WideString& line : added) {
         if (known.insert(line).second) lines.push_back(line);
     }
+}
+
+}  // namespace
+
+void AddOnce(std::vector<WideString>& lines, const std::vector<WideString>& added) {
+    std::set<WideString> known;
+    AddUnknown(lines, added, known);
 }
 
 WideString TranslationOrNone(WideString translation) {
@@ -31,10 +41,11 @@ void CatalogueBuilder::Add(CatalogueEntry entry) {
         return;
     }
     CatalogueEntry& earlier = catalogue.entries[found->second];
-    AddOnce(earlier.notes, entry.notes);
-    AddOnce(earlier.places, entry.places);
-    AddOnce(earlier.references, entry.references);
-    AddOnce(earlier.flags, entry.flags);
+    Beside& known = besides[found->second];
+    AddUnknown(earlier.notes, entry.notes, known.notes);
+    AddUnknown(earlier.places, entry.places, known.places);
+    AddUnknown(earlier.references, entry.references, known.references);
+    AddUnknown(earlier.flags, entry.flags, known.flags);
     earlier.isFormat = earlier.isFormat || entry.isFormat;
     if (entry.translation.empty()) return;
     if (!earlier.translation.empty() && earlier.translation != entry.translation)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 
 #include "files/Catalogue.h"
 
@@ -27,7 +28,16 @@ public:
     Catalogue Take();
 
 private:
+    /* What stands beside a text that was met before, for a quick look. */
+    struct Beside {
+        std::set<WideString> notes;
+        std::set<WideString> places;
+        std::set<WideString> references;
+        std::set<WideString> flags;
+    };
+
     Catalogue catalogue;
+    std::map<size_t, Beside> besides; /* by the index of the entry */
     std::map<WideString, size_t> inUse;
     std::map<WideString, size_t> obsolete;
 };

@@ -16,8 +16,8 @@
 
 namespace {
 
-// Fifty times a language file, so that a hostile one takes neither long nor much memory.
-constexpr size_t mostBytes = size_t{512} << 10;
+// Enough for tens of thousands of texts, so that a hostile file takes neither long nor much memory.
+constexpr size_t mostBytes = size_t{4} << 20;
 
 [[noreturn]] void Fail(const std::string& path, const char* what) {
     const std::string cause = errno == 0 ? "" : std::string(": ") + std::strerror(errno);
@@ -111,7 +111,7 @@ std::string ReadFile(const std::string& path) {
     std::array<char, 65536> buffer = {};
     for (size_t count = 0; (count = fread(buffer.data(), 1, buffer.size(), file.get())) > 0;) {
         bytes.append(buffer.data(), count);
-        if (bytes.size() > mostBytes) throw UsageError("'" + path + "' is larger than 512 KB");
+        if (bytes.size() > mostBytes) throw UsageError("'" + path + "' is larger than 4 MB");
     }
     if (ferror(file.get()) != 0) Fail(path, "read");
     return bytes;

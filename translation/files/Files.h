@@ -7,8 +7,7 @@
 #include <string>
 #include <string_view>
 
-/* The bytes of a file. Throws UsageError when there is none, it cannot be read, or it is larger than 512
- * KB. */
+/* The bytes of a file. Throws UsageError when there is none, it cannot be read, or it is larger than 4 MB. */
 std::string ReadFile(const std::string& path);
 
 /* Writes a file whole or not at all: what stood there stays until all is written. "-" is the standard output.

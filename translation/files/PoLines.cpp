@@ -60,6 +60,7 @@ std::vector<PoMessageLines> ReadPoLines(std::string_view bytes) {
         for (size_t count = CountTexts(line); count > 0; --count) {
             next.text = number;
             KeepOnce(next.references);
+            KeepOnce(next.flags);
             messages.push_back(std::exchange(next, {}));
         }
     });

@@ -10,9 +10,10 @@
 #include <vector>
 
 struct PoMessageLines {
-    size_t text = 0;                    /* the number of the line that its msgid stands in */
-    std::vector<WideString> flags;      /* without those that CatalogueEntry has by themselves */
-    std::vector<WideString> references; /* each once */
+    size_t text = 0; /* the number of the line that its msgid stands in */
+    /* Each once. */
+    std::vector<WideString> flags; /* without those that CatalogueEntry has by themselves */
+    std::vector<WideString> references;
 };
 
 /* Calls with each line, without its end, and its number from 1. */

@@ -93,6 +93,7 @@ private:
         catalogue.references = std::exchange(next.references, {});
         KeepOnce(catalogue.references);
         catalogue.flags = std::exchange(next.flags, {});
+        KeepOnce(catalogue.flags);
     }
 
     void TakeField(const WideString& field) {
@@ -192,6 +193,7 @@ private:
         if (!isScreenTold && !next.places.empty()) next.screen = ScreenOfPlace(next.places.front());
         isScreenTold = false;
         KeepOnce(next.references);
+        KeepOnce(next.flags);
         return std::exchange(next, {});
     }
 

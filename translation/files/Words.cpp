@@ -20,10 +20,9 @@ bool IsOfEntries(WideStringView flag) {
 
 /* Where the reference ends that `list` begins with. */
 size_t EndOfReference(WideStringView list) {
-    const size_t mark = list.find(u'\x2068');
     const size_t end = list.find(u' ');
-    if (mark > end) return end;
-    return list.find(u' ', std::min(list.find(u'\x2069', mark), list.size()));
+    if (list.substr(0, end).find(u'\x2068') == WideStringView::npos) return end;
+    return list.find(u' ', std::min(list.find(u'\x2069'), list.size()));
 }
 
 }  // namespace
@@ -50,7 +49,7 @@ void AddOtherFlags(std::vector<WideString>& flags, WideStringView list) {
         for (const WideString& word : Split(part, u' ')) {
             if (!IsOfEntries(word)) flag.append(flag.empty() ? u"" : u" ").append(word);
         }
-        if (!flag.empty() && std::ranges::find(flags, flag) == flags.end()) flags.push_back(flag);
+        if (!flag.empty()) flags.push_back(flag);
     }
 }
 

@@ -30,7 +30,8 @@ def compositions():
     """(letter, accent, both) of all whose composed form is the normal one."""
     for both in range(0x10000):
         parts = unicodedata.decomposition(chr(both)).split()
-        if len(parts) != 2 or parts[0].startswith("<") or unicodedata.normalize("NFC", chr(both)) != chr(both):
+        is_normal = unicodedata.normalize("NFC", chr(both)) == chr(both)
+        if len(parts) != 2 or parts[0].startswith("<") or not is_normal:
             continue
         letter, accent = (int(part, 16) for part in parts)
         if 0x300 <= accent <= 0x36F:

@@ -179,7 +179,7 @@ Size Formatter::ParseSize() {
             size = Size::Pointer;
         } else if (takes(u"h")) {
             size = Size::Short;
-        } else {
+        } else if (!takes(u"L")) {  // of real numbers alone
             return size;
         }
     }

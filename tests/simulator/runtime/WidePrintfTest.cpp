@@ -70,6 +70,11 @@ TEST(WidePrintf, LongIs32BitsAndI64Is64) {
     EXPECT_EQ(TEXT("-5"), Format(TEXT("%I32d"), -5));
 }
 
+TEST(WidePrintf, SizeOfRealNumbersChangesNothingElse) {
+    EXPECT_EQ(TEXT("-5 ff"), Format(TEXT("%Ld %Lx"), -5, 255));
+    EXPECT_EQ(TEXT("wide narrow a"), Format(TEXT("%Ls %LS %Lc"), TEXT("wide"), "narrow", 'a'));
+}
+
 TEST(WidePrintf, ShortIsCutTo16Bits) {
     EXPECT_EQ(TEXT("-1 65535 1"), Format(TEXT("%hd %hu %hx"), 0x1FFFF, 0x1FFFF, 0x10001));
 }

@@ -104,8 +104,8 @@ TEST_F(CheckCharacters, HalfOfAPairIsNoCharacter) {
 }
 
 TEST_F(CheckCharacters, EveryLanguageHasItsLetters) {
-    for (const std::string right :
-         {"Καλώς ορίσατε", "Добро", "ברוך הבא", "أهلا", "欢迎", "ยินดี", "می\u200Cخواهم", "😀"})
+    for (const std::string right : {"Καλώς ορίσατε", "Добро", "ברוך הבא", "أهلا", "欢迎", "ยินดี",
+                                    "សូម\u200Bស្វាគមន៍", "می\u200Cخواهم", "😀"})
         EXPECT_THAT(CheckCaption(right), IsEmpty()) << right;
 }
 

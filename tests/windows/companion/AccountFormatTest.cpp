@@ -60,3 +60,10 @@ TEST_F(AccountFormat, IsFilledInOrShownInEnglish) {
         EXPECT_EQ(Widened(shown), ShownMessage()) << translation;
     }
 }
+
+TEST_F(AccountFormat, IsCutAt999Units) {
+    UseTranslation(std::string(5000, 'x') + "%d");
+    EXPECT_EQ(std::wstring(999, L'x'), ShownMessage());
+    UseTranslation(std::string(995, 'x') + "%d");
+    EXPECT_EQ(std::wstring(995, L'x') + L"1094", ShownMessage());
+}

@@ -132,7 +132,9 @@ class Harvests(Sessions):
         self.program("merge", "0.txt", "1.txt", "--output", "French.tsv")
         self.assertEqual(harvested[0] | harvested[1], set(read_records(self.folder / "French.tsv", "utf-8")))
         self.translate("French.tsv")
-        self.program("convert", "French.tsv", "OrvandeAccount.French.txt")
+        # As of an editor for gettext's files.
+        self.program("convert", "French.tsv", "French.po")
+        self.program("convert", "French.po", "OrvandeAccount.French.txt")
         self.assert_translated(english, *steps[0], *steps[1])
 
 
