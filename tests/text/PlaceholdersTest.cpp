@@ -88,7 +88,9 @@ TEST(Placeholders, HostileOnesInPlaceOfANumberAreNotRead) {
 }
 
 TEST(Placeholders, OnesThatAreNeverReadAreNotReadForThemselves) {
-    for (const WCHAR* const never : {TEXT("%n"), TEXT("%*d"), TEXT("%.*s"), TEXT("%y"), TEXT("%1000d")})
+    for (const WCHAR* const never :
+         {TEXT("%n"), TEXT("%*d"), TEXT("%.*s"), TEXT("%y"), TEXT("%1000d"), TEXT("%/d"), TEXT("%:d"),
+          TEXT("%I14d"), TEXT("%I65d"), TEXT("%I12d"), TEXT("%I33d"), TEXT("%h64d"), TEXT("%h32d")})
         EXPECT_FALSE(ReadsArgumentsOf(never, (TEXT("x") + WideString(never)).c_str()));
 }
 

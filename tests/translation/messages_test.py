@@ -4,6 +4,7 @@ to do about it; and what stands there is said.
 
     messages_test.py PROGRAM               PROGRAM: orvande-translation
 """
+import os
 import pathlib
 import re
 import subprocess
@@ -169,6 +170,30 @@ class Messages(unittest.TestCase):
 
     def test_all_messages_are_different(self):
         self.assertEqual(sorted(set(self.on_page)), sorted(self.on_page))
+
+
+class Mending(unittest.TestCase):
+    """The commands of other packages that the tables name."""
+
+    def mend(self, program, old, data):
+        """What `check` says of the file that the command makes of an old one."""
+        command, = re.findall(f"`({program} [^`]*)`", CHECKING)
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / old).write_bytes(data)
+            subprocess.run(command.split(), cwd=folder, stdin=subprocess.DEVNULL, check=True,
+                           env={**os.environ, "LC_ALL": "C"})
+            run = subprocess.run([PROGRAM, "check", old.replace("Old", "New")], cwd=folder,
+                                 stdin=subprocess.DEVNULL, capture_output=True, check=False)
+        said = SAID.findall(run.stderr.decode())
+        return [sentence for sentence in said if "is missing" not in sentence]
+
+    def test_accents_become_letters(self):
+        table = "Menu\tMenu\u0300\n".encode()
+        self.assertEqual([], self.mend("uconv", "Old.tsv", table))
+
+    def test_another_charset_becomes_utf_8(self):
+        messages = PO_HEAD.replace("UTF-8", "ISO-8859-1") + 'msgid "Menu"\nmsgstr "Menù"\n'
+        self.assertEqual([], self.mend("msgconv", "Old.po", messages.encode("latin-1")))
 
 
 if __name__ == "__main__":
