@@ -21,6 +21,11 @@ void CheckLanguage(const std::string& name) {
                          "': \\ / : * ? \" < > | are not for names");
 }
 
+/* What editors and services ask a .po file for. The code of the language is for the translator to say. */
+std::vector<CatalogueField> FieldsOfPo() {
+    return {{u"Project-Id-Version", Utf16Of(NameOfVersion())}, {u"Language", {}}};
+}
+
 }  // namespace
 
 int RunTemplate(Arguments arguments) {
@@ -34,5 +39,6 @@ int RunTemplate(Arguments arguments) {
         Utf16Of(NameOfVersion() + ": " +
                 (language.empty() ? "name this file after its language, such as OrvandeOnline.French.txt"
                                   : language)));
+    if (FormToWrite(output) == FileForm::Po) catalogue.fields = FieldsOfPo();
     return WriteMade(output, catalogue);
 }

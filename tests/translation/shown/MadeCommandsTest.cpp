@@ -77,6 +77,13 @@ TEST_F(MadeCommands, ATemplateIsNamedAfterItsLanguage) {
                             u"OrvandeOnline.French.txt"));
 }
 
+TEST_F(MadeCommands, ATemplateForEditorsTellsTheProject) {
+    Template({"--language", "French"}, "French.po");
+    const std::string bytes = ReadFile(PathOf("French.po"));
+    EXPECT_THAT(bytes, HasSubstr("\"Project-Id-Version: Orvande Online 1.0.0\\n\"\n\"Language: \\n\"\n"));
+    EXPECT_THAT(Template({}, "French.tsv").fields, IsEmpty());
+}
+
 TEST_F(MadeCommands, WithoutAFileATemplateGoesToTheOutput) {
     Template({}, "a.txt");
     testing::internal::CaptureStdout();
