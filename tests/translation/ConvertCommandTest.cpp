@@ -159,6 +159,14 @@ TEST_F(ConvertCommand, MistakesAreToldAndNothingIsWritten) {
     EXPECT_FALSE(Exists("out.txt"));
 }
 
+TEST_F(ConvertCommand, OfAFileWithMistakesNothingIsLost) {
+    Put("in.po",
+        "msgctxt \"1\"\nmsgid \"Open\"\nmsgstr \"Ouvrir\"\n\n"
+        "msgctxt \"2\"\nmsgid \"Open\"\nmsgstr \"Ouvert\"\n");
+    EXPECT_EQ(Run(RunConvert, {"in.po", "out.tsv"}).errors,
+              "in.po:6: error: the text has another translation in line 2, and the library knows only one\n");
+}
+
 TEST_F(ConvertCommand, TableOfACodePageIsNotGuessed) {
     Put("a.tsv", "Menu\tMen\xF9\n");
     const Result result = Run(RunConvert, {"a.tsv", "a.txt"});
