@@ -178,7 +178,7 @@ TEST_F(ConvertCommand, WhatCannotBeDoneIsOneSentence) {
     Put("in.txt", "Open\n");
     EXPECT_EQ(Run(RunConvert, {"in.txt", "out.csv"}).errors,
               "the name 'out.csv' does not end in .txt, .tsv, .po or .pot, which tells the form");
-    EXPECT_EQ(Run(RunConvert, {"in.txt"}).errors, "1 files are named; the command is convert IN OUT");
+    EXPECT_EQ(Run(RunConvert, {"in.txt"}).errors, "1 file is named; the command is convert IN OUT");
     const Result none = Run(RunConvert, {"none.txt", "out.po"});
     EXPECT_EQ(none.code, 2);
     EXPECT_EQ(none.errors, "'none.txt' cannot be read: No such file or directory");
