@@ -82,9 +82,8 @@ bool IsTable(std::string_view bytes) {
 /* What is wrong with the file as a whole; empty: nothing. */
 std::string AboutForm(std::string_view bytes) {
     if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
-        return "the file is UTF-16: save it as UTF-8, or give it a name that ends in .txt if it is a "
-               "language "
-               "file";
+        return "the file is UTF-16: save it as UTF-8, or give it a name that "
+               "ends in .txt if it is a language file";
     return IsTable(bytes) ? "the file is a table: give it a name that ends in .tsv" : "";
 }
 

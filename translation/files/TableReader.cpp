@@ -160,7 +160,7 @@ private:
 
     void TakeRecord(WideStringView content) {
         isHead = false;
-        if (IsHarvestedWithReturn()) return;
+        if (LosesForReturn()) return;
         if (content.find(u'\r') != WideStringView::npos)
             Complain(complaints, line, "a carriage return within the line, which the library drops");
         const std::optional<TableRecord> record = ReadTableRecord(content);
@@ -179,8 +179,9 @@ private:
             built.Add(TakeNext());
     }
 
-    /* Programs may show texts that no language file can translate. They are no mistake of the file. */
-    bool IsHarvestedWithReturn() {
+    /* Whether the record is left out, which is told then: programs may show texts that no language file can
+     * translate. They are no mistake of the file. */
+    bool LosesForReturn() {
         if (harvest.empty() || harvest[line - 1].find(u'\r') == WideString::npos) return false;
         Complain(built.Get().losses, line,
                  Quoted(harvest[line - 1]) +
