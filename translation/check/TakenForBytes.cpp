@@ -1,7 +1,5 @@
 #include "check/TakenForBytes.h"
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 
 #include "Utf16.h"
@@ -10,24 +8,31 @@
 
 namespace {
 
-/* What the bytes 80 to 9F are on Windows; 0: the byte's own number. */
-constexpr WCHAR windowsCharacters[] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                       0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+/* What the bytes 80 to FF are on the Windows of Western and of Central Europe, with Cyrillic and with Greek
+ * letters; U+FFFD: nothing. */
+constexpr WideStringView codePages[] = {
+    u"€\uFFFD‚ƒ„…†‡ˆ‰Š‹Œ\uFFFDŽ\uFFFD\uFFFD‘’“”•–—˜™š›œ\uFFFDžŸ\u00A0¡¢£¤¥¦§¨©ª«¬\u00AD®¯°±²³´µ¶·¸"
+    u"¹º»¼½¾¿ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖ×ØÙÚÛÜÝÞßàáâãäåæçèéêëìíîïðñòóôõö÷øùúûüýþÿ",
+    u"€\uFFFD‚\uFFFD„…†‡\uFFFD‰Š‹ŚŤŽŹ\uFFFD‘’“”•–—\uFFFD™š›śťžź\u00A0ˇ˘Ł¤Ą¦§¨©Ş«¬\u00AD®Ż°±˛ł´µ¶·¸"
+    u"ąş»Ľ˝ľżŔÁÂĂÄĹĆÇČÉĘËĚÍÎĎĐŃŇÓÔŐÖ×ŘŮÚŰÜÝŢßŕáâăäĺćçčéęëěíîďđńňóôőö÷řůúűüýţ˙",
+    u"ЂЃ‚ѓ„…†‡€‰Љ‹ЊЌЋЏђ‘’“”•–—\uFFFD™љ›њќћџ\u00A0ЎўЈ¤Ґ¦§Ё©Є«¬\u00AD®Ї°±Ііґµ¶·ё№є»јЅѕїАБВГДЕЖЗИЙКЛМ"
+    u"НОПРСТУФХЦЧШЩЪЫЬЭЮЯабвгдежзийклмнопрстуфхцчшщъыьэюя",
+    u"€\uFFFD‚ƒ„…†‡\uFFFD‰\uFFFD‹\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD‘’“”•–—\uFFFD™\uFFFD›\uFFFD\uFFFD"
+    u"\uFFFD\uFFFD\u00A0΅Ά£¤¥¦§¨©\uFFFD«¬\u00AD®―°±²³΄µ¶·ΈΉΊ»Ό½ΎΏΐΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡ\uFFFDΣΤΥΦΧΨΩΪΫ"
+    u"άέήίΰαβγδεζηθικλμνξοπρςστυφχψωϊϋόύώ\uFFFD"};
 
-/* The byte that is taken for `unit`, or -1. */
-int ByteOf(WCHAR unit) {
-    if (unit < 0x100) return unit;
-    const auto* const found = std::ranges::find(windowsCharacters, unit);
-    return found == std::end(windowsCharacters) ? -1 : 0x80 + static_cast<int>(found - windowsCharacters);
+/* The byte that is taken for `unit`, or -1. Windows has the characters 80 to 9F for bytes that are none. */
+int ByteOf(WCHAR unit, WideStringView codePage) {
+    if (unit < 0xA0) return unit;
+    const size_t found = unit == 0xFFFD ? WideStringView::npos : codePage.find(unit);
+    return found == WideStringView::npos ? -1 : 0x80 + static_cast<int>(found);
 }
 
 /* The text whose UTF-8, byte by byte, `text` is; empty when it is no such thing. */
-WideString TextOfBytes(WideStringView text) {
+WideString TextOfBytes(WideStringView text, WideStringView codePage) {
     std::string bytes;
     for (const WCHAR unit : text) {
-        const int byte = ByteOf(unit);
+        const int byte = ByteOf(unit, codePage);
         if (byte < 0) return {};
         bytes += static_cast<char>(byte);
     }
@@ -68,12 +73,20 @@ bool IsLikely(WideStringView text, size_t at) {
     return !IsLatinLetter(before) && !IsLatinLetter(after);
 }
 
+/* Whether a character in it is likely. */
+bool IsLikelyText(WideStringView text) {
+    const WideString composed = ComposedText(text);
+    for (size_t at = 0; at < composed.size(); ++at)
+        if (IsLikely(composed, at)) return true;
+    return false;
+}
+
 }  // namespace
 
 WideString TextTakenForBytes(WideStringView text) {
-    WideString meant = TextOfBytes(text);
-    const WideString composed = ComposedText(meant);
-    for (size_t at = 0; at < composed.size(); ++at)
-        if (IsLikely(composed, at)) return meant;
+    for (const WideStringView codePage : codePages) {
+        WideString meant = TextOfBytes(text, codePage);
+        if (IsLikelyText(meant)) return meant;
+    }
     return {};
 }
