@@ -35,8 +35,9 @@ CommandLine ReadCommandLine(std::string_view usage, FileCount count,
         line.options.insert_or_assign(name, value);
         if (arguments.empty()) break;
     }
-    if (line.files.size() < count.least || line.files.size() > count.most)
-        throw UsageError(std::to_string(line.files.size()) + " files are named; the command is " +
-                         std::string(usage));
+    const size_t named = line.files.size();
+    if (named < count.least || named > count.most)
+        throw UsageError(std::to_string(named) + (named == 1 ? " file is" : " files are") +
+                         " named; the command is " + std::string(usage));
     return line;
 }

@@ -13,7 +13,6 @@ int RunConvert(Arguments arguments) {
     Catalogue catalogue = ReadCatalogue(in, complaints);
     TakePlacesOfThisVersion(catalogue);
     WriteCatalogue(out, catalogue, complaints);
-    PrintComplaints(in, complaints);
-    PrintWarnings(in, catalogue.losses);
+    PrintMistakesOrWarnings(in, complaints, catalogue.losses);
     return complaints.empty() ? 0 : 1;
 }

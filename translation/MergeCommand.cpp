@@ -38,8 +38,7 @@ Catalogue Read(const std::string& path, const std::string& output, bool& isWell)
     Catalogue catalogue = ReadCatalogue(path, complaints);
     TakePlacesOfThisVersion(catalogue);
     CheckCatalogue(output, catalogue, complaints);
-    PrintComplaints(path, complaints);
-    PrintWarnings(path, catalogue.losses);
+    PrintMistakesOrWarnings(path, complaints, catalogue.losses);
     isWell = isWell && complaints.empty();
     return catalogue;
 }

@@ -159,6 +159,14 @@ TEST_F(ConvertCommand, MistakesAreToldAndNothingIsWritten) {
     EXPECT_FALSE(Exists("out.txt"));
 }
 
+TEST_F(ConvertCommand, OfAFileWithMistakesNothingIsLost) {
+    Put("in.po",
+        "msgctxt \"1\"\nmsgid \"Open\"\nmsgstr \"Ouvrir\"\n\n"
+        "msgctxt \"2\"\nmsgid \"Open\"\nmsgstr \"Ouvert\"\n");
+    EXPECT_EQ(Run(RunConvert, {"in.po", "out.tsv"}).errors,
+              "in.po:6: error: the text has another translation in line 2, and the library knows only one\n");
+}
+
 TEST_F(ConvertCommand, TableOfACodePageIsNotGuessed) {
     Put("a.tsv", "Menu\tMen\xF9\n");
     const Result result = Run(RunConvert, {"a.tsv", "a.txt"});
@@ -170,7 +178,7 @@ TEST_F(ConvertCommand, WhatCannotBeDoneIsOneSentence) {
     Put("in.txt", "Open\n");
     EXPECT_EQ(Run(RunConvert, {"in.txt", "out.csv"}).errors,
               "the name 'out.csv' does not end in .txt, .tsv, .po or .pot, which tells the form");
-    EXPECT_EQ(Run(RunConvert, {"in.txt"}).errors, "1 files are named; the command is convert IN OUT");
+    EXPECT_EQ(Run(RunConvert, {"in.txt"}).errors, "1 file is named; the command is convert IN OUT");
     const Result none = Run(RunConvert, {"none.txt", "out.po"});
     EXPECT_EQ(none.code, 2);
     EXPECT_EQ(none.errors, "'none.txt' cannot be read: No such file or directory");

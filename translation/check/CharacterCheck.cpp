@@ -1,40 +1,13 @@
 #include "check/CharacterCheck.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
-#include <iterator>
 
-#include "Utf16.h"
+#include "check/TakenForBytes.h"
 #include "files/Quoted.h"
-#include "files/Utf8.h"
 #include "texts/Compositions.h"
 
 namespace {
-
-/* What the bytes 80 to 9F are on Windows; 0: the byte's own number. */
-constexpr WCHAR windowsCharacters[] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                       0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-/* The byte that is taken for `unit`, or -1. */
-int ByteOf(WCHAR unit) {
-    if (unit < 0x100) return unit;
-    const auto* const found = std::ranges::find(windowsCharacters, unit);
-    return found == std::end(windowsCharacters) ? -1 : 0x80 + static_cast<int>(found - windowsCharacters);
-}
-
-/* The text whose UTF-8, byte by byte, `text` is; empty when it is no such thing. */
-WideString TextOfBytes(WideStringView text) {
-    std::string bytes;
-    for (const WCHAR unit : text) {
-        const int byte = ByteOf(unit);
-        if (byte < 0) return {};
-        bytes += static_cast<char>(byte);
-    }
-    return !IsAscii(bytes) && IsUtf8(bytes) ? Utf16Of(bytes) : WideString();
-}
 
 std::string NumberOf(WCHAR unit) {
     char number[8] = {};
@@ -94,7 +67,7 @@ std::string AboutBlank(WideStringView translation) {
 }  // namespace
 
 std::vector<std::string> TellCharacters(WideStringView text, WideStringView translation) {
-    const WideString meant = TextOfBytes(translation);
+    const WideString meant = TextTakenForBytes(translation);
     if (!meant.empty())
         return {"another program has made " + Quoted(translation) + " of " + Quoted(meant) +
                 ", whose UTF-8 it took for single bytes; write that"};
@@ -113,6 +86,6 @@ std::vector<std::string> TellCharacters(WideStringView text, WideStringView tran
 }
 
 WideString AsWritten(WideStringView translation) {
-    const WideString meant = TextOfBytes(translation);
+    const WideString meant = TextTakenForBytes(translation);
     return ComposedText(meant.empty() ? translation : WideStringView(meant));
 }

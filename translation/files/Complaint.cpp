@@ -26,8 +26,10 @@ void PrintComplaints(const std::string& file, const Complaints& complaints) {
     Print(file, "error", complaints);
 }
 
-void PrintWarnings(const std::string& file, const Complaints& warnings) {
-    Print(file, "warning", warnings);
+void PrintMistakesOrWarnings(const std::string& file, const Complaints& mistakes,
+                             const Complaints& warnings) {
+    if (mistakes.empty()) return Print(file, "warning", warnings);
+    PrintComplaints(file, mistakes);
 }
 
 void PrintFailure(const std::exception& error) {

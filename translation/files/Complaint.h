@@ -20,8 +20,9 @@ void Complain(Complaints& complaints, size_t line, std::string sentence);
 /* Prints each to the error output, in the order of their lines. */
 void PrintComplaints(const std::string& file, const Complaints& complaints);
 
-/* The same as warnings: FILE:LINE: warning: SENTENCE. */
-void PrintWarnings(const std::string& file, const Complaints& warnings);
+/* Prints the mistakes that keep a file from being written; or, when there are none, what it loses, each as a
+ * warning: FILE:LINE: warning: SENTENCE. */
+void PrintMistakesOrWarnings(const std::string& file, const Complaints& mistakes, const Complaints& warnings);
 
 /* Prints what kept a command from its work. */
 void PrintFailure(const std::exception& error);

@@ -72,6 +72,24 @@ TEST_F(CheckCharacters, LettersBesideMarksAreNoBytes) {
         EXPECT_THAT(CheckCaption(right), IsEmpty()) << right;
 }
 
+TEST_F(CheckCharacters, CapitalsBeforeASignAreNoBytes) {
+    for (const std::string right : {"MENÜ…", "OUBLIÉ\u00A0?", "CAFÉ®", "PORQUÊ“", "MENÚ…", "PIÙ…", "LUNEDÌ…",
+                                    "MENÙ\u00A0»", "IRMÃ…", "GÅ\u00A0!", "oublié…”", "Spaß…", "NIÑ€"})
+        EXPECT_THAT(CheckCaption(right), IsEmpty()) << right;
+}
+
+TEST_F(CheckCharacters, BytesAreToldInEveryLanguage) {
+    const std::pair<std::string, std::string> taken[] = {
+        {"BÅ‚Ä…d", "Błąd"}, {"IDÂ\u00A0:", "ID\u00A0:"}, {"aÈ™a", "așa"},   {"XÉ™ta", "Xəta"},
+        {"áº¢nh", "Ảnh"},   {"DÃ©jÃ\u00A0", "Déjà"},     {"Î¼Îµ", "με"},    {"Ð½Ðµ ID", "не ID"},
+        {"×œØ§", "לا"},     {"ID ã‚’", "ID を"},         {"eÌ€", "e\u0300"}};
+    for (const auto& [garbage, meant] : taken) {
+        const std::vector<std::string> told = CheckCaption(garbage);
+        ASSERT_EQ(1U, told.size()) << meant;
+        EXPECT_THAT(told[0], testing::HasSubstr("' of '" + meant + "', whose")) << garbage;
+    }
+}
+
 TEST_F(CheckCharacters, WhatIsNotToBeReadIsTold) {
     const std::pair<std::string, std::string> unreadable[] = {{"A\x07z", "0007"},   {"A\u0085z", "0085"},
                                                               {"A\u00ADz", "00AD"}, {"A\u2028z", "2028"},
