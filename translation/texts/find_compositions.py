@@ -38,10 +38,14 @@ def compositions():
             yield letter, accent, both
 
 
-def main(output):
+def main(arguments):
+    if len(arguments) != 1:
+        sys.stderr.write("find_compositions.py: called as OUTPUT\n")
+        sys.exit(2)
     lines = [f"    {{0x{letter:04X}, 0x{accent:04X}, 0x{both:04X}}},\n"
              for letter, accent, both in sorted(compositions())]
-    pathlib.Path(output).write_text(BEGINNING + "".join(lines) + END, encoding="ascii")
+    pathlib.Path(arguments[0]).write_text(BEGINNING + "".join(lines) + END, encoding="ascii")
 
 
-main(*sys.argv[1:])
+if __name__ == "__main__":
+    main(sys.argv[1:])
