@@ -86,6 +86,7 @@ std::vector<std::string> TellCharacters(WideStringView text, WideStringView tran
 }
 
 WideString AsWritten(WideStringView translation) {
-    const WideString meant = TextTakenForBytes(translation);
-    return ComposedText(meant.empty() ? translation : WideStringView(meant));
+    const WideStringView text = translation.substr(0, translation.find_last_not_of(u'\t') + 1);
+    const WideString meant = TextTakenForBytes(text);
+    return ComposedText(meant.empty() ? text : WideStringView(meant));
 }

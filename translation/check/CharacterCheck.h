@@ -12,5 +12,6 @@
  * lacks are no mistake: who needs them has another. */
 std::vector<std::string> TellCharacters(WideStringView text, WideStringView translation);
 
-/* The translation as its writer has seen it: without the first two of these mistakes. */
+/* The translation as its writer has seen it: without the first two of these mistakes, and without the TABs
+ * that a spreadsheet with more columns writes behind it. */
 WideString AsWritten(WideStringView translation);

@@ -98,20 +98,20 @@ public:
             Complain(complaints, line,
                      "the library drops a double quote and does not find the text; write it as " +
                          FieldFor(MeantText(record->rawText)));
-        if (!AreQuotesKept(record->rawTranslation))
-            Complain(complaints, line, AboutQuotes(record->rawTranslation));
+        // Behind a field in quotes a TAB makes them look dropped.
         if (record->rawTranslation.find(u'\t') != WideStringView::npos)
             Complain(complaints, line,
                      "a second TAB, which the user would see with all behind it; delete both, or write \\t");
+        else if (!AreQuotesKept(record->rawTranslation))
+            Complain(complaints, line, AboutQuotes(record->rawTranslation));
         TellOther(*record);
     }
 
 private:
     static std::string AboutQuotes(WideStringView rawTranslation) {
         if (IsLeftOpen(rawTranslation))
-            return "no double quote closes the one before the translation; write it in one line, with \\n "
-                   "for "
-                   "each line break";
+            return "no double quote closes the one before the translation; write it in one line, with "
+                   "\\n for each line break";
         return "the library drops a double quote of the translation; write it as " +
                FieldFor(MeantText(rawTranslation));
     }

@@ -160,6 +160,14 @@ TEST_F(CheckRecords, ASecondTabIsShown) {
     EXPECT_THAT(Check(), IsEmpty());
 }
 
+TEST_F(CheckRecords, OfAnEmptyThirdColumnNothingElseIsTold) {
+    for (std::string& line : lines)
+        line += '\t';
+    const std::vector<std::string> told = Check(Joined("\n"), "French.tsv");
+    EXPECT_EQ(lines.size(), told.size());
+    EXPECT_THAT(told, testing::Each(testing::HasSubstr("a second TAB")));
+}
+
 TEST_F(CheckRecords, OfLinesThatEndWithCrAloneThereIsOne) {
     EXPECT_THAT(
         Check(Joined("\r"), "French.tsv"),
