@@ -61,7 +61,9 @@ private:
                 *title = title->substr(0, title->find(u": ")) + note.substr(note.find(u": "));
         }
         for (const CatalogueField& field : old.fields) {
-            const auto same = std::ranges::find(merged.fields, field.name, &CatalogueField::name);
+            const auto same = std::ranges::find_if(merged.fields, [&field](const CatalogueField& other) {
+                return other.name == field.name && (!field.name.empty() || other.value == field.value);
+            });
             if (same == merged.fields.end())
                 merged.fields.push_back(field);
             else if (same->value.empty())

@@ -64,6 +64,8 @@ TEST_F(MergeCommand, FieldsOfTheHeadAreKept) {
     EXPECT_EQ(
         Merged("#+ Language: fr\n#+ X-A: old\n#+ X-B: old\n\nA\ta\n", "#+ X-A: new\n#+ X-B: \n\nA\tXXXX\n"),
         "#+ X-A: new\n#+ X-B: old\n#+ Language: fr\n\nA\ta\n");
+    EXPECT_EQ(Merged("#+ one\n#+ two\n\nA\ta\n", "#+ two\n#+ three\n\nA\tXXXX\n"),
+              "#+ two\n#+ three\n#+ one\n\nA\ta\n");
 }
 
 TEST_F(MergeCommand, TitleNamesTheNewVersionAndTheLanguage) {

@@ -1,9 +1,11 @@
 /* What editors and services make of .po files. */
 #include "PoFixture.h"
+#include "files/TableFile.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 
 namespace {
 
@@ -39,6 +41,13 @@ TEST_F(PoOfOtherPrograms, MessagesOfOneLineHaveWhatTheyHave) {
 TEST_F(PoOfOtherPrograms, FlagsMayBeDividedByBlanks) {
     EXPECT_EQ(Rewritten("#, fuzzy c-format,no-wrap\nmsgid \"a\"\nmsgstr \"\"\n"),
               plainHead + "\n#, fuzzy, c-format, no-wrap\nmsgid \"a\"\nmsgstr \"\"\n");
+}
+
+TEST_F(PoOfOtherPrograms, LinesOfTheHeadWithoutAColonAreKept) {
+    const std::string head = plainHead + "\"X-A: b\\n\"\n\"told by nobody\\n\"\n\": x\\n\"\n";
+    EXPECT_EQ(Rewritten(head), head);
+    const Catalogue catalogue = Read(head);
+    EXPECT_THAT(WriteTable(catalogue, complaints), StartsWith("#+ X-A: b\n#+ told by nobody\n#+ : x\n"));
 }
 
 TEST_F(PoOfOtherPrograms, CommentsOfObsoleteTextsMayHaveTheirMark) {

@@ -29,9 +29,13 @@ struct CatalogueEntry {
 
 /* A field of a .po file's head, such as "Last-Translator". */
 struct CatalogueField {
-    WideString name;
+    WideString name; /* empty: the line has none, and all of it is the value */
     WideString value;
 };
+
+/* A line of such a head, NAME: VALUE, and back. */
+CatalogueField FieldOfLine(WideStringView line);
+WideString LineOfField(const CatalogueField& field);
 
 /* Entries in the order of their file. A text occurs once, obsolete or not. */
 struct Catalogue {

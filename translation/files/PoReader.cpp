@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr std::string_view formFields[] = {"MIME-Version", "Content-Type", "Content-Transfer-Encoding"};
+constexpr WideStringView formFields[] = {u"MIME-Version", u"Content-Type", u"Content-Transfer-Encoding"};
 
 std::string_view OrEmpty(const char* text) {
     return text == nullptr ? std::string_view() : text;
@@ -141,18 +141,14 @@ private:
         catalogue.flags = told.flags;
         catalogue.isHeadFuzzy = po_message_is_fuzzy(message) != 0;
         ForEachLine(OrEmpty(po_message_msgstr(message)),
-                    [&](std::string_view field, size_t) { TakeField(field); });
+                    [&](std::string_view content, size_t) { TakeField(content); });
     }
 
-    void TakeField(std::string_view field) {
-        const size_t colon = std::min(field.find(':'), field.size());
-        const std::string_view name = field.substr(0, colon);
-        std::string_view value = field.substr(std::min(colon + 1, field.size()));
-        if (value.starts_with(' ')) value.remove_prefix(1);
-        if (name == "Content-Type") CheckCharset(value);
-        const bool isOfForm = std::ranges::find(formFields, name) != std::end(formFields);
-        if (!isOfForm && !name.empty())
-            built.Get().fields.push_back({WithoutReturns(name), WithoutReturns(value)});
+    void TakeField(std::string_view content) {
+        CatalogueField field = FieldOfLine(WithoutReturns(content));
+        if (field.name == u"Content-Type") CheckCharset(content);
+        const bool isOfForm = std::ranges::find(formFields, field.name) != std::end(formFields);
+        if (!isOfForm && !content.empty()) built.Get().fields.push_back(std::move(field));
     }
 
     void CheckCharset(std::string_view type) {

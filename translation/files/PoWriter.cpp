@@ -70,9 +70,7 @@ std::string FieldsOf(const Catalogue& catalogue) {
     std::string before;
     std::string behind;
     for (const CatalogueField& field : catalogue.fields)
-        (IsFieldBefore(field) ? before : behind)
-            .append(Utf8Of(field.name + u": " + field.value))
-            .append("\n");
+        (IsFieldBefore(field) ? before : behind).append(Utf8Of(LineOfField(field))).append("\n");
     return before.append(formFields).append(behind);
 }
 
@@ -152,7 +150,7 @@ bool CanHoldHead(const Catalogue& catalogue) {
             all.append(u" ").append(line);
     }
     for (const CatalogueField& field : catalogue.fields)
-        all.append(u" ").append(field.name).append(u" ").append(field.value);
+        all.append(u" ").append(LineOfField(field));
     return Utf16Of(Utf8Of(all)) == all && all.find(u'\4') == WideString::npos;
 }
 

@@ -96,13 +96,8 @@ private:
         KeepOnce(catalogue.flags);
     }
 
-    void TakeField(const WideString& field) {
-        const size_t colon = field.find(u':');
-        const WideStringView name = WideStringView(field).substr(0, colon);
-        WideStringView value;
-        if (colon != WideString::npos) value = WideStringView(field).substr(colon + 1);
-        if (value.starts_with(u' ')) value.remove_prefix(1);
-        if (!name.empty()) built.Get().fields.push_back({WideString(name), WideString(value)});
+    void TakeField(const WideString& content) {
+        if (!content.empty()) built.Get().fields.push_back(FieldOfLine(content));
     }
 
     void TakeMark(const TableComment& comment) {

@@ -40,7 +40,7 @@ WideString HeadOf(const Catalogue& catalogue) {
     AddComments(lines, CommentMark::Reference, catalogue.references);
     AddFlags(lines, false, catalogue.isHeadFuzzy, catalogue.flags);
     for (const CatalogueField& field : catalogue.fields)
-        AddComment(lines, CommentMark::Field, EscapedNote(field.name + u": " + field.value));
+        AddComment(lines, CommentMark::Field, EscapedNote(LineOfField(field)));
     if (lines.empty()) AddComment(lines, CommentMark::Field, {});
     return lines;
 }
