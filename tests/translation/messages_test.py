@@ -173,14 +173,15 @@ class Messages(unittest.TestCase):
 
 
 class Mending(unittest.TestCase):
-    """The commands of other packages that the tables name."""
+    """The commands that the tables name."""
 
     def mend(self, program, old, data):
         """What `check` says of the file that the command makes of an old one."""
         command, = re.findall(f"`({program} [^`]*)`", CHECKING)
         with tempfile.TemporaryDirectory() as folder:
             (pathlib.Path(folder) / old).write_bytes(data)
-            subprocess.run(command.split(), cwd=folder, stdin=subprocess.DEVNULL, check=True,
+            words = [PROGRAM if word == "tools/translation" else word for word in command.split()]
+            subprocess.run(words, cwd=folder, stdin=subprocess.DEVNULL, check=True,
                            env={**os.environ, "LC_ALL": "C"})
             run = subprocess.run([PROGRAM, "check", old.replace("Old", "New")], cwd=folder,
                                  stdin=subprocess.DEVNULL, capture_output=True, check=False)
@@ -190,6 +191,10 @@ class Mending(unittest.TestCase):
     def test_accents_become_letters(self):
         table = "Menu\tMenu\u0300\n".encode()
         self.assertEqual([], self.mend("uconv", "Old.tsv", table))
+
+    def test_quotes_are_doubled(self):
+        table = f'{ENGLISH_QUOTES}\tScegli "Dati".\n'.encode()
+        self.assertEqual([], self.mend("tools/translation", "Old.tsv", table))
 
     def test_another_charset_becomes_utf_8(self):
         messages = PO_HEAD.replace("UTF-8", "ISO-8859-1") + 'msgid "Menu"\nmsgstr "Menù"\n'
