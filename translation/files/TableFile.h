@@ -13,7 +13,7 @@
  *     #. Sign in: label                    a place; the screen stands before the colon
  *     #: src/account/SignIn.cpp:25         a reference
  *     #, c-format, fuzzy, no-wrap          flags
- *     #^ Log in                            the screen of the text
+ *     #^ Log in                            the screen of the text in the next line
  *     #| User name                         the text that a fuzzy translation was made for
  *     #@ Sign in                           the screen, where the first place does not tell it
  *     User ID<TAB>Identifiant

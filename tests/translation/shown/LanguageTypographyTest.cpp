@@ -53,9 +53,10 @@ bool HasQuotesOfOthers(const ShownText&, const WideString& translation) {
            std::ranges::count(translation, u'\u201E') != std::ranges::count(translation, u'\u201C');
 }
 
+class LanguageTypography : public testing::TestWithParam<std::string> {};
+
 }  // namespace
 
-class LanguageTypography : public testing::TestWithParam<std::string> {};
 INSTANTIATE_TEST_SUITE_P(Shipped, LanguageTypography, testing::Values("French", "German"),
                          [](const auto& language) { return language.param; });
 
