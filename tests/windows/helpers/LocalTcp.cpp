@@ -23,6 +23,29 @@ Socket NewSocket() {
     return socket;
 }
 
+/* For as long as it lives, calls on the socket do not wait. */
+class NonBlocking {
+public:
+    explicit NonBlocking(SOCKET lent) : socket(lent) { Set(1); }
+    NonBlocking(const NonBlocking&) = delete;
+    NonBlocking& operator=(const NonBlocking&) = delete;
+    ~NonBlocking() { Set(0); }
+
+private:
+    void Set(u_long on) const { ioctlsocket(socket, static_cast<long>(FIONBIO), &on); }
+
+    SOCKET socket;
+};
+
+/* Until something can be sent, or for a moment. */
+void AwaitRoom(SOCKET socket) {
+    fd_set writable;
+    FD_ZERO(&writable);
+    FD_SET(socket, &writable);
+    timeval moment{0, 20'000};
+    select(0, nullptr, &writable, nullptr, &moment);
+}
+
 }  // namespace
 
 SocketLibrary::SocketLibrary() {
@@ -56,11 +79,20 @@ Socket ConnectedSocket(uint16_t port) {
     return socket;
 }
 
+// A send that waits for room may wait for ever under Wine 8.0, when the other side resets the connection just
+// as the wait begins. So none waits: each fails at once for want of room, and the next tells whether there is
+// still somebody.
 bool SendAll(SOCKET socket, std::string_view bytes) {
+    const NonBlocking now(socket);
     while (!bytes.empty()) {
         const int sent = send(socket, bytes.data(), static_cast<int>(bytes.size()), 0);
-        if (sent <= 0) return false;
-        bytes.remove_prefix(static_cast<size_t>(sent));
+        if (sent > 0) {
+            bytes.remove_prefix(static_cast<size_t>(sent));
+        } else if (sent == 0 || WSAGetLastError() != WSAEWOULDBLOCK) {
+            return false;
+        } else {
+            AwaitRoom(socket);
+        }
     }
     return true;
 }
