@@ -90,14 +90,6 @@ size_t CountMenusAndIcons() {
     return count;
 }
 
-/* WinINet gives out the least free handle. */
-size_t LeastFreeInternetHandle() {
-    const HINTERNET session = InternetOpenW(L"count", INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);
-    Require(session != nullptr, "internet handles");
-    InternetCloseHandle(session);
-    return reinterpret_cast<size_t>(session);
-}
-
 void CountBlocksOf(HANDLE heap, HeldFigures& figures) {
     PROCESS_HEAP_ENTRY entry{};
     HeapLock(heap);
@@ -131,7 +123,7 @@ HeldFigures CountHeld() {
     // Whose settings change lets go of the connections that it keeps for later.
     InternetSetOptionW(nullptr, INTERNET_OPTION_SETTINGS_CHANGED, nullptr, 0);
     HeldFigures figures;
-    figures.internetHandles = LeastFreeInternetHandle();
+    figures.internetHandles = NextInternetHandle();
     figures.handles = OpenHandles();
     figures.graphicsObjects = CountGraphicsObjects();
     figures.windowObjects = CountWindows() + CountMenusAndIcons();

@@ -4,7 +4,7 @@
 #include <cstddef>
 
 struct HeldFigures {
-    size_t handles = 0;          // of the system
+    size_t handles = 0;          // of the system, sockets left out
     size_t graphicsObjects = 0;  // pens, brushes, fonts, bitmaps, regions, device contexts
     size_t windowObjects = 0;    // windows, menus and icons
     size_t internetHandles = 0;  // one above the least number that WinINet has free
