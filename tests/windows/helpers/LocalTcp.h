@@ -26,7 +26,7 @@ uint16_t PortOf(SOCKET socket);
 /* A connection to a port of this machine. Throws std::runtime_error. */
 Socket ConnectedSocket(uint16_t port);
 
-/* Sends all of `bytes`; false when the other side has gone. */
+/* Sends all of `bytes`; false when the other side has gone. While it runs, no call on the socket waits. */
 bool SendAll(SOCKET socket, std::string_view bytes);
 
 /* The bytes of the next receipt, or nothing at the end or after an error. */

@@ -16,7 +16,6 @@
 
 namespace {
 
-/* A number that grows when sessions of WinINet have been left open: it gives out the least free handle. */
 bool IsLoaded() {
     return GetModuleHandleW(L"OrvandeOnline.dll") != nullptr;
 }
